@@ -1,0 +1,35 @@
+// Splits the rows of a picture over short-lived threads. Internal to the engine.
+#pragma once
+
+#include <functional>
+#include <thread>
+
+namespace tw {
+
+// How `rows` rows are split: `threads` ranges of `chunk` rows, the last one shorter or, by
+// rounding, empty. Every range has at least 16 rows and there are at most 32; threads 1 means the
+// calling thread alone, 0 that there is nothing to do.
+struct RowSplit {
+    int threads;
+    int chunk;
+};
+
+// hardwareThreads: as the platform reports it, 0 when it does not know.
+RowSplit splitRows(int rows, unsigned hardwareThreads);
+
+// Calls work(first, end) for ranges that together cover rows 0 .. rows - 1 once each, the first of
+// them on the calling thread and each other one on a thread of its own, and returns when all are
+// done. A range whose thread cannot be started is done on the calling thread, so the rows are
+// always complete. `work` is called from several threads at once and must not throw.
+void parallelRows(int rows, const std::function<void(int, int)>& work);
+
+// The same with the number of hardware threads and the way to start a thread given.
+using StartThread = std::function<std::thread(std::function<void()>)>;
+void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& start,
+                      const std::function<void(int, int)>& work);
+
+// For tests and benchmarks: makes parallelRows believe in `count` hardware threads; 0 asks the
+// platform again. Threads: any.
+void setHardwareThreads(unsigned count);
+
+}  // namespace tw
