@@ -1,0 +1,65 @@
+#include "native/src/log.h"
+
+#include <sys/stat.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+#include <mutex>
+
+#include "native/src/paths.h"
+
+namespace tw {
+namespace {
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File openLog() {
+    return File(openFile(dataPath(L"effect.log"), "a"));
+}
+
+// Only the folder itself: a home without "Library/Application Support" is none of the host's.
+void createDataFolder() {
+    std::wstring folder = dataPath(L"");
+    if (!folder.empty()) folder.pop_back();
+    ::mkdir(toUtf8(folder).c_str(), 0755);
+}
+
+void formatNow(char (&text)[32]) {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+}
+
+// Innermost lock of the plug-in.
+std::mutex& logMutex() {
+    static std::mutex mu;
+    return mu;
+}
+
+}  // namespace
+
+void logLine(const char* format, ...) {
+    char message[1024];
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(message, sizeof message, format, arguments);
+    va_end(arguments);
+    char timestamp[32] = {};
+    formatNow(timestamp);
+
+    const std::lock_guard lock(logMutex());
+    File file = openLog();
+    if (!file) {
+        createDataFolder();
+        file = openLog();
+    }
+    if (file) std::fprintf(file.get(), "%s  %s\n", timestamp, message);
+}
+
+}  // namespace tw
