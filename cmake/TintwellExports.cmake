@@ -3,14 +3,15 @@
 # form that each system's linker reads.
 
 # Sets OUT to the linker's pattern for one line of the list, without the leading underscore that
-# macOS adds.
+# macOS adds. After the name a mangled symbol goes on with E, or with B where the C++ library tags
+# functions that return its strings.
 function(_tintwell_symbol_pattern line out)
     if(line MATCHES "^([A-Za-z0-9_]+)::([A-Za-z0-9_]+)$")
         set(space ${CMAKE_MATCH_1})
         set(name ${CMAKE_MATCH_2})
         string(LENGTH ${space} spaceLength)
         string(LENGTH ${name} nameLength)
-        set(${out} "_ZN${spaceLength}${space}${nameLength}${name}E*" PARENT_SCOPE)
+        set(${out} "_ZN${spaceLength}${space}${nameLength}${name}[EB]*" PARENT_SCOPE)
     else()
         set(${out} "${line}" PARENT_SCOPE)
     endif()

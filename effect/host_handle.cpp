@@ -1,0 +1,27 @@
+#include "effect/host_handle.h"
+
+#include <cstring>
+
+namespace tw_effect {
+
+LockedHandle::LockedHandle(const PF_InData& host, PF_Handle handle)
+    : callbacks_(*host.utils), handle_(handle) {
+    if (!handle_) return;
+    size_ = static_cast<std::size_t>(callbacks_.host_get_handle_size(handle_));
+    data_ = callbacks_.host_lock_handle(handle_);
+}
+
+LockedHandle::~LockedHandle() {
+    if (handle_) callbacks_.host_unlock_handle(handle_);
+}
+
+PF_Handle newHandle(const PF_InData& host, const void* bytes, std::size_t size) {
+    const PF_UtilCallbacks& callbacks = *host.utils;
+    PF_Handle handle = callbacks.host_new_handle(size);
+    if (!handle) return nullptr;
+    if (void* block = callbacks.host_lock_handle(handle)) std::memcpy(block, bytes, size);
+    callbacks.host_unlock_handle(handle);
+    return handle;
+}
+
+}  // namespace tw_effect

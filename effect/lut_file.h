@@ -1,0 +1,32 @@
+// A .cube file as the LUT button takes it: read, judged, and turned into the text to store.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tw_effect {
+
+// What a file became. `text` is its TWLUT3 text with the file's match id and name.
+struct LutFile {
+    std::string text;
+    std::int32_t size = 0;  // points per axis
+};
+
+enum class LutFileResult {
+    kLoaded,
+    kUnreadable,     // cannot be opened, is empty, or does not parse
+    kForeignDomain,  // its input domain is not exactly 0..1 on every channel
+};
+
+// Reads the file at `path` into `file`. kUnreadable leaves the parser's reason in `reason`, nothing
+// when the file could not be opened or is empty. A read error ends the contents there. Reads
+// through a buffer of 64 KiB on the stack. Threads: any. Throws what strings and vectors throw.
+LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& reason);
+
+// File name of a path, without folder (either slash counts) and without its last extension.
+std::wstring lutNameOf(const std::wstring& path);
+
+// The number after the first "# Tintwell match " in a .cube text, as atol reads it; 0 without one.
+long matchIdOf(const std::string& cubeText);
+
+}  // namespace tw_effect
