@@ -72,10 +72,10 @@ struct ImageF {
     std::int32_t order = kOrderBGRA;
 };
 
-// Reads the whole text of a .cube file (3D cubes of 2..256 points, any line endings) into `lut`,
-// which is overwritten. Numbers are read as strtof and atoi read them in the C locale, whatever
-// locale the process uses. On failure returns false, sets *error (when given) to one fixed message
-// and leaves `lut` partly written: to be treated as invalid. Throws only std::bad_alloc.
+// Reads the whole text of a .cube file (3D cubes of 2..256 points, lines ending in LF or CRLF) into
+// `lut`, which is overwritten. Numbers are read as strtof and atoi read them in the C locale,
+// whatever locale the process uses. On failure returns false, sets *error (when given) to one fixed
+// message and leaves `lut` partly written: to be treated as invalid. Throws only std::bad_alloc.
 TW_EXPORT bool parseCube(const std::string& text, Lut3D& lut, std::string* error);
 
 // Maps one colour by tetrahedral interpolation, the reference definition of the colour transform.

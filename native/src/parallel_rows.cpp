@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <exception>
 #include <utility>
 
@@ -56,10 +57,10 @@ RowSplit splitRows(int rows, unsigned hardwareThreads) {
     const int cap = known == 0 ? kUnknownThreads : known;
     const int threads = std::min(rows / kMinRowsPerThread, cap);
     if (threads < 2) return {1, rows};
-    return {threads, (rows + threads - 1) / threads};
+    return {threads, rows / threads + (rows % threads != 0)};
 }
 
-void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& start,
+void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& startThread,
                       const std::function<void(int, int)>& work) {
     const RowSplit split = splitRows(rows, hardwareThreads);
     if (split.threads == 0) return;
@@ -67,10 +68,12 @@ void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& sta
     // Ranges without a thread of their own, from this row on, stay with the calling thread.
     int unstarted = rows;
     for (int i = 1; i < split.threads; ++i) {
-        const int first = i * split.chunk;
-        const int end = std::min(first + split.chunk, rows);
-        if (first >= end) break;
-        if (!workers.start(start, [&work, first, end] { work(first, end); })) {
+        // Rounding up may leave the last ranges empty. Neither product nor sum may pass INT_MAX.
+        const std::int64_t start = std::int64_t{i} * split.chunk;
+        if (start >= rows) break;
+        const int first = static_cast<int>(start);
+        const int end = first + std::min(split.chunk, rows - first);
+        if (!workers.start(startThread, [&work, first, end] { work(first, end); })) {
             unstarted = first;
             break;
         }

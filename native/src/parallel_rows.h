@@ -25,7 +25,7 @@ void parallelRows(int rows, const std::function<void(int, int)>& work);
 
 // The same with the number of hardware threads and the way to start a thread given.
 using StartThread = std::function<std::thread(std::function<void()>)>;
-void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& start,
+void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& startThread,
                       const std::function<void(int, int)>& work);
 
 // For tests and benchmarks: makes parallelRows believe in `count` hardware threads; 0 asks the
