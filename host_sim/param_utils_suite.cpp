@@ -1,0 +1,87 @@
+#include "host_sim/param_utils_suite.h"
+
+#include "host_sim/call_scope.h"
+#include "host_sim/session.h"
+
+namespace host_sim {
+namespace {
+
+PF_Err updateParamUi(PF_ProgPtr effect, PF_ParamIndex index, const PF_ParamDef* definition) {
+    return Session::current().paramUpdates.update(effect, index, definition);
+}
+
+bool mayUpdate() {
+    const CallScope* scope = CallScope::current();
+    if (scope == nullptr) return false;
+    const PF_Cmd command = scope->command();
+    return command == PF_Cmd_UPDATE_PARAMS_UI || command == PF_Cmd_USER_CHANGED_PARAM ||
+           command == PF_Cmd_EVENT;
+}
+
+// What is wrong with the arguments; empty when nothing is.
+std::string fault(PF_ParamIndex index, const PF_ParamDef* definition) {
+    const DeclaredParams& params = Session::current().params;
+    if (index < 1 || index >= params.count()) return "index " + std::to_string(index);
+    if (definition == nullptr) return "a null definition";
+    if (definition->param_type != params.at(index).definition.param_type) {
+        return "a definition of another parameter type";
+    }
+    return "";
+}
+
+}  // namespace
+
+ParamUpdateBook::ParamUpdateBook(Books& books, Refusals& refusals)
+    : books_(books), refusals_(refusals) {}
+
+PF_Err ParamUpdateBook::update(PF_ProgPtr effect, PF_ParamIndex index,
+                               const PF_ParamDef* definition) {
+    const std::optional<int> instance = Session::current().instanceOf(effect, "PF_UpdateParamUI");
+    if (!instance) return PF_Err_BAD_CALLBACK_PARAM;
+    if (!mayUpdate()) books_.problem("PF_UpdateParamUI was called in a command that forbids it");
+    if (const std::string wrong = fault(index, definition); !wrong.empty()) {
+        books_.problem("PF_UpdateParamUI was given " + wrong);
+        return PF_Err_BAD_CALLBACK_PARAM;
+    }
+    if (const PF_Err error = refusals_.paramUpdateError()) return error;
+    ParamUpdate update{*instance, index, *definition, nullptr, ""};
+    if (definition->param_type == PF_Param_BUTTON) {
+        update.label = definition->u.button_d.u.namesptr;
+        update.labelThen = update.label == nullptr ? "" : update.label;
+    }
+    const std::lock_guard lock(mutex_);
+    updates_.push_back(update);
+    return PF_Err_NONE;
+}
+
+std::vector<ParamUpdate> ParamUpdateBook::updates(int instance) const {
+    const std::lock_guard lock(mutex_);
+    std::vector<ParamUpdate> mine;
+    for (const ParamUpdate& update : updates_) {
+        if (update.instance == instance) mine.push_back(update);
+    }
+    return mine;
+}
+
+std::string ParamUpdateBook::label(int instance, PF_ParamIndex index, const std::string& declared) {
+    const std::vector<ParamUpdate> mine = updates(instance);
+    for (auto update = mine.rbegin(); update != mine.rend(); ++update) {
+        if (update->index != index || update->label == nullptr) continue;
+        const std::string now = update->label;
+        if (now != update->labelThen) {
+            books_.problem("The text \"" + update->labelThen + "\" of parameter " +
+                           std::to_string(index) + " has become \"" + now +
+                           "\" behind its pointer");
+        }
+        return now;
+    }
+    return declared;
+}
+
+PF_ParamUtilsSuite3 paramUtilsSuite() {
+    PF_ParamUtilsSuite3 table = {};
+    table.PF_UpdateParamUI = updateParamUi;
+    return table;
+}
+
+}  // namespace host_sim

@@ -1,0 +1,51 @@
+// Suites that the host offers, and who acquired and released them.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "host_api/basic_suite.h"
+#include "host_sim/books.h"
+#include "host_sim/refusals.h"
+
+namespace host_sim {
+
+struct SuiteUse {
+    int acquired = 0;  // successes
+    int refused = 0;   // not offered, hidden, or answered with a null table
+    int released = 0;
+};
+
+// Threads: every function from any thread. Lock order: before that of the books.
+class SuiteLedger {
+public:
+    SuiteLedger(Books& books, Refusals& refusals);
+
+    // `table` must outlive the ledger.
+    void offer(const std::string& name, std::int32_t version, const void* table);
+
+    SPErr acquire(const char* name, std::int32_t version, const void** suite);
+    SPErr release(const char* name, std::int32_t version);
+
+    SuiteUse use(const std::string& name, std::int32_t version) const;
+    // Writes a problem for each suite that was not released as often as acquired.
+    void reportLeftovers();
+
+private:
+    using Key = std::pair<std::string, std::int32_t>;
+
+    Books& books_;
+    Refusals& refusals_;
+    mutable std::mutex mutex_;
+    std::map<Key, const void*> offered_;
+    std::map<Key, SuiteUse> uses_;
+};
+
+// The basic suite, which works on the open host's ledger. Its memory functions answer
+// kSPUnimplementedError.
+SPBasicSuite basicSuite();
+
+}  // namespace host_sim

@@ -1,0 +1,118 @@
+// What the host refuses on demand, as the effect and the books see it.
+#include "host_sim/refusals.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host_sim/error.h"
+#include "host_sim/host.h"
+
+namespace {
+
+using host_sim::Host;
+using host_sim::Instance;
+using Problems = std::vector<std::string>;
+
+constexpr int kText = 2;
+constexpr int kButton = 3;
+
+class Refusing : public testing::Test {
+protected:
+    Host host{TEST_MODULE, host_sim::premierePro()};
+};
+
+TEST_F(Refusing, anAllocation_givesANullValue) {
+    host.start();
+    host.refusals().failAllocation(2);
+    const host_sim::ArbitraryCalls calls = host.arbitraryCalls(kText);
+    const PF_ArbitraryH first = calls.create().value;
+    EXPECT_NE(first, nullptr);
+    EXPECT_EQ(calls.create().value, nullptr);
+    const PF_ArbitraryH third = calls.create().value;
+    EXPECT_NE(third, nullptr);
+    calls.dispose(first);
+    calls.dispose(third);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, allAllocations_lastsUntilSwitchedOff) {
+    host.start();
+    host.refusals().failAllAllocations(true);
+    Instance& effect = host.apply();
+    EXPECT_EQ(effect.arbitrary(kText), nullptr);
+    EXPECT_EQ(effect.press(kButton).error, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(effect.arbitrary(kText), nullptr);
+    host.refusals().clear();
+    effect.press(kButton);
+    EXPECT_NE(effect.arbitrary(kText), nullptr);
+}
+
+TEST_F(Refusing, aResize_leavesTheValue) {
+    host.start();
+    Instance& effect = host.apply();
+    host.refusals().failResize(1);
+    EXPECT_EQ(effect.press(kButton).error, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(effect.print(kText).value, "none");
+    EXPECT_EQ(effect.press(kButton).error, PF_Err_NONE);
+}
+
+TEST_F(Refusing, aLock_mayBeUnlockedAllTheSame) {
+    host.start();
+    Instance& effect = host.apply();
+    host.refusals().failLock(1);
+    EXPECT_EQ(effect.arbitraryCalls(kText).printSize(effect.arbitrary(kText)).value, 1U);
+    EXPECT_EQ(effect.arbitraryCalls(kText).printSize(effect.arbitrary(kText)).value, 5U);
+    EXPECT_EQ(host.handles().counts().refusedLocks, 1U);
+    EXPECT_EQ(host.handles().counts().unlocksAfterRefusal, 1U);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, addParam_endsTheSetupAndFreesTheDefault) {
+    host.registerEffect();
+    host.refusals().failAddParam(2, 77);
+    EXPECT_EQ(host.paramsSetup().error, 77);
+    EXPECT_EQ(host.params().count(), 2);
+    EXPECT_EQ(host.handles().counts().live, 0U);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, theRegistration_isReturned) {
+    host.refusals().failRegistration(5);
+    EXPECT_EQ(host.registerEffect(), 5);
+    EXPECT_THROW(host.start(), host_sim::SimError);
+}
+
+TEST_F(Refusing, aSuite_isNotFound) {
+    host.refusals().hideSuite(kPFPixelFormatSuite);
+    host.start();
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
+    EXPECT_EQ(host.pixelFormats().declared().size(), 0U);
+}
+
+TEST_F(Refusing, aSuiteTable_isNullInSpiteOfSuccess) {
+    host.refusals().nullSuite(kPFParamUtilsSuite);
+    host.start();
+    Instance& effect = host.apply();
+    effect.updateUi();
+    EXPECT_EQ(effect.updates().size(), 0U);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, theBasicSuite_isNull) {
+    host.refusals().withoutBasicSuite(true);
+    host.start();
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 0);
+    EXPECT_EQ(host.pixelFormats().clearCalls(), 0);
+}
+
+TEST_F(Refusing, aParamUpdate_keepsTheOldLabel) {
+    host.refusals().failParamUpdate(9);
+    host.start();
+    Instance& effect = host.apply();
+    effect.updateUi();
+    EXPECT_EQ(effect.label(kButton), "Press me");
+}
+
+}  // namespace
