@@ -1,0 +1,20 @@
+// .cube files and TWLUT texts as the commands take and give them.
+#pragma once
+
+#include <string>
+
+#include "native/src/lut_engine.h"
+
+namespace program {
+
+// The TWLUT text of a .cube file by the rules of the effect's LUT button. Throws Failure with the
+// button's reason for refusing it.
+std::string textFromCube(const std::string& path);
+
+// The LUT of a TWLUT text. `origin` names the text in messages. Throws Failure.
+tw::Lut3D lutFromText(const std::string& text, const std::string& origin);
+
+// The .cube text of a LUT, with a title and, for a LUT with a match id, the match comment.
+std::string cubeFromLut(const tw::Lut3D& lut);
+
+}  // namespace program

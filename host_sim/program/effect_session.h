@@ -1,0 +1,46 @@
+// The effect as the commands use it: one simulated host with one applied instance.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host_sim/host.h"
+#include "host_sim/program/picture.h"
+
+namespace program {
+
+struct EffectOptions {
+    std::string module;             // the loadable module; empty: beside this program
+    std::string host = "premiere";  // or "ae"
+    std::string project;            // values to begin with; empty: the effect's defaults
+};
+
+// Threads: one at a time. All functions throw Failure, and what the simulated host throws.
+class EffectSession {
+public:
+    explicit EffectSession(const EffectOptions& options);
+
+    // Stores a TWLUT text through the host's scan callback. `origin` names it in messages.
+    void scan(const std::string& text, const std::string& origin);
+    void setAmount(double percent);
+    // The stored TWLUT text, printed by the effect.
+    std::string storedText();
+    double amount() const;
+
+    // The picture as the effect renders it, in the picture's own depth.
+    Picture render(const Picture& picture);
+
+    void save(const std::string& project);
+    // Ends the session; a breach of the host's rules by the effect is a failure too.
+    void close();
+
+    host_sim::Host& host() { return host_; }
+
+private:
+    host_sim::Host host_;
+    host_sim::Instance& effect_;
+    int amountIndex_;
+    int lutIndex_;
+};
+
+}  // namespace program

@@ -1,0 +1,125 @@
+// tintwell-host: the effect at work where its real hosts are not.
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+
+#include "host_sim/program/commands.h"
+#include "host_sim/program/home.h"
+
+namespace {
+
+using namespace program;
+
+struct Options {
+    std::string home;
+    EffectOptions effect;
+    RenderOptions render;
+    PatternOptions pattern;
+    std::string inspectFile;
+    std::string encodeCube;
+    std::string decodeText;
+    std::string decodeCube;
+};
+
+void addHost(CLI::App& command, Options& options) {
+    command.add_option("--host", options.effect.host, "Host application to be: ae or premiere")
+        ->check(CLI::IsMember({"ae", "premiere"}))
+        ->capture_default_str();
+}
+
+void addRender(CLI::App& app, Options& options) {
+    RenderOptions& render = options.render;
+    CLI::App* command = app.add_subcommand("render", "Grade a picture, or a sequence of pictures");
+    command->add_option("in", render.in, "PNG, JPEG, TIFF or EXR; in.%04d.exr is a sequence")
+        ->required();
+    command->add_option("out", render.out, "Picture or sequence to write")->required();
+    CLI::Option* lut = command->add_option("--lut", render.lut, "Look: a .cube file");
+    CLI::Option* text = command->add_option("--text", render.text, "Look: a file of TWLUT text");
+    command->add_option("--project", options.effect.project, "Look and Amount of a saved project")
+        ->excludes(lut, text);
+    lut->excludes(text);
+    command->add_option("--amount", render.amount, "Percent of the look, 0 to 100")
+        ->check(CLI::Range(0.0, 100.0));
+    command->add_option("--depth", render.depth, "8 or float; else as the input file has it")
+        ->check(CLI::IsMember({"8", "float"}));
+    command->add_option("--save", render.save, "Project to write afterwards");
+    command->add_option("--frames", render.frames, "Frames of a sequence: A-B");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.render.effect = options.effect;
+        enterHome(options.home);
+        runRender(options.render);
+    });
+}
+
+void addPattern(CLI::App& app, Options& options) {
+    PatternOptions& pattern = options.pattern;
+    CLI::App* command = app.add_subcommand("pattern", "Draw the calibration pattern");
+    command->add_option("--size", pattern.size, "Steps per channel, 2 to 64")->required();
+    command->add_option("--frame", pattern.frame, "Frame size, 1920x1080 say")->required();
+    command->add_option("--depth", pattern.depth, "8 or float")
+        ->check(CLI::IsMember({"8", "float"}))
+        ->capture_default_str();
+    command->add_option("out", pattern.out, "Picture to write")->required();
+    addHost(*command, options);
+    command->callback([&options] {
+        options.pattern.effect = options.effect;
+        enterHome(options.home);
+        runPattern(options.pattern);
+    });
+}
+
+void addInspect(CLI::App& app, Options& options) {
+    CLI::App* command = app.add_subcommand("inspect", "Tell what the effect and a look are");
+    command->add_option("file", options.inspectFile, "A .cube file, a TWLUT text or a project")
+        ->required();
+    addHost(*command, options);
+    command->callback([&options] {
+        enterHome(options.home);
+        runInspect(options.effect, options.inspectFile);
+    });
+}
+
+void addTexts(CLI::App& app, Options& options) {
+    CLI::App* encode = app.add_subcommand("encode", "Print a .cube file as TWLUT text");
+    encode->add_option("cube", options.encodeCube, "A .cube file with a 0..1 domain")->required();
+    encode->callback([&options] { runEncode(options.encodeCube); });
+
+    CLI::App* decode = app.add_subcommand("decode", "Write a TWLUT text as a .cube file");
+    decode->add_option("text", options.decodeText, "A file of TWLUT text; - for standard input")
+        ->required();
+    decode->add_option("cube", options.decodeCube, "The .cube file to write")->required();
+    decode->callback([&options] { runDecode(options.decodeText, options.decodeCube); });
+
+    CLI::App* log = app.add_subcommand("log", "Show the effect's log");
+    log->callback([&options] {
+        enterHome(options.home);
+        runLog();
+    });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    CLI::App app("Runs the Tintwell effect in a simulated After Effects or Premiere Pro");
+    app.name("tintwell-host");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option("--home", options.home, "Folder that stands for the user's Mac home");
+    app.add_option("--module", options.effect.module, "The effect, if not beside this program");
+    addRender(app, options);
+    addPattern(app, options);
+    addInspect(app, options);
+    addTexts(app, options);
+    try {
+        app.parse(argc, argv);
+        return 0;
+    } catch (const CLI::ParseError& wrong) {
+        return app.exit(wrong) == 0 ? 0 : 1;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
+        return 1;
+    }
+}
