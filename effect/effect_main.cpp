@@ -1,6 +1,9 @@
 #include "effect/arbitrary.h"
+#include "effect/edit_request.h"
 #include "effect/entry_points.h"
 #include "effect/global.h"
+#include "effect/label.h"
+#include "effect/lut_button.h"
 #include "effect/params.h"
 #include "effect/render.h"
 #include "native/src/log.h"
@@ -8,9 +11,22 @@
 namespace tw_effect {
 namespace {
 
-PF_Err userChangedParam(const void* extra) {
-    const auto* changed = static_cast<const PF_UserChangedParamExtra*>(extra);
-    tw::logLine("USER_CHANGED_PARAM index %d", changed ? changed->param_index : -1);
+PF_Err userChangedParam(const PF_InData& host, PF_OutData& out, PF_ParamDef* const* params,
+                        const PF_UserChangedParamExtra* changed) {
+    const PF_ParamIndex index = changed ? changed->param_index : -1;
+    tw::logLine("USER_CHANGED_PARAM index %d", index);
+    switch (index) {
+        case kParamLutButton:
+            return PressLutButton(host, params, out);
+        case kParamEditButton:
+            return RequestEdit(host, params);
+        default:
+            return PF_Err_NONE;
+    }
+}
+
+PF_Err updateParamsUi(const PF_InData& host, PF_ParamDef* const* params) {
+    ShowLutName(host, params, "update");
     return PF_Err_NONE;
 }
 
@@ -28,7 +44,10 @@ PF_Err dispatch(PF_Cmd cmd, const PF_InData* host, PF_OutData* out, PF_ParamDef*
         case PF_Cmd_RENDER:
             return Render(*host, params, *output);
         case PF_Cmd_USER_CHANGED_PARAM:
-            return userChangedParam(extra);
+            return userChangedParam(*host, *out, params,
+                                    static_cast<const PF_UserChangedParamExtra*>(extra));
+        case PF_Cmd_UPDATE_PARAMS_UI:
+            return updateParamsUi(*host, params);
         case PF_Cmd_ARBITRARY_CALLBACK:
             return Arbitrary(*host, *static_cast<const PF_ArbParamsExtra*>(extra));
         default:

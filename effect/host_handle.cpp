@@ -15,12 +15,15 @@ LockedHandle::~LockedHandle() {
     if (handle_) callbacks_.host_unlock_handle(handle_);
 }
 
-PF_Handle newHandle(const PF_InData& host, const void* bytes, std::size_t size) {
+void fillHandle(const PF_InData& host, PF_Handle handle, const void* bytes, std::size_t size) {
     const PF_UtilCallbacks& callbacks = *host.utils;
-    PF_Handle handle = callbacks.host_new_handle(size);
-    if (!handle) return nullptr;
     if (void* block = callbacks.host_lock_handle(handle)) std::memcpy(block, bytes, size);
     callbacks.host_unlock_handle(handle);
+}
+
+PF_Handle newHandle(const PF_InData& host, const void* bytes, std::size_t size) {
+    PF_Handle handle = host.utils->host_new_handle(size);
+    if (handle) fillHandle(host, handle, bytes, size);
     return handle;
 }
 

@@ -28,6 +28,10 @@ private:
     void* data_ = nullptr;
 };
 
+// Copies `size` bytes into a handle that holds as many. A handle that cannot be locked stays as it
+// is.
+void fillHandle(const PF_InData& host, PF_Handle handle, const void* bytes, std::size_t size);
+
 // A new handle of `size` bytes holding a copy of `bytes`; the caller's, to be passed on to the
 // host. Null when the host gives none. A handle that cannot be locked is returned as the host made
 // it.

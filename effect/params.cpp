@@ -62,8 +62,7 @@ PF_Err declare(const PF_InData& host, PF_ParamDef def) {
 PF_Err ParamsSetup(const PF_InData& host, PF_OutData& out) {
     PF_Err refusal = declare(host, amount());
     if (!refusal) refusal = declare(host, lut(host));
-    // "LUT" is the data; the trailing blank tells its button from it. Projects know both names.
-    if (!refusal) refusal = declare(host, button("LUT ", kIdLutButton, "Change LUT"));
+    if (!refusal) refusal = declare(host, button(kLutButtonName, kIdLutButton, "Change LUT"));
     if (!refusal) refusal = declare(host, button("Match", kIdEditButton, "Edit LUT"));
     if (!refusal) out.num_params = kParamCount;
     return refusal;

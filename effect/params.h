@@ -15,6 +15,9 @@ enum ParamIndex : A_long {
     kParamCount
 };
 
+// Told from "LUT", the data's name, by its trailing blank. Projects know both names.
+inline constexpr char kLutButtonName[] = "LUT ";
+
 // Identities of the parameters in saved projects; they must never change. 1, 3 and 6 are free and
 // stay so.
 enum ParamId : A_long { kIdAmount = 2, kIdLut = 4, kIdLutButton = 5, kIdEditButton = 7 };

@@ -8,13 +8,12 @@
 #include <mutex>
 #include <string>
 
-#include "effect/host_handle.h"
 #include "effect/identity.h"
 #include "effect/params.h"
+#include "effect/stored_lut.h"
 #include "effect/suite.h"
 #include "native/src/c_locale.h"
 #include "native/src/log.h"
-#include "native/src/lut_cache.h"
 #include "native/src/lut_engine.h"
 
 namespace tw_effect {
@@ -44,11 +43,9 @@ const PixelFormat* formatOf(const PF_InData& host, PF_LayerDef& output) {
     return format == PrPixelFormat_BGRA_4444_8u ? &kBGRA8 : nullptr;
 }
 
-SharedLut decode(const PF_InData& host, PF_Handle handle) {
-    if (!handle) return nullptr;
-    const LockedHandle locked(host, handle);
+SharedLut decode(const PF_InData& host, PF_ParamDef* const* params) {
     std::string failure;
-    SharedLut lut = tw::embeddedLut(locked.data(), locked.size(), &failure);
+    SharedLut lut = storedLut(host, params, &failure);
     if (!lut && !failure.empty()) tw::logLine("Embedded LUT: %s", failure.c_str());
     return lut;
 }
@@ -133,7 +130,7 @@ PF_Err Render(const PF_InData& host, PF_ParamDef* const* params, PF_LayerDef& ou
     const PixelFormat* format = formatOf(host, output);
     if (!format) return PF_Err_UNRECOGNIZED_PARAM_TYPE;
 
-    const SharedLut lut = decode(host, params[kParamLut]->u.arb_d.value);
+    const SharedLut lut = decode(host, params);
     logRender(*format, output, lut.get(), amount);
 
     if (lut && lut->probe != 0) {

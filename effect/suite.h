@@ -43,4 +43,11 @@ public:
         : ScopedSuite(basic, kPFPixelFormatSuite, kPFPixelFormatSuiteVersion1) {}
 };
 
+// How parameters look in the host's panel.
+class ParamUtils : public ScopedSuite<PF_ParamUtilsSuite3> {
+public:
+    explicit ParamUtils(SPBasicSuite* basic)
+        : ScopedSuite(basic, kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3) {}
+};
+
 }  // namespace tw_effect

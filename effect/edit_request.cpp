@@ -1,0 +1,62 @@
+#include "effect/edit_request.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "effect/alert.h"
+#include "effect/stored_lut.h"
+#include "native/src/log.h"
+#include "native/src/paths.h"
+
+namespace tw_effect {
+namespace {
+
+constexpr wchar_t kNoMatch[] =
+    L"This LUT wasn't made in the Tintwell panel (or was made before Tintwell kept its matches), "
+    L"so there is no match to open. Make one in the panel and press Apply.";
+
+std::string escaped(const std::string& name) {
+    std::string text;
+    for (const char c : name) {
+        if (c == '\\' || c == '"') text.push_back('\\');
+        text.push_back(c);
+    }
+    return text;
+}
+
+std::int64_t millisecondsNow() {
+    using std::chrono::duration_cast, std::chrono::milliseconds;
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return duration_cast<milliseconds>(sinceEpoch).count();
+}
+
+void writeRequest(const std::string& line) {
+    std::FILE* file = tw::openFile(tw::dataPath(L"edit-request.json"), "wb");
+    if (!file) return;
+    std::fwrite(line.data(), 1, line.size(), file);
+    std::fclose(file);
+}
+
+}  // namespace
+
+std::string editRequestLine(std::int64_t id, const std::string& name, std::int64_t at) {
+    char line[600];
+    std::snprintf(line, sizeof line, "{\"id\":%ld,\"name\":\"%s\",\"at\":%lld}\n",
+                  static_cast<long>(id), escaped(name).c_str(), static_cast<long long>(at));
+    return line;
+}
+
+PF_Err RequestEdit(const PF_InData& host, PF_ParamDef* const* params) {
+    const auto lut = storedLut(host, params, nullptr);
+    if (!lut || lut->id <= 0) {
+        tw::logLine("Edit LUT: no match ID");
+        Alert(kNoMatch, false);
+        return PF_Err_NONE;
+    }
+    writeRequest(editRequestLine(lut->id, lut->name, millisecondsNow()));
+    tw::logLine("Edit LUT: requested match %ld (%s)", static_cast<long>(lut->id),
+                lut->name.c_str());
+    return PF_Err_NONE;
+}
+
+}  // namespace tw_effect

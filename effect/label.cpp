@@ -1,0 +1,70 @@
+#include "effect/label.h"
+
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <string>
+
+#include "effect/params.h"
+#include "effect/stored_lut.h"
+#include "effect/suite.h"
+#include "native/src/log.h"
+
+namespace tw_effect {
+namespace {
+
+std::string labelOf(const tw::Lut3D* lut) {
+    if (!lut) return "Choose a LUT";
+    if (lut->probe != 0) return "Calibrating";
+    if (lut->name.empty()) return "From Tintwell (Apply again to name it)";
+    return lut->name + ".cube";
+}
+
+// Never destroyed: hosts draw the button while they quit, too, when our statics may be gone.
+struct KeptLabels {
+    std::mutex mu;
+    std::set<std::string> texts;
+};
+
+const char* keep(const std::string& label) {
+    static KeptLabels& kept = *new KeptLabels;
+    const std::lock_guard lock(kept.mu);
+    return kept.texts.insert(label).first->c_str();
+}
+
+PF_Err pushLabel(const PF_InData& host, const PF_ParamUtilsSuite3& suite, const PF_ParamDef& button,
+                 const char* label) {
+    PF_ParamDef labelled = button;
+    std::strcpy(paramName(labelled), kLutButtonName);
+    labelled.u.button_d.u.namesptr = label;
+    return suite.PF_UpdateParamUI(host.effect_ref, kParamLutButton, &labelled);
+}
+
+// Hosts ask for an update many times a second.
+void logOnChange(const char* reason, const char* label, PF_Err result) {
+    static std::mutex mu;
+    static std::string last;
+    std::string key = std::string(reason) + "|" + label + "|" + std::to_string(result);
+    const std::lock_guard lock(mu);
+    if (key == last) return;
+    last = std::move(key);
+    tw::logLine("LUT button: label \"%s\" (%s) -> err %d", label, reason, result);
+}
+
+}  // namespace
+
+void ShowLutName(const PF_InData& host, PF_ParamDef* const* params, const char* reason) {
+    const char* label = keep(labelOf(storedLut(host, params, nullptr).get()));
+    PF_Err result = PF_Err_NONE;
+    {
+        const ParamUtils suite(host.pica_basicP);
+        if (!suite) {
+            tw::logLine("LUT button: no param utils suite (%s)", reason);
+            return;
+        }
+        result = pushLabel(host, *suite.get(), *params[kParamLutButton], label);
+    }
+    logOnChange(reason, label, result);
+}
+
+}  // namespace tw_effect
