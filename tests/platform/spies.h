@@ -1,0 +1,32 @@
+// What the dialogs were asked for, where the window does not tell: AppKit's methods are watched and
+// then do their work as ever.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tw_test {
+
+struct AlertSeen {
+    int runs = 0;
+    int released = 0;  // objects gone
+    long style = -1;
+    std::string headline;
+    std::string text;
+    unsigned long buttons = 0;
+};
+
+struct PanelSeen {
+    std::string message;
+    bool restricted = false;  // whether file types were set
+};
+
+// Watches from now on; for the rest of the process.
+void watchDialogs();
+const AlertSeen& alertSeen();
+const PanelSeen& panelSeen();
+
+// From now on the system knows no file type.
+void forgetFileTypes();
+
+}  // namespace tw_test
