@@ -17,12 +17,12 @@ function(_tintwell_symbol_pattern line out)
     endif()
 endfunction()
 
-# Links TARGET so that it exports exactly what LIST names.
+# Links TARGET so that it exports exactly what LIST, and after it the call, names.
 function(tintwell_export_only target list)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
     file(STRINGS ${list} lines REGEX "^[A-Za-z]")
     set(patterns "")
-    foreach(line IN LISTS lines)
+    foreach(line IN LISTS lines ARGN)
         _tintwell_symbol_pattern(${line} pattern)
         list(APPEND patterns ${pattern})
     endforeach()

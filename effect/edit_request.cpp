@@ -1,9 +1,12 @@
 #include "effect/edit_request.h"
 
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
+#include <string>
 
 #include "effect/alert.h"
+#include "effect/edit_request_line.h"
 #include "effect/stored_lut.h"
 #include "native/src/log.h"
 #include "native/src/paths.h"
@@ -14,15 +17,6 @@ namespace {
 constexpr wchar_t kNoMatch[] =
     L"This LUT wasn't made in the Tintwell panel (or was made before Tintwell kept its matches), "
     L"so there is no match to open. Make one in the panel and press Apply.";
-
-std::string escaped(const std::string& name) {
-    std::string text;
-    for (const char c : name) {
-        if (c == '\\' || c == '"') text.push_back('\\');
-        text.push_back(c);
-    }
-    return text;
-}
 
 std::int64_t millisecondsNow() {
     using std::chrono::duration_cast, std::chrono::milliseconds;
@@ -38,13 +32,6 @@ void writeRequest(const std::string& line) {
 }
 
 }  // namespace
-
-std::string editRequestLine(std::int64_t id, const std::string& name, std::int64_t at) {
-    char line[600];
-    std::snprintf(line, sizeof line, "{\"id\":%ld,\"name\":\"%s\",\"at\":%lld}\n",
-                  static_cast<long>(id), escaped(name).c_str(), static_cast<long long>(at));
-    return line;
-}
 
 PF_Err RequestEdit(const PF_InData& host, PF_ParamDef* const* params) {
     const auto lut = storedLut(host, params, nullptr);

@@ -1,9 +1,6 @@
 // The Edit LUT button: asks the companion panel to reopen the match that a LUT came from.
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "effect/host.h"
 
 namespace tw_effect {
@@ -16,10 +13,5 @@ namespace tw_effect {
 // Threads: the host's UI thread, which waits for the alert; no lock is held. May throw what strings
 // and the decoder throw.
 PF_Err RequestEdit(const PF_InData& host, PF_ParamDef* const* params);
-
-// The request line, with its line feed: {"id":7,"name":"Dusk","at":1732100000000}. `at` is in
-// milliseconds since 1970 UTC. Only backslashes and double quotes of the name are escaped. Cut at
-// 599 bytes, wherever that falls.
-std::string editRequestLine(std::int64_t id, const std::string& name, std::int64_t at);
 
 }  // namespace tw_effect

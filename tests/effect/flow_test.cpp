@@ -1,0 +1,84 @@
+#include "tests/effect/flow_test.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <sstream>
+
+namespace tw_test {
+namespace fs = std::filesystem;
+
+Bytes stored(const std::string& text) {
+    Bytes bytes;
+    for (const char c : text) {
+        bytes.push_back(static_cast<std::uint8_t>(c));
+        bytes.push_back(0);
+    }
+    return bytes;
+}
+
+std::string cube(int size, const std::string& lines) {
+    std::string text = lines + "LUT_3D_SIZE " + std::to_string(size) + "\n";
+    for (int point = 0; point < size * size * size; ++point) {
+        text += point % 2 == 0 ? "0 0 0\n" : "1 1 1\n";
+    }
+    return text;
+}
+
+std::string cubeOfBytes(int size, std::size_t bytes) {
+    const std::string text = cube(size);
+    return "#" + std::string(bytes - text.size() - 2, 'x') + "\n" + text;
+}
+
+FlowTest::FlowTest() {
+    std::string pattern = testing::TempDir() + "tintwell-flow-XXXXXX";
+    home_ = mkdtemp(pattern.data());
+    fs::create_directories(home_ + "/Library/Application Support");
+    setenv("HOME", home_.c_str(), 1);
+    host_ = std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro());
+    host_->start();
+    effect_ = &host_->apply();
+    void* standIn = host_->module().symbol("tintwell_stand_in_dialogs");
+    dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+    log();
+}
+
+// The host goes first, since it reads what the effect left and may log.
+FlowTest::~FlowTest() {
+    host_.reset();
+    fs::remove_all(home_);
+}
+
+std::string FlowTest::write(const std::string& name, const std::string& contents) const {
+    const fs::path file = path(name);
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << contents;
+    return file.string();
+}
+
+std::string FlowTest::read(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+Lines FlowTest::log() {
+    static const std::regex time("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  ");
+    const std::string whole = read(dataPath("effect.log"));
+    std::istringstream fresh(whole.substr(logRead_));
+    logRead_ = whole.size();
+    Lines lines;
+    for (std::string line; std::getline(fresh, line);) {
+        line = std::regex_replace(line, time, "");
+        if (!line.starts_with("Arb ")) lines.push_back(line);
+    }
+    return lines;
+}
+
+host_sim::CommandResult FlowTest::pickFile(const std::string& file) {
+    dialogs().pick = [file] { return file; };
+    return effect().press(kLutButton);
+}
+
+}  // namespace tw_test

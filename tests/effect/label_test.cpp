@@ -1,0 +1,177 @@
+#include <cstddef>
+#include <cstring>
+#include <thread>
+
+#include "native/src/lut_engine.h"
+#include "native/src/lut_text.h"
+#include "tests/effect/flow_test.h"
+
+namespace {
+
+using tw_test::kLut;
+using tw_test::kLutButton;
+using tw_test::Lines;
+using tw_test::stored;
+
+constexpr char kSuite[] = "PF Param Utils Suite";
+
+class ButtonLabel : public tw_test::FlowTest {
+protected:
+    // The label after an update with that text in the parameter.
+    std::string labelOf(const std::string& text) {
+        effect().setBytes(kLut, stored(text));
+        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+        return label();
+    }
+
+    static std::string named(const std::string& name) {
+        tw::Lut3D lut;
+        EXPECT_TRUE(tw::parseCube(tw_test::cube(2), lut, nullptr));
+        return tw::toEmbeddedText(lut, 0, name);
+    }
+
+    void expectNoSuite() {
+        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+        EXPECT_EQ(label(), "Change LUT");
+        const std::string line = "LUT button: no param utils suite (update)";
+        EXPECT_EQ(log(), (Lines{line, line}));
+    }
+};
+
+// ---- Texts
+
+TEST_F(ButtonLabel, asks_for_a_lut_when_the_effect_is_fresh) {
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(label(), "Choose a LUT");
+}
+
+TEST_F(ButtonLabel, asks_for_a_lut_when_there_is_no_handle) {
+    effect().setNull(kLut);
+    effect().updateUi();
+    EXPECT_EQ(label(), "Choose a LUT");
+}
+
+TEST_F(ButtonLabel, asks_for_a_lut_when_the_handle_cannot_be_locked) {
+    effect().setBytes(kLut, stored(named("Film")));
+    host().refusals().failLock(1);
+    effect().updateUi();
+    EXPECT_EQ(label(), "Choose a LUT");
+}
+
+TEST_F(ButtonLabel, asks_for_a_lut_when_the_bytes_are_foreign) {
+    EXPECT_EQ(labelOf("nothing of ours"), "Choose a LUT");
+    EXPECT_EQ(labelOf("TWLUT3 broken"), "Choose a LUT");
+}
+
+TEST_F(ButtonLabel, tells_of_a_calibration_pattern_of_any_size) {
+    EXPECT_EQ(labelOf("TWLUTP 2"), "Calibrating");
+    EXPECT_EQ(labelOf("TWLUTP 64"), "Calibrating");
+}
+
+TEST_F(ButtonLabel, asks_to_apply_again_for_a_name) {
+    std::string text = named("");
+    EXPECT_EQ(labelOf(text), "From Tintwell (Apply again to name it)");
+    text.replace(0, std::strlen("TWLUT3 0 -"), "TWLUT2 5");
+    EXPECT_EQ(labelOf(text), "From Tintwell (Apply again to name it)");
+}
+
+TEST_F(ButtonLabel, is_the_name_as_a_file_name) {
+    EXPECT_EQ(labelOf(named("Warm.v2")), "Warm.v2.cube");
+    EXPECT_EQ(labelOf(named("\xC3\xA9t\xC3\xA9 \"q\"")), "\xC3\xA9t\xC3\xA9 \"q\".cube");
+}
+
+// ---- What the host gets
+
+TEST_F(ButtonLabel, changes_a_copy_of_the_definition_in_two_places) {
+    labelOf(named("Film"));
+    ASSERT_EQ(effect().updates().size(), 1u);
+    const host_sim::ParamUpdate update = effect().updates().front();
+    EXPECT_EQ(update.index, kLutButton);
+    PF_ParamDef expected = host().params().at(kLutButton).definition;
+    expected.uu.change_flags = PF_ChangeFlag_NONE;
+    EXPECT_STREQ(update.definition.name, "LUT ");
+    std::memcpy(expected.name, update.definition.name, sizeof expected.name);
+    expected.u.button_d.u.namesptr = update.definition.u.button_d.u.namesptr;
+    EXPECT_EQ(std::memcmp(&update.definition, &expected, sizeof expected), 0);
+}
+
+TEST_F(ButtonLabel, keeps_every_text_where_the_host_found_it) {
+    host_sim::Instance& other = host().apply();
+    other.setBytes(kLut, stored(named("kept")));
+    other.updateUi();
+    for (int i = 0; i < 300; ++i)
+        labelOf(named("n" + std::to_string(i)));
+    EXPECT_EQ(other.label(kLutButton), "kept.cube");
+    labelOf(named("kept"));
+    EXPECT_EQ(effect().updates().back().label, other.updates().back().label);
+}
+
+// ---- The log
+
+TEST_F(ButtonLabel, is_logged_when_it_or_its_reason_changes) {
+    pickFile(write("Film.cube", tw_test::cube(2)));
+    EXPECT_EQ(log().back(), "LUT button: label \"Film.cube\" (picked) -> err 0");
+    effect().updateUi();
+    EXPECT_EQ(log(), Lines{"LUT button: label \"Film.cube\" (update) -> err 0"});
+    effect().updateUi();
+    EXPECT_EQ(log(), Lines());
+    labelOf("TWLUTP 8");
+    EXPECT_EQ(log(), Lines{"LUT button: label \"Calibrating\" (update) -> err 0"});
+}
+
+TEST_F(ButtonLabel, is_logged_when_the_hosts_answer_changes) {
+    host().refusals().failParamUpdate(PF_Err_INVALID_CALLBACK);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 515"});
+    host().refusals().clear();
+    effect().updateUi();
+    EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 0"});
+}
+
+// ---- No suite
+
+TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {
+    host().refusals().hideSuite(kSuite);
+    expectNoSuite();
+}
+
+TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
+    host().refusals().nullSuite(kSuite);
+    expectNoSuite();
+}
+
+TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
+    host().refusals().withoutBasicSuite(true);
+    expectNoSuite();
+}
+
+TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
+    host().refusals().hideSuite(kSuite);
+    const auto result = pickFile(write("Film.cube", tw_test::cube(2)));
+    EXPECT_EQ(result.error, PF_Err_NONE);
+    EXPECT_EQ(result.changed, std::vector<int>{kLut});
+    EXPECT_EQ(log().back(), "LUT button: no param utils suite (picked)");
+}
+
+// ---- Threads
+
+TEST_F(ButtonLabel, may_be_worked_out_on_several_threads) {
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number) {
+        host_sim::Instance& instance = host().apply();
+        threads.emplace_back([&instance, number] {
+            for (int i = 0; i < 25; ++i) {
+                const std::string name = std::to_string(number) + "-" + std::to_string(i);
+                instance.setBytes(kLut, stored(named(name)));
+                instance.updateUi();
+                EXPECT_EQ(instance.label(kLutButton), name + ".cube");
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+}  // namespace

@@ -1,0 +1,28 @@
+// Stands in for the native dialogs in the module TintwellStandIn: a test plays the user.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tw_test {
+
+struct ShownAlert {
+    std::string message;
+    bool warning = false;
+
+    bool operator==(const ShownAlert&) const = default;
+};
+
+// Threads: the test sets it up before it sends commands; commands that open dialogs come one at a
+// time.
+struct StandInDialogs {
+    // The user's answer to the open panel; no answer cancels it.
+    std::function<std::string()> pick;
+    std::vector<std::string> folders;  // that the panel was opened in
+    std::vector<ShownAlert> alerts;
+};
+
+}  // namespace tw_test
+
+extern "C" tw_test::StandInDialogs* tintwell_stand_in_dialogs();
