@@ -12,11 +12,11 @@
 
 namespace {
 
-using tw_test::kEditButton;
-using tw_test::kLut;
-using tw_test::Lines;
-using tw_test::ShownAlert;
-using tw_test::stored;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::Lines;
+using twtest::ShownAlert;
+using twtest::stored;
 using Alerts = std::vector<ShownAlert>;
 
 constexpr char kPressed[] = "USER_CHANGED_PARAM index 4";
@@ -33,11 +33,11 @@ std::int64_t millisecondsNow() {
 
 std::string lutText(long id, const std::string& name) {
     tw::Lut3D lut;
-    EXPECT_TRUE(tw::parseCube(tw_test::cube(2), lut, nullptr));
+    EXPECT_TRUE(tw::parseCube(twtest::cube(2), lut, nullptr));
     return tw::toEmbeddedText(lut, id, name);
 }
 
-class EditRequest : public tw_test::FlowTest {
+class EditRequest : public twtest::FlowTest {
 protected:
     EditRequest() : file_(dataPath("edit-request.json")) {}
 
@@ -56,14 +56,14 @@ protected:
         press();
         EXPECT_EQ(log(), (Lines{kPressed, "Edit LUT: no match ID"}));
         EXPECT_EQ(dialogs().alerts, Alerts{kNoMatchAlert});
-        EXPECT_EQ(read(file_), "older\n");
+        EXPECT_EQ(twtest::readFile(file_), "older\n");
     }
 
     // Presses and returns the request without its time, which must be now.
     std::string requestWithoutTime() {
         const std::int64_t before = millisecondsNow();
         press();
-        const std::string line = read(file_);
+        const std::string line = twtest::readFile(file_);
         std::smatch parts;
         if (!std::regex_search(line, parts, std::regex("\"at\":(\\d+)\\}\n$"))) return line;
         const std::int64_t at = std::stoll(parts[1]);
@@ -119,7 +119,7 @@ TEST_F(EditRequest, is_one_line_for_the_panel) {
     EXPECT_EQ(requestWithoutTime(), "{\"id\":7,\"name\":\"Dusk\",\"at\":");
     EXPECT_EQ(log(), (Lines{kPressed, "Edit LUT: requested match 7 (Dusk)"}));
     EXPECT_EQ(dialogs().alerts, Alerts());
-    const auto request = nlohmann::json::parse(read(file_));
+    const auto request = nlohmann::json::parse(twtest::readFile(file_));
     EXPECT_EQ(request.size(), 3u);
     EXPECT_EQ(request["id"], 7);
 }
@@ -128,7 +128,7 @@ TEST_F(EditRequest, escapes_quotes_and_backslashes) {
     hold(lutText(7, "say \"hi\" \\o/"));
     EXPECT_EQ(requestWithoutTime(), R"({"id":7,"name":"say \"hi\" \\o/","at":)");
     EXPECT_EQ(log().back(), "Edit LUT: requested match 7 (say \"hi\" \\o/)");
-    EXPECT_EQ(nlohmann::json::parse(read(file_))["name"], "say \"hi\" \\o/");
+    EXPECT_EQ(nlohmann::json::parse(twtest::readFile(file_))["name"], "say \"hi\" \\o/");
 }
 
 TEST_F(EditRequest, leaves_every_other_byte_as_it_is) {
@@ -151,10 +151,10 @@ TEST_F(EditRequest, replaces_an_older_one_whole) {
 TEST_F(EditRequest, has_a_later_time_when_pressed_again) {
     hold(lutText(7, "Dusk"));
     press();
-    const auto first = nlohmann::json::parse(read(file_));
+    const auto first = nlohmann::json::parse(twtest::readFile(file_));
     std::this_thread::sleep_for(std::chrono::milliseconds(3));
     press();
-    const auto second = nlohmann::json::parse(read(file_));
+    const auto second = nlohmann::json::parse(twtest::readFile(file_));
     EXPECT_EQ(second["id"], first["id"]);
     EXPECT_EQ(second["name"], first["name"]);
     EXPECT_GT(second["at"].get<std::int64_t>(), first["at"].get<std::int64_t>());
@@ -168,7 +168,7 @@ TEST_F(EditRequest, is_cut_at_599_bytes) {
     std::string escaped;
     for (std::size_t i = 0; i < name.size(); ++i)
         escaped += "\\\"";
-    EXPECT_EQ(read(file_), ("{\"id\":7,\"name\":\"" + escaped).substr(0, 599));
+    EXPECT_EQ(twtest::readFile(file_), ("{\"id\":7,\"name\":\"" + escaped).substr(0, 599));
 }
 
 TEST_F(EditRequest, is_lost_without_a_word_when_the_file_cannot_be_opened) {

@@ -14,7 +14,7 @@ std::atomic<std::size_t> refusedBytes{0};
 
 }  // namespace
 
-namespace tw_test {
+namespace twtest {
 
 void failRead(int nth) {
     callsUntilFailure = nth;
@@ -24,9 +24,22 @@ void failAllocationsFrom(std::size_t bytes) {
     refusedBytes = bytes;
 }
 
-}  // namespace tw_test
+bool canFailAllocations() {
+    failAllocationsFrom(1);
+    bool failed = false;
+    try {
+        ::operator delete(::operator new(1));
+    } catch (const std::bad_alloc&) {
+        failed = true;
+    }
+    failAllocationsFrom(0);
+    return failed;
+}
 
-// The program exports what follows, so that it is found before the system libraries' own.
+}  // namespace twtest
+
+// The program exports what follows, so that it is found before the system libraries' own. Weak, so
+// that ThreadSanitizer's operators, which come with the program, win.
 
 extern "C" __attribute__((visibility("default"))) std::size_t fread(void* buffer, std::size_t size,
                                                                     std::size_t count,
@@ -36,7 +49,7 @@ extern "C" __attribute__((visibility("default"))) std::size_t fread(void* buffer
     return real(buffer, size, count, file);
 }
 
-void* operator new(std::size_t size) {
+__attribute__((weak)) void* operator new(std::size_t size) {
     const std::size_t refused = refusedBytes;
     if (refused != 0 && size >= refused) throw std::bad_alloc();
     void* block = std::malloc(size != 0 ? size : 1);
@@ -44,10 +57,10 @@ void* operator new(std::size_t size) {
     return block;
 }
 
-void operator delete(void* block) noexcept {
+__attribute__((weak)) void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept {
+__attribute__((weak)) void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }

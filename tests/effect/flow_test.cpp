@@ -1,13 +1,10 @@
 #include "tests/effect/flow_test.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <sstream>
 
-namespace tw_test {
+namespace twtest {
 namespace fs = std::filesystem;
 
 Bytes stored(const std::string& text) {
@@ -33,10 +30,6 @@ std::string cubeOfBytes(int size, std::size_t bytes) {
 }
 
 FlowTest::FlowTest() {
-    std::string pattern = testing::TempDir() + "tintwell-flow-XXXXXX";
-    home_ = mkdtemp(pattern.data());
-    fs::create_directories(home_ + "/Library/Application Support");
-    setenv("HOME", home_.c_str(), 1);
     host_ = std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro());
     host_->start();
     effect_ = &host_->apply();
@@ -45,27 +38,16 @@ FlowTest::FlowTest() {
     log();
 }
 
-// The host goes first, since it reads what the effect left and may log.
-FlowTest::~FlowTest() {
-    host_.reset();
-    fs::remove_all(home_);
-}
-
 std::string FlowTest::write(const std::string& name, const std::string& contents) const {
     const fs::path file = path(name);
     fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << contents;
-    return file.string();
-}
-
-std::string FlowTest::read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    writeFile(file, contents);
+    return file;
 }
 
 Lines FlowTest::log() {
     static const std::regex time("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  ");
-    const std::string whole = read(dataPath("effect.log"));
+    const std::string whole = readFile(dataPath("effect.log"));
     std::istringstream fresh(whole.substr(logRead_));
     logRead_ = whole.size();
     Lines lines;
@@ -81,4 +63,4 @@ host_sim::CommandResult FlowTest::pickFile(const std::string& file) {
     return effect().press(kLutButton);
 }
 
-}  // namespace tw_test
+}  // namespace twtest

@@ -11,8 +11,9 @@
 
 #include "host_sim/host.h"
 #include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/temp_folder.h"
 
-namespace tw_test {
+namespace twtest {
 
 enum Index { kAmount = 1, kLut = 2, kLutButton = 3, kEditButton = 4 };
 
@@ -30,15 +31,11 @@ std::string cubeOfBytes(int size, std::size_t bytes);
 class FlowTest : public testing::Test {
 protected:
     FlowTest();
-    ~FlowTest() override;
 
     // A file in the home; the folders on the way are made.
     std::string write(const std::string& name, const std::string& contents) const;
-    std::string path(const std::string& name) const { return home_ + "/" + name; }
-    std::string dataPath(const std::string& name) const {
-        return path("Library/Application Support/Tintwell/" + name);
-    }
-    static std::string read(const std::string& path);
+    std::string path(const std::string& name) const { return home_ / name; }
+    std::string dataPath(const std::string& name) const { return home_.dataFile(name); }
 
     // What was logged since the last call, without the times.
     Lines log();
@@ -53,11 +50,11 @@ protected:
     std::string label() { return effect().label(kLutButton); }
 
 private:
-    std::string home_;
+    TempHome home_;
     std::unique_ptr<host_sim::Host> host_;
     host_sim::Instance* effect_ = nullptr;
     StandInDialogs* dialogs_ = nullptr;
     std::size_t logRead_ = 0;
 };
 
-}  // namespace tw_test
+}  // namespace twtest

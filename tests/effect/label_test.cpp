@@ -8,14 +8,14 @@
 
 namespace {
 
-using tw_test::kLut;
-using tw_test::kLutButton;
-using tw_test::Lines;
-using tw_test::stored;
+using twtest::kLut;
+using twtest::kLutButton;
+using twtest::Lines;
+using twtest::stored;
 
 constexpr char kSuite[] = "PF Param Utils Suite";
 
-class ButtonLabel : public tw_test::FlowTest {
+class ButtonLabel : public twtest::FlowTest {
 protected:
     // The label after an update with that text in the parameter.
     std::string labelOf(const std::string& text) {
@@ -26,7 +26,7 @@ protected:
 
     static std::string named(const std::string& name) {
         tw::Lut3D lut;
-        EXPECT_TRUE(tw::parseCube(tw_test::cube(2), lut, nullptr));
+        EXPECT_TRUE(tw::parseCube(twtest::cube(2), lut, nullptr));
         return tw::toEmbeddedText(lut, 0, name);
     }
 
@@ -110,7 +110,7 @@ TEST_F(ButtonLabel, keeps_every_text_where_the_host_found_it) {
 // ---- The log
 
 TEST_F(ButtonLabel, is_logged_when_it_or_its_reason_changes) {
-    pickFile(write("Film.cube", tw_test::cube(2)));
+    pickFile(write("Film.cube", twtest::cube(2)));
     EXPECT_EQ(log().back(), "LUT button: label \"Film.cube\" (picked) -> err 0");
     effect().updateUi();
     EXPECT_EQ(log(), Lines{"LUT button: label \"Film.cube\" (update) -> err 0"});
@@ -149,7 +149,7 @@ TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
 
 TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
     host().refusals().hideSuite(kSuite);
-    const auto result = pickFile(write("Film.cube", tw_test::cube(2)));
+    const auto result = pickFile(write("Film.cube", twtest::cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
     EXPECT_EQ(log().back(), "LUT button: no param utils suite (picked)");

@@ -3,15 +3,15 @@
 #include "native/src/export.h"
 #include "platform/mac/dialogs.h"
 
-extern "C" TW_EXPORT tw_test::StandInDialogs* tintwell_stand_in_dialogs() {
-    static tw_test::StandInDialogs dialogs;
+extern "C" TW_EXPORT twtest::StandInDialogs* tintwell_stand_in_dialogs() {
+    static twtest::StandInDialogs dialogs;
     return &dialogs;
 }
 
 namespace tw_mac {
 
 std::string PickCube(const std::string& folder) {
-    tw_test::StandInDialogs& dialogs = *tintwell_stand_in_dialogs();
+    twtest::StandInDialogs& dialogs = *tintwell_stand_in_dialogs();
     dialogs.folders.push_back(folder);
     return dialogs.pick ? dialogs.pick() : std::string();
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tw_test {
+namespace twtest {
 
 struct ShownAlert {
     std::string message;
@@ -23,6 +23,6 @@ struct StandInDialogs {
     std::vector<ShownAlert> alerts;
 };
 
-}  // namespace tw_test
+}  // namespace twtest
 
-extern "C" tw_test::StandInDialogs* tintwell_stand_in_dialogs();
+extern "C" twtest::StandInDialogs* tintwell_stand_in_dialogs();

@@ -11,11 +11,11 @@
 
 namespace {
 
-using tw_test::alertSeen;
-using tw_test::Dialog;
-using tw_test::panelSeen;
-using tw_test::Robot;
-using tw_test::ScreenPoint;
+using twtest::alertSeen;
+using twtest::Dialog;
+using twtest::panelSeen;
+using twtest::Robot;
+using twtest::ScreenPoint;
 using Names = std::vector<std::string>;
 
 // The robot looks 50 times a second.
@@ -41,17 +41,17 @@ bool cancel(Dialog& dialog) {
     return dialog.click("Cancel");
 }
 
-class PickCube : public tw_test::ScreenTest {
+class PickCube : public twtest::ScreenTest {
 protected:
     void SetUp() override {
         ScreenTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) return;
-        tw_test::watchDialogs();
+        twtest::watchDialogs();
         for (const char* name :
              {"alpha.cube", "été.cube", "UPPER.CUBE", "notes.txt", "sub/x.cube"}) {
             write(std::string("LUTs/") + name, "LUT_3D_SIZE 2\n");
         }
-        luts_ = folder() + "/LUTs";
+        luts_ = home() / "LUTs";
     }
 
     // Picks that row and presses OK.
@@ -78,7 +78,7 @@ TEST_F(PickCube, asks_for_one_cube_file) {
         EXPECT_EQ(dialog.folder(), luts_);
         rows = dialog.rows();
         std::sort(rows.begin(), rows.end());
-        tw_test::takePicture("open-panel");
+        twtest::takePicture("open-panel");
         return dialog.click("OK");
     });
     EXPECT_EQ(tw_mac::PickCube(luts_), luts_ + "/alpha.cube");
@@ -120,7 +120,7 @@ TEST_F(PickCube, opens_somewhere_when_the_folder_is_not_utf8) {
 }
 
 TEST_F(PickCube, offers_all_files_when_the_type_is_unknown) {
-    tw_test::forgetFileTypes();
+    twtest::forgetFileTypes();
     EXPECT_EQ(pick("notes.txt"), luts_ + "/notes.txt");
     EXPECT_FALSE(panelSeen().restricted);
 }
@@ -129,12 +129,12 @@ TEST_F(PickCube, shows_on_the_main_thread_when_called_on_another) {
     bool shownOnMainThread = false;
     bool calledOnMainThread = true;
     Robot robot([&](Dialog& dialog) {
-        shownOnMainThread = tw_test::onMainThread();
+        shownOnMainThread = twtest::onMainThread();
         return dialog.selectRow("alpha.cube") && dialog.click("OK");
     });
     std::string path;
-    tw_test::whileApplicationRuns([&] {
-        calledOnMainThread = tw_test::onMainThread();
+    twtest::whileApplicationRuns([&] {
+        calledOnMainThread = twtest::onMainThread();
         path = tw_mac::PickCube(luts_);
     });
     EXPECT_FALSE(calledOnMainThread);
@@ -161,11 +161,11 @@ TEST_F(PickCube, is_cancelled_with_the_escape_key) {
     EXPECT_TRUE(robot.acted());
 }
 
-class Alert : public tw_test::ScreenTest {
+class Alert : public twtest::ScreenTest {
 protected:
     void SetUp() override {
         ScreenTest::SetUp();
-        if (!IsSkipped() && !HasFatalFailure()) tw_test::watchDialogs();
+        if (!IsSkipped() && !HasFatalFailure()) twtest::watchDialogs();
     }
 
     static void expectOneAlert() {
@@ -189,7 +189,7 @@ TEST_F(Alert, shows_headline_message_and_one_button) {
         EXPECT_TRUE(contains(dialog.texts(), "Tintwell"));
         EXPECT_TRUE(contains(dialog.texts(), kMessage));
         EXPECT_EQ(dialog.buttons(), Names{"OK"});
-        tw_test::takePicture("alert");
+        twtest::takePicture("alert");
         return dialog.click("OK");
     });
     tw_mac::Alert(kMessage, true);
@@ -224,11 +224,11 @@ TEST_F(Alert, holds_a_caller_on_another_thread_until_it_is_closed) {
     std::atomic<bool> closed{false};
     bool closedOnReturn = false;
     Robot robot([&](Dialog& dialog) {
-        shownOnMainThread = tw_test::onMainThread();
+        shownOnMainThread = twtest::onMainThread();
         closed = true;
         return dialog.click("OK");
     });
-    tw_test::whileApplicationRuns([&] {
+    twtest::whileApplicationRuns([&] {
         tw_mac::Alert(kMessage, true);
         closedOnReturn = closed;
     });

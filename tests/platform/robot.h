@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-namespace tw_test {
+namespace twtest {
 
 struct ScreenPoint {
     int x, y;  // pixels from the screen's top left
@@ -58,4 +58,4 @@ void whileApplicationRuns(std::function<void()> work);
 
 bool onMainThread();
 
-}  // namespace tw_test
+}  // namespace twtest

@@ -27,7 +27,7 @@ void wakeLoop() {
 
 @interface TintwellTicker : NSObject {
 @public
-    std::function<bool(tw_test::Dialog&)>* step;
+    std::function<bool(twtest::Dialog&)>* step;
     std::atomic<bool> finished;
     std::atomic<bool> acted;
     int ticks;
@@ -40,7 +40,7 @@ void wakeLoop() {
 - (void)tick {
     NSWindow* window = [NSApp modalWindow];
     if (finished || window == nil || ![window isVisible]) return;
-    tw_test::Dialog dialog;
+    twtest::Dialog dialog;
     if ((*step)(dialog)) acted = finished = true;
     constexpr int kPatience = 1000;
     if (!finished && ++ticks > kPatience) {
@@ -55,7 +55,7 @@ void wakeLoop() {
 }
 @end
 
-namespace tw_test {
+namespace twtest {
 namespace {
 
 NSString* text(const std::string& utf8) {
@@ -236,4 +236,4 @@ bool onMainThread() {
     return [NSThread isMainThread];
 }
 
-}  // namespace tw_test
+}  // namespace twtest

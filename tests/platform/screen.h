@@ -1,4 +1,4 @@
-// A screen of a test's own, and a home that is thrown away.
+// A screen of a test's own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,23 +6,24 @@
 
 #include <string>
 
-namespace tw_test {
+#include "tests/support/temp_folder.h"
 
-// Starts an X server without a screen, points DISPLAY at it and HOME at an empty folder, and makes
-// the test process an application. Skips the test where no X server is installed. A test that takes
-// longer than a minute is killed.
+namespace twtest {
+
+// Starts an X server without a screen, points DISPLAY at it, and makes the test process an
+// application, with a home of its own. Skips the test where no X server is installed. A test that
+// takes longer than a minute is killed.
 class ScreenTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Folder of the test, HOME being a folder in it.
-    const std::string& folder() const { return folder_; }
-    // Writes a file into the folder, the folders on the way included; returns its path.
+    const TempHome& home() const { return home_; }
+    // Writes a file into the home, the folders on the way included; returns its path.
     std::string write(const std::string& name, const std::string& contents) const;
 
 private:
-    std::string folder_;
+    TempHome home_;
     pid_t server_ = -1;
 };
 
@@ -30,4 +31,4 @@ private:
 // Nothing without ImageMagick.
 void takePicture(const std::string& name);
 
-}  // namespace tw_test
+}  // namespace twtest

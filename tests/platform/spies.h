@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tw_test {
+namespace twtest {
 
 struct AlertSeen {
     int runs = 0;
@@ -29,4 +29,4 @@ const PanelSeen& panelSeen();
 // From now on the system knows no file type.
 void forgetFileTypes();
 
-}  // namespace tw_test
+}  // namespace twtest

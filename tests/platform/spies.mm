@@ -6,8 +6,8 @@
 
 namespace {
 
-tw_test::AlertSeen alert;
-tw_test::PanelSeen panel;
+twtest::AlertSeen alert;
+twtest::PanelSeen panel;
 
 void exchange(Class kind, SEL watched, SEL spy) {
     method_exchangeImplementations(class_getInstanceMethod(kind, watched),
@@ -50,7 +50,7 @@ void exchange(Class kind, SEL watched, SEL spy) {
 }
 @end
 
-namespace tw_test {
+namespace twtest {
 
 void watchDialogs() {
     exchange([NSAlert class], @selector(runModal), @selector(tintwellSpyRunModal));
@@ -74,4 +74,4 @@ void forgetFileTypes() {
         class_getClassMethod([UTType class], @selector(tintwellSpyNoType:)));
 }
 
-}  // namespace tw_test
+}  // namespace twtest

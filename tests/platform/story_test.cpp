@@ -1,8 +1,6 @@
 // An editor's whole way through the plug-in, in real windows: the module, the simulated host, and a
 // robot at the dialogs.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 #include "host_sim/host.h"
@@ -14,8 +12,8 @@ namespace {
 using host_sim::Frame;
 using host_sim::Host;
 using host_sim::Instance;
-using tw_test::Dialog;
-using tw_test::Robot;
+using twtest::Dialog;
+using twtest::Robot;
 
 namespace fs = std::filesystem;
 
@@ -24,34 +22,26 @@ enum Index { kLut = 2, kLutButton = 3, kEditButton = 4 };
 // The robot looks 50 times a second.
 constexpr int kLooksUntilDrawn = 15;
 
-class Story : public tw_test::ScreenTest {
+class Story : public twtest::ScreenTest {
 protected:
     void SetUp() override {
         ScreenTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) return;
-        fs::create_directories(folder() + "/home/Library/Application Support");
-        const std::string luts = folder() + "/home/Documents/Tintwell LUTs";
+        const std::string luts = home() / "Documents/Tintwell LUTs";
         fs::create_directories(luts);
         fs::copy(TINTWELL_EXAMPLES, luts, fs::copy_options::recursive);
-        const std::string look = read(luts + "/golden-hour.cube");
-        write("home/Documents/Tintwell LUTs/Dusk \"two\".cube", "# Tintwell match 42\n" + look);
+        const std::string look = twtest::readFile(luts + "/golden-hour.cube");
+        write("Documents/Tintwell LUTs/Dusk \"two\".cube", "# Tintwell match 42\n" + look);
     }
 
-    static std::string read(const fs::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    std::string request() const {
-        return read(folder() + "/home/Library/Application Support/Tintwell/edit-request.json");
-    }
+    std::string request() const { return twtest::readFile(home().dataFile("edit-request.json")); }
 
     static void pickLut(Instance& effect, const std::string& row, const char* picture = nullptr) {
         int looks = 0;
         Robot robot([&](Dialog& dialog) {
             if (++looks == 1) EXPECT_TRUE(dialog.selectRow(row));
             if (looks < kLooksUntilDrawn) return false;
-            if (picture) tw_test::takePicture(picture);
+            if (picture) twtest::takePicture(picture);
             return dialog.click("OK");
         });
         const host_sim::CommandResult result = effect.press(kLutButton);
@@ -68,7 +58,7 @@ protected:
         Robot robot([&](Dialog& dialog) {
             if (++looks < kLooksUntilDrawn) return false;
             said = dialog.texts();
-            if (picture) tw_test::takePicture(picture);
+            if (picture) twtest::takePicture(picture);
             return dialog.click("OK");
         });
         EXPECT_EQ(effect.press(kEditButton).error, PF_Err_NONE);
@@ -94,7 +84,7 @@ protected:
 };
 
 TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
-    const std::string project = folder() + "/film.project";
+    const std::string project = home() / "film.project";
     std::vector<std::uint8_t> graded;
     {
         Host host(TINTWELL_MODULE, host_sim::premierePro());
@@ -111,7 +101,7 @@ TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
         host.save(effect, project);
     }
     // The project needs no file but itself.
-    fs::rename(folder() + "/home/Documents", folder() + "/elsewhere");
+    fs::rename(home() / "Documents", home() / "elsewhere");
 
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
@@ -126,7 +116,7 @@ TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
     EXPECT_NE(said[1].find("so there is no match to open"), std::string::npos) << said[1];
     EXPECT_EQ(request(), "");
 
-    fs::rename(folder() + "/elsewhere", folder() + "/home/Documents");
+    fs::rename(home() / "elsewhere", home() / "Documents");
     pickLut(effect, "golden-hour.cube");
     EXPECT_EQ(effect.label(kLutButton), "golden-hour.cube");
     EXPECT_EQ(pressEdit(effect), std::vector<std::string>());
@@ -144,7 +134,7 @@ TEST_F(Story, a_match_with_quotes_in_its_name_is_requested_from_after_effects) {
 }
 
 TEST_F(Story, an_unreadable_file_is_refused_with_an_alert) {
-    write("home/Documents/Tintwell LUTs/broken.cube", "LUT_3D_SIZE 2\n");
+    write("Documents/Tintwell LUTs/broken.cube", "LUT_3D_SIZE 2\n");
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
     Instance& effect = host.apply();
@@ -160,8 +150,8 @@ TEST_F(Story, an_unreadable_file_is_refused_with_an_alert) {
     EXPECT_EQ(effect.press(kLutButton).changed, std::vector<int>());
     EXPECT_TRUE(robot.acted());
     ASSERT_GE(said.size(), 2u);
-    EXPECT_EQ(said[1], "Tintwell could not read this LUT:\n" + folder() +
-                           "/home/Documents/Tintwell LUTs/broken.cube");
+    EXPECT_EQ(said[1], "Tintwell could not read this LUT:\n" + home().path() +
+                           "/Documents/Tintwell LUTs/broken.cube");
 }
 
 TEST_F(Story, other_threads_render_while_a_dialog_is_open) {
@@ -183,7 +173,7 @@ TEST_F(Story, other_threads_render_while_a_dialog_is_open) {
         if (frames < framesBefore + 3) return false;
         return dialog.selectRow("golden-hour.cube") && dialog.click("OK");
     });
-    tw_test::whileApplicationRuns([&] {
+    twtest::whileApplicationRuns([&] {
         EXPECT_EQ(effect.press(kLutButton).changed, std::vector<int>{kLut});
         closed = true;
     });
