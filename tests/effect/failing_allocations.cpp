@@ -1,0 +1,50 @@
+#include "tests/effect/failing_allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+struct Failing {
+    std::size_t least = 1;
+    std::size_t most = 0;
+    int count = 0;
+};
+
+thread_local Failing failing;
+
+}  // namespace
+
+namespace effect_test {
+
+FailingAllocations::FailingAllocations(std::size_t least, std::size_t most) {
+    failing = {least, most, 0};
+}
+
+FailingAllocations::~FailingAllocations() {
+    failing = {};
+}
+
+int FailingAllocations::count() const {
+    return failing.count;
+}
+
+}  // namespace effect_test
+
+// The library's other forms of new and delete end in these.
+void* operator new(std::size_t size) {
+    if (size >= failing.least && size <= failing.most) {
+        ++failing.count;
+        throw std::bad_alloc();
+    }
+    if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}

@@ -1,0 +1,75 @@
+// What the module says of itself when a host first meets it.
+#include <array>
+#include <cstring>
+
+#include "tests/effect/effect_fixture.h"
+
+namespace effect_test {
+namespace {
+
+using RegistrationTest = EffectTest;
+
+TEST_F(RegistrationTest, passesTheTenValues_whenTheHostAsks) {
+    ASSERT_EQ(open(host_sim::premierePro()).registerEffect(), 0);
+    ASSERT_EQ(host->registrations().size(), 1U);
+    const host_sim::Registration& given = host->registrations()[0];
+    EXPECT_NE(given.data, nullptr);
+    EXPECT_EQ(given.name, "Tintwell");
+    EXPECT_EQ(given.matchName, "TNWL Tintwell");
+    EXPECT_EQ(given.category, "Color Correction");
+    EXPECT_EQ(given.entryPoint, "EffectMain");
+    EXPECT_EQ(given.kind, 1699105620);  // 'eFKT'
+    EXPECT_EQ(given.apiMajor, 13);
+    EXPECT_EQ(given.apiMinor, 29);
+    EXPECT_EQ(given.reservedInfo, 8);
+    EXPECT_EQ(given.supportUrl, "https://tintwell.example/support");
+}
+
+TEST_F(RegistrationTest, isTheSame_whenTheHostIsAfterEffects) {
+    ASSERT_EQ(open(host_sim::afterEffects()).registerEffect(), 0);
+    ASSERT_EQ(host->registrations().size(), 1U);
+    EXPECT_EQ(host->registrations()[0].matchName, "TNWL Tintwell");
+    EXPECT_EQ(host->registrations()[0].apiMajor, 13);
+}
+
+TEST_F(RegistrationTest, passesTheHostsRefusalBack_afterOneCall) {
+    open(host_sim::premierePro());
+    host->refusals().failRegistration(13);
+    EXPECT_EQ(host->registerEffect(), 13);
+    EXPECT_EQ(host->registrations().size(), 1U);
+}
+
+TEST_F(RegistrationTest, logsNothing_whenItRegisters) {
+    open(host_sim::premierePro()).registerEffect();
+    EXPECT_EQ(newLogLines(), Lines());
+}
+
+// What the callback below was given. It has no context, so this is where it writes.
+struct Given {
+    PF_PluginDataPtr data = nullptr;
+    int calls = 0;
+} given;
+
+A_Err record(PF_PluginDataPtr data, const A_u_char*, const A_u_char*, const A_u_char*,
+             const A_u_char*, A_long, A_long, A_long, A_long, const A_u_char*) {
+    given.data = data;
+    ++given.calls;
+    return -7;
+}
+
+TEST_F(RegistrationTest, needsNothingBeyondTheCallback_whenTheRestIsNull) {
+    const auto entry = open(host_sim::premierePro()).module().registration();
+    int token = 0;
+    const auto data = reinterpret_cast<PF_PluginDataPtr>(&token);
+    EXPECT_EQ(entry(data, record, nullptr, nullptr, nullptr), -7);
+    EXPECT_EQ(given.data, data);
+    EXPECT_EQ(given.calls, 1);
+}
+
+TEST_F(RegistrationTest, namesAnEntryPointThatTheModuleExports) {
+    open(host_sim::premierePro()).registerEffect();
+    EXPECT_NO_THROW(host->module().command(host->registrations()[0].entryPoint.c_str()));
+}
+
+}  // namespace
+}  // namespace effect_test
