@@ -51,6 +51,8 @@ CommandResult Instance::render(const Frame& input, Frame& output, const RenderSe
     CommandResult result;
     {
         const std::shared_lock lock(mutex_);
+        // First: a request that comes while the effect renders is not met by this picture.
+        needsRender_ = false;
         result = renderLocked(input, output, settings);
     }
     const std::string during =
@@ -100,7 +102,7 @@ CommandResult Instance::sendWith(const std::vector<PF_ParamDef>& values, Request
 CommandResult Instance::press(int index) {
     session_.params.at(index);
     Guarded<PF_UserChangedParamExtra> extra({index});
-    CommandResult result = command(PF_Cmd_USER_CHANGED_PARAM, extra.get());
+    CommandResult result = sendPress(extra.get());
     if (!extra.isIntact()) {
         session_.books.problemAtEnd("Bytes beside the extra record were overwritten");
     }
@@ -108,7 +110,14 @@ CommandResult Instance::press(int index) {
 }
 
 CommandResult Instance::pressWithoutRecord() {
-    return command(PF_Cmd_USER_CHANGED_PARAM);
+    return sendPress(nullptr);
+}
+
+CommandResult Instance::sendPress(void* extra) {
+    CommandResult result = command(PF_Cmd_USER_CHANGED_PARAM, extra);
+    if ((result.out.out_flags & PF_OutFlag_FORCE_RERENDER) != 0) needsRender_ = true;
+    if ((result.out.out_flags & PF_OutFlag_REFRESH_UI) != 0) updateUi();
+    return result;
 }
 
 CommandResult Instance::updateUi() {
@@ -140,6 +149,7 @@ void Instance::takeOver(ParamArray& params, const std::vector<int>& changed) {
         arbitrary.value = session_.handles.latest(arbitrary.value);
     }
     for (const int index : changed) {
+        needsRender_ = true;
         if (params[index].param_type == PF_Param_FLOAT_SLIDER) {
             value(index, PF_Param_FLOAT_SLIDER).u.fs_d.value = params[index].u.fs_d.value;
         }
@@ -160,6 +170,7 @@ void Instance::replace(int index, PF_ArbitraryH handle) {
         return;
     }
     arbitrary.value = handle;
+    needsRender_ = true;
     if (session_.handles.isLive(old)) arbitraryCalls(index).dispose(old);
 }
 
@@ -171,6 +182,7 @@ double Instance::slider(int index) const {
 void Instance::setSlider(int index, double number) {
     const std::unique_lock lock(mutex_);
     value(index, PF_Param_FLOAT_SLIDER).u.fs_d.value = number;
+    needsRender_ = true;
 }
 
 PF_ArbitraryH Instance::arbitrary(int index) const {

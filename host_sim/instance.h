@@ -1,6 +1,7 @@
 // One applied effect with its parameter values.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <shared_mutex>
 #include <string>
@@ -36,11 +37,14 @@ public:
     CommandResult render(const Frame& input, Frame& output, const RenderSettings& settings = {});
 
     // USER_CHANGED_PARAM, as when the user presses a button. Values that the effect changed and
-    // flagged are taken over.
+    // flagged are taken over, and a UI refresh that it asks for follows as updateUi().
     CommandResult press(int index);
     // The same with a null extra record.
     CommandResult pressWithoutRecord();
     CommandResult updateUi();
+    // Whether the picture last rendered, if any, is out of date: a value has changed since, or the
+    // effect asked for a new one.
+    bool needsRender() const { return needsRender_; }
     // Any other command with params and without an output world.
     CommandResult command(PF_Cmd command, void* extra = nullptr);
 
@@ -78,6 +82,7 @@ private:
     void restore(const SavedEffect& saved);
     void disposeValues();
     CommandResult sendWith(const std::vector<PF_ParamDef>& values, Request request) const;
+    CommandResult sendPress(void* extra);
     CommandResult renderLocked(const Frame& input, Frame& output, const RenderSettings& settings);
     void takeOver(ParamArray& params, const std::vector<int>& changed);
     void replace(int index, PF_ArbitraryH handle);
@@ -88,6 +93,7 @@ private:
     int number_;
     mutable std::shared_mutex mutex_;  // shared: values are read and stay. Taken before all others.
     std::vector<PF_ParamDef> values_;
+    std::atomic<bool> needsRender_{true};
 };
 
 }  // namespace host_sim

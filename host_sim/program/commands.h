@@ -22,6 +22,14 @@ struct RenderOptions {
 };
 void runRender(const RenderOptions& options);
 
+struct PressOptions {
+    EffectOptions effect;
+    std::string button;  // "lut" or "edit"
+    std::string save;    // project to write; empty: none
+};
+// The process must be an application already, so that the effect can show its dialogs.
+void runPress(const PressOptions& options);
+
 struct PatternOptions {
     EffectOptions effect;
     int size = 0;

@@ -52,6 +52,28 @@ double EffectSession::amount() const {
     return effect_.slider(amountIndex_);
 }
 
+void EffectSession::press(int button) {
+    const host_sim::CommandResult result = effect_.press(buttonIndex(button));
+    if (result.error) {
+        throw Failure("the effect failed the press, with error " + std::to_string(result.error));
+    }
+}
+
+std::string EffectSession::label(int button) const {
+    return effect_.label(buttonIndex(button));
+}
+
+int EffectSession::buttonIndex(int button) const {
+    const host_sim::DeclaredParams& params = host_.params();
+    int index = params.indexOfType(PF_Param_BUTTON);
+    for (; button > 0; --button) {
+        do {
+            ++index;
+        } while (params.at(index).definition.param_type != PF_Param_BUTTON);
+    }
+    return index;
+}
+
 Picture EffectSession::render(const Picture& picture) {
     const PrPixelFormat format = host_.format(picture.depth == Depth::kFloat ? 32 : 8);
     const host_sim::Frame input = frameOf(picture, format);

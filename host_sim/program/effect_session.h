@@ -27,6 +27,12 @@ public:
     std::string storedText();
     double amount() const;
 
+    // Presses a button, 0 being the first that the effect declares, and returns when the effect has
+    // closed the dialogs that it showed.
+    void press(int button);
+    // What that button says.
+    std::string label(int button) const;
+
     // The picture as the effect renders it, in the picture's own depth.
     Picture render(const Picture& picture);
 
@@ -37,6 +43,8 @@ public:
     host_sim::Host& host() { return host_; }
 
 private:
+    int buttonIndex(int button) const;
+
     host_sim::Host host_;
     host_sim::Instance& effect_;
     int amountIndex_;

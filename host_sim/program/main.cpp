@@ -5,7 +5,9 @@
 #include <exception>
 
 #include "host_sim/program/commands.h"
+#include "host_sim/program/failure.h"
 #include "host_sim/program/home.h"
+#include "platform/mac/application.h"
 
 namespace {
 
@@ -15,6 +17,7 @@ struct Options {
     std::string home;
     EffectOptions effect;
     RenderOptions render;
+    PressOptions press;
     PatternOptions pattern;
     std::string inspectFile;
     std::string encodeCube;
@@ -50,6 +53,24 @@ void addRender(CLI::App& app, Options& options) {
         options.render.effect = options.effect;
         enterHome(options.home);
         runRender(options.render);
+    });
+}
+
+void addPress(CLI::App& app, Options& options) {
+    PressOptions& press = options.press;
+    CLI::App* command =
+        app.add_subcommand("press", "Press a button of the effect, as its user does");
+    command->add_option("button", press.button, "lut or edit")
+        ->required()
+        ->check(CLI::IsMember({"lut", "edit"}));
+    command->add_option("--project", options.effect.project, "Saved project to begin with");
+    command->add_option("--save", press.save, "Project to write afterwards");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.press.effect = options.effect;
+        enterHome(options.home);
+        if (!tw_mac::BecomeApplication()) throw Failure("there is no screen to show dialogs on");
+        runPress(options.press);
     });
 }
 
@@ -110,6 +131,7 @@ int main(int argc, char** argv) {
     app.add_option("--home", options.home, "Folder that stands for the user's Mac home");
     app.add_option("--module", options.effect.module, "The effect, if not beside this program");
     addRender(app, options);
+    addPress(app, options);
     addPattern(app, options);
     addInspect(app, options);
     addTexts(app, options);

@@ -152,6 +152,44 @@ TEST(Instance, takesOverAPressedValue) {
     EXPECT_EQ(host.close(), Problems());
 }
 
+TEST(Instance, updatesTheUi_whenAPressAsksForARefresh) {
+    Host host(TEST_MODULE, host_sim::premierePro());
+    host.start();
+    Instance& effect = host.apply();
+    effect.press(kAmount);
+    EXPECT_EQ(host.books().calls().back().command, PF_Cmd_USER_CHANGED_PARAM);
+    effect.press(kButton);
+    EXPECT_EQ(host.books().calls().back().command, PF_Cmd_UPDATE_PARAMS_UI);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST(Instance, needsARender_untilTheLatestValuesAreSeen) {
+    Host host(TEST_MODULE, host_sim::premierePro());
+    host.start();
+    Instance& effect = host.apply();
+    const auto seen = [&] {
+        const bool needed = effect.needsRender();
+        const host_sim::Frame in(host.format(8), 2, 2);
+        host_sim::Frame out(host.format(8), 2, 2);
+        effect.render(in, out);
+        EXPECT_FALSE(effect.needsRender());
+        return needed;
+    };
+    EXPECT_TRUE(seen());
+    effect.press(kAmount);
+    EXPECT_FALSE(seen());
+    effect.press(kButton);
+    EXPECT_TRUE(seen());
+    effect.setSlider(kAmount, 3.0);
+    EXPECT_TRUE(seen());
+    effect.setNull(kText);
+    EXPECT_TRUE(seen());
+    host.outPreset().out_flags = PF_OutFlag_FORCE_RERENDER;
+    effect.press(kAmount);
+    EXPECT_TRUE(seen());
+    EXPECT_EQ(host.close(), Problems());
+}
+
 TEST(Instance, followsAReplacedHandle) {
     Host host(TEST_MODULE, host_sim::premierePro());
     host.refusals().replaceHandleOnResize(true);

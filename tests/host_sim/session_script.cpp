@@ -28,8 +28,7 @@ void useEffect(host_sim::Host& host) {
     host.start();
     host_sim::Instance& effect = host.apply();
     renderOnce(host, effect);
-    effect.press(kButton);
-    effect.updateUi();
+    effect.press(kButton);  // an update of the UI follows
     effect.command(PF_Cmd_DO_DIALOG);
     effect.label(kButton);
     useText(effect);
