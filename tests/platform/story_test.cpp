@@ -1,5 +1,6 @@
 // An editor's whole way through the plug-in, in real windows: the module, the simulated host, and a
 // robot at the dialogs.
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -93,9 +94,11 @@ TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
         effect.updateUi();
         EXPECT_EQ(effect.label(kLutButton), "Choose a LUT");
         EXPECT_EQ(rendered(host, effect), picture(host).pixelBytes());
+        EXPECT_FALSE(effect.needsRender());
 
         pickLut(effect, "bleach-bypass.cube", "story-open-panel");
         EXPECT_EQ(effect.label(kLutButton), "bleach-bypass.cube");
+        EXPECT_TRUE(effect.needsRender());
         graded = rendered(host, effect);
         EXPECT_NE(graded, picture(host).pixelBytes());
         host.save(effect, project);
@@ -152,6 +155,26 @@ TEST_F(Story, an_unreadable_file_is_refused_with_an_alert) {
     ASSERT_GE(said.size(), 2u);
     EXPECT_EQ(said[1], "Tintwell could not read this LUT:\n" + home().path() +
                            "/Documents/Tintwell LUTs/broken.cube");
+}
+
+// In a session for each command, as a user at a terminal works, with the keyboard.
+TEST_F(Story, tintwell_host_presses_the_button_and_renders_from_the_project) {
+    const std::string script = "cd '" + home().path() +
+                               "' && host() { '" TINTWELL_HOST "' --home '" + home().path() +
+                               R"(' "$@"; }
+        host press lut --save look.project >said 2>&1 &
+        xdotool search --sync --onlyvisible --name 'choose a LUT' >/dev/null
+        sleep 0.5
+        xdotool type --delay 40 bleach-bypass.cube
+        sleep 0.3
+        xdotool key Return
+        wait $! &&
+        host pattern --size 5 --frame 32x16 before.png &&
+        host render before.png after.png --project look.project &&
+        host render before.png expected.png --lut 'Documents/Tintwell LUTs/bleach-bypass.cube' &&
+        cmp after.png expected.png && ! cmp -s after.png before.png)";
+    EXPECT_EQ(std::system(script.c_str()), 0) << twtest::readFile(home() / "said");
+    EXPECT_EQ(twtest::readFile(home() / "said"), "The LUT button says \"bleach-bypass.cube\".\n");
 }
 
 TEST_F(Story, other_threads_render_while_a_dialog_is_open) {
