@@ -8,6 +8,7 @@
 #include "effect/alert.h"
 #include "effect/edit_request_line.h"
 #include "effect/stored_lut.h"
+#include "native/src/file.h"
 #include "native/src/log.h"
 #include "native/src/paths.h"
 
@@ -25,10 +26,8 @@ std::int64_t millisecondsNow() {
 }
 
 void writeRequest(const std::string& line) {
-    std::FILE* file = tw::openFile(tw::dataPath(L"edit-request.json"), "wb");
-    if (!file) return;
-    std::fwrite(line.data(), 1, line.size(), file);
-    std::fclose(file);
+    const tw::File file(tw::openFile(tw::dataPath(L"edit-request.json"), "wb"));
+    if (file) std::fwrite(line.data(), 1, line.size(), file.get());
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
+#include "native/src/file.h"
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
@@ -15,13 +15,9 @@ namespace {
 constexpr std::size_t kReadBytes = 65536;
 constexpr std::string_view kMatchComment = "# Tintwell match ";
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 std::string readWhole(const std::wstring& path) {
     std::string contents;
-    const std::unique_ptr<std::FILE, CloseFile> file(tw::openFile(path, "rb"));
+    const tw::File file(tw::openFile(path, "rb"));
     if (!file) return contents;
     char buffer[kReadBytes];
     while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get())) {

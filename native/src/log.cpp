@@ -5,18 +5,13 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
-#include <memory>
 #include <mutex>
 
+#include "native/src/file.h"
 #include "native/src/paths.h"
 
 namespace tw {
 namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 File openLog() {
     return File(openFile(dataPath(L"effect.log"), "a"));

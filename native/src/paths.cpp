@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "native/src/file.h"
+
 namespace tw {
 namespace {
 
@@ -17,11 +19,10 @@ bool exists(const std::string& path) {
 
 // What "lut-folder.txt" holds, up to its first 2047 bytes, less line ends and blanks at its end.
 std::string readLutFolderFile() {
-    std::FILE* file = openFile(dataPath(L"lut-folder.txt"), "rb");
+    const File file(openFile(dataPath(L"lut-folder.txt"), "rb"));
     if (!file) return {};
     char buffer[2048] = {};
-    const std::size_t count = std::fread(buffer, 1, sizeof buffer - 1, file);
-    std::fclose(file);
+    const std::size_t count = std::fread(buffer, 1, sizeof buffer - 1, file.get());
     std::string text(buffer, count);
     text.erase(text.find_last_not_of("\n\r ") + 1);
     return text;

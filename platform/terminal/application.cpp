@@ -2,6 +2,8 @@
 
 namespace tw_mac {
 
-bool BecomeApplication() { return true; }
+bool BecomeApplication() {
+    return true;
+}
 
 }  // namespace tw_mac

@@ -4,20 +4,16 @@
 #include <sys/stat.h>
 
 #include <cstdio>
-#include <memory>
+
+#include "native/src/file.h"
 
 namespace tw_mac {
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using Terminal = std::unique_ptr<std::FILE, CloseFile>;
-
 // The controlling terminal, not the standard streams: those may belong to a program that reads the
 // host's output. Null without a terminal.
-Terminal openTerminal() {
-    Terminal terminal(std::fopen("/dev/tty", "r+"));
+tw::File openTerminal() {
+    tw::File terminal(std::fopen("/dev/tty", "r+"));
     if (terminal) std::setvbuf(terminal.get(), nullptr, _IONBF, 0);
     return terminal;
 }
@@ -39,7 +35,7 @@ bool isFile(const std::string& path) {
 }  // namespace
 
 std::string PickCube(const std::string& folder) {
-    const Terminal terminal = openTerminal();
+    const tw::File terminal = openTerminal();
     if (!terminal) return {};
     std::fprintf(terminal.get(),
                  "Tintwell: choose a LUT\n"
@@ -57,7 +53,7 @@ std::string PickCube(const std::string& folder) {
 }
 
 void Alert(const std::string& message, bool warning) {
-    const Terminal terminal = openTerminal();
+    const tw::File terminal = openTerminal();
     if (!terminal) return;
     std::fprintf(terminal.get(), "Tintwell%s\n%s\nPress Return: ", warning ? " (warning)" : "",
                  message.c_str());
