@@ -38,6 +38,7 @@ void gradeFrame(benchmark::State& state) {
 void frames(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"lut", "threads"})
         ->ArgsProduct({{33, 65}, {1, 2, 4}})
+        ->Iterations(20)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);
 }

@@ -1,8 +1,10 @@
-// One row of 1920 pixels that stays in the cache: the arithmetic alone.
-#include <cstring>
+// One row of 1920 pixels that stays in the cache: the arithmetic alone, in every form that this
+// machine can run, beside the scalar form.
+#include <string>
 
 #include "bench/measure.h"
 #include "bench/scenes.h"
+#include "native/src/row_forms.h"
 
 namespace {
 
@@ -10,30 +12,39 @@ constexpr int kWidth = 1920;
 constexpr int kCalls = 20;
 constexpr float kAmount = 0.8f;
 
-// Grades one row of 1920 pixels, arguments: points per axis of the LUT, 1 for random colours.
-template <typename Frame, auto apply>
-void gradeRow(benchmark::State& state) {
+template <typename Frame, typename RowForm>
+void gradeRow(benchmark::State& state, RowForm* form, RowForm* scalar) {
     const auto colours = state.range(1) ? bench::Colours::kRandom : bench::Colours::kWaves;
     const tw::Lut3D lut = bench::randomLut(static_cast<std::int32_t>(state.range(0)));
     const Frame src(kWidth, 1, colours);
     const Frame dst(kWidth, 1);
+    const auto grade = [&](RowForm* with) {
+        const tw::ChannelMap map = tw::channelMap(src.image.order);
+        with(lut, src.image.pixels, map, dst.image.pixels, map, kWidth, kAmount);
+        benchmark::ClobberMemory();
+    };
     bench::measureBeside(
-        state, kCalls, kWidth, "ns/pixel", "x_memcpy",
-        [&] {
-            apply(lut, src.image, dst.image, kAmount);
-            benchmark::ClobberMemory();
-        },
-        [&] {
-            std::memcpy(dst.image.pixels, src.image.pixels, src.bytes());
-            benchmark::ClobberMemory();
-        });
+        state, kCalls, kWidth, "ns/pixel", "x_scalar", [&] { grade(form); },
+        [&] { grade(scalar); });
 }
 
-void rows(benchmark::internal::Benchmark* bench) {
-    bench->ArgNames({"lut", "random"})->ArgsProduct({{17, 33, 65, 129}, {0, 1}})->UseManualTime();
+// Arguments: points per axis of the LUT, 1 for random colours.
+template <typename Frame, typename RowForm>
+void add(const std::string& name, RowForm* form, RowForm* scalar) {
+    benchmark::RegisterBenchmark(name.c_str(), gradeRow<Frame, RowForm>, form, scalar)
+        ->ArgNames({"lut", "random"})
+        ->ArgsProduct({{17, 33, 65, 129}, {0, 1}})
+        ->Iterations(100)
+        ->UseManualTime();
 }
 
-BENCHMARK(gradeRow<bench::Frame8, tw::apply8>)->Name("row8")->Apply(rows);
-BENCHMARK(gradeRow<bench::FrameF, tw::applyF>)->Name("rowF")->Apply(rows);
+const bool added = [] {
+    const tw::RowForms& scalar = tw::runnableRowForms().front();
+    for (const tw::RowForms& form : tw::runnableRowForms()) {
+        add<bench::Frame8>(std::string("row8/") + form.name, form.row8, scalar.row8);
+        add<bench::FrameF>(std::string("rowF/") + form.name, form.rowF, scalar.rowF);
+    }
+    return true;
+}();
 
 }  // namespace

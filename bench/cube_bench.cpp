@@ -31,7 +31,13 @@ void parseCube(benchmark::State& state) {
     state.counters["MB/s"] = 1e3 / state.counters["ns/byte"];
 }
 
-BENCHMARK(parseCube)->ArgName("lut")->Arg(17)->Arg(33)->Arg(65)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(parseCube)
+    ->ArgName("lut")
+    ->Arg(17)
+    ->Arg(33)
+    ->Arg(65)
+    ->Iterations(10)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -59,7 +59,7 @@ void cacheHit(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgName("lut")->Arg(17)->Arg(33)->Arg(65)->UseManualTime()->Unit(
+    bench->ArgName("lut")->Arg(17)->Arg(33)->Arg(65)->Iterations(50)->UseManualTime()->Unit(
         benchmark::kMicrosecond);
 }
 

@@ -1,11 +1,15 @@
 #include <algorithm>
 
-#include "native/src/apply_rows.h"
 #include "native/src/lut_engine.h"
 #include "native/src/parallel_rows.h"
+#include "native/src/row_forms.h"
 
 namespace tw {
 namespace {
+
+// From this size on a picture is written around the caches: it would push out everything else and
+// be gone itself before anyone reads it.
+constexpr std::int64_t kStreamBytes = std::int64_t{24} << 20;
 
 // Runs the row form over the common area of the two pictures.
 template <typename Image, typename RowForm>
@@ -22,14 +26,23 @@ void applyRows(const Lut3D& lut, const Image& src, const Image& dst, float amoun
     });
 }
 
+// In place the lines are in a cache already, as they have just been read.
+bool worthStreaming(const ImageF& src, const ImageF& dst) {
+    const std::int64_t pixels =
+        std::int64_t{std::min(src.width, dst.width)} * std::min(src.height, dst.height);
+    constexpr std::int64_t pixelBytes = 4 * sizeof(float);
+    return src.pixels != dst.pixels && pixels >= kStreamBytes / pixelBytes;
+}
+
 }  // namespace
 
 void apply8(const Lut3D& lut, const Image8& src, const Image8& dst, float amount) {
-    applyRows(lut, src, dst, amount, applyRow8Scalar);
+    applyRows(lut, src, dst, amount, rowForms().row8);
 }
 
 void applyF(const Lut3D& lut, const ImageF& src, const ImageF& dst, float amount) {
-    applyRows(lut, src, dst, amount, applyRowFScalar);
+    const RowForms& forms = rowForms();
+    applyRows(lut, src, dst, amount, worthStreaming(src, dst) ? forms.streamF : forms.rowF);
 }
 
 }  // namespace tw

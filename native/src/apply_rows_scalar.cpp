@@ -5,9 +5,6 @@
 namespace tw {
 namespace {
 
-// The single-precision value nearest 1/255: bytes become floats by multiplication.
-constexpr float kByteToFloat = 0.003921569f;
-
 // in + (lut(in) - in) * amount for one colour.
 void grade(const Lut3D& lut, const float (&in)[3], float amount, float (&out)[3]) {
     float mapped[3];

@@ -35,6 +35,9 @@ inline float* rowOf(const ImageF& image, int y) {
     return reinterpret_cast<float*>(bytes + y * image.rowBytes);
 }
 
+// The single-precision value nearest 1/255: bytes become floats by multiplication.
+inline constexpr float kByteToFloat = 0.003921569f;
+
 // A colour value 0..1 as a byte: rounded half up, clamped, 0 for what is not a number.
 inline std::uint8_t quantise8(float value) {
     const float q = mulAdd(value, 255.0f, 0.5f);

@@ -1,0 +1,208 @@
+// Rows of floats and of bytes through the two passes. Included like two_pass.h, which see.
+#pragma once
+
+#include <cstring>
+
+#include "native/src/pixel.h"
+#include "native/src/two_pass.h"
+
+namespace tw {
+namespace {
+
+constexpr int kChannels = 4;
+
+template <typename Isa>
+class FloatRow {
+public:
+    using Passes = TwoPass<Isa>;
+    using Floats = typename Isa::Floats;
+
+    FloatRow(const Lut3D& lut, const ChannelMap& from, const ChannelMap& to, float amount)
+        : passes_(lut, amount), redAt_(from.r) {
+        toWorking_ = Isa::floatOrder({from.r, from.g, from.b, from.a});
+        std::int32_t back[kChannels];
+        back[to.r] = 0;
+        back[to.g] = 1;
+        back[to.b] = 2;
+        back[to.a] = 3;
+        toDst_ = Isa::floatOrder(back);
+    }
+
+    void grade(const float* src, float* dst, int width) { gradeRow<false>(src, dst, width); }
+
+    // Writes around the caches, which a large picture would only flush. The stores need alignment
+    // of whole vectors; rows whose pixels never meet it are written as usual.
+    void stream(const float* src, float* dst, int width) {
+        constexpr std::uintptr_t pixelBytes = sizeof(float) * kChannels;
+        const auto address = reinterpret_cast<std::uintptr_t>(dst);
+        if (address % pixelBytes != 0) return grade(src, dst, width);
+        const auto behind = static_cast<int>(address / pixelBytes % Isa::kBlocks);
+        const int toAligned = behind == 0 ? 0 : Isa::kBlocks - behind;
+        const int head = toAligned < width ? toAligned : width;
+        gradePart(src, dst, head);
+        gradeRow<true>(src + kChannels * head, dst + kChannels * head, width - head);
+        Isa::finishStreams();
+    }
+
+private:
+    static constexpr int kGroup = Passes::kGroup;
+
+    template <bool kStream>
+    void gradeRow(const float* src, float* dst, int width) {
+        while (width >= kGroup) {
+            const int groups = width < Passes::kBatch ? width / kGroup : Passes::kBatch / kGroup;
+            const int count = groups * kGroup;
+            gradeBatch<kStream>(src, dst, count);
+            src += kChannels * count;
+            dst += kChannels * count;
+            width -= count;
+        }
+        gradePart(src, dst, width);
+    }
+
+    // Fewer pixels than a group.
+    void gradePart(const float* src, float* dst, int count) {
+        if (count <= 0) return;
+        const std::size_t bytes = sizeof(float) * kChannels * static_cast<std::size_t>(count);
+        float pixels[kChannels * kGroup] = {};
+        std::memcpy(pixels, src, bytes);
+        gradeBatch<false>(pixels, pixels, kGroup);
+        std::memcpy(dst, pixels, bytes);
+    }
+
+    template <bool kStream>
+    void gradeBatch(const float* src, float* dst, int count) {
+        for (int at = 0; at < count; at += kGroup)
+            place(src + kChannels * at, at);
+        for (int at = 0; at < count; at += kGroup) {
+            const auto weights = passes_.weights(at);
+            finish<0, kStream>(weights, src, dst, at);
+            finish<1, kStream>(weights, src, dst, at);
+            finish<2, kStream>(weights, src, dst, at);
+            finish<3, kStream>(weights, src, dst, at);
+        }
+    }
+
+    // Chooses by branches, as indexed vectors would have to go through memory.
+    void place(const float* src, int at) {
+        Floats plane[kChannels];
+        Isa::loadPlanes(src, plane);
+        Floats r = plane[2];
+        Floats g = plane[1];
+        Floats b = plane[0];
+        if (redAt_ == 1) {
+            r = plane[1];
+            g = plane[2];
+            b = plane[3];
+        } else if (redAt_ == 0) {
+            r = plane[0];
+            b = plane[2];
+        }
+        passes_.place(r, g, b, at);
+    }
+
+    template <int k, bool kStream>
+    void finish(const typename Passes::Weights& weights, const float* src, float* dst, int at) {
+        const int first = kChannels * (at + k * Isa::kBlocks);
+        const Floats in = Isa::reorder(Isa::load(src + first), toWorking_);
+        const Floats graded = passes_.template grade<k>(weights, at, in);
+        const Floats out = Isa::reorder(Isa::withAlphaOf(in, graded), toDst_);
+        if constexpr (kStream) {
+            Isa::stream(dst + first, out);
+        } else {
+            Isa::store(dst + first, out);
+        }
+    }
+
+    Passes passes_;
+    int redAt_;
+    typename Isa::FloatOrder toWorking_, toDst_;
+};
+
+template <typename Isa>
+class ByteRow {
+public:
+    using Passes = TwoPass<Isa>;
+    using Floats = typename Isa::Floats;
+    using Ints = typename Isa::Ints;
+
+    ByteRow(const Lut3D& lut, const ChannelMap& from, const ChannelMap& to, float amount)
+        : passes_(lut, amount) {
+        for (int pixel = 0; pixel < 4; ++pixel) {
+            const int at = kChannels * pixel;
+            red_.pick(4 * pixel, at + from.r);
+            green_.pick(4 * pixel, at + from.g);
+            blue_.pick(4 * pixel, at + from.b);
+            working_[pixel].pick(0, at + from.r);
+            working_[pixel].pick(4, at + from.g);
+            working_[pixel].pick(8, at + from.b);
+            toDst_.pick(at + to.r, at + 0);
+            toDst_.pick(at + to.g, at + 1);
+            toDst_.pick(at + to.b, at + 2);
+            alpha_.pick(at + to.a, at + from.a);
+        }
+    }
+
+    void grade(const std::uint8_t* src, std::uint8_t* dst, int width) {
+        while (width >= kGroup) {
+            const int groups = width < Passes::kBatch ? width / kGroup : Passes::kBatch / kGroup;
+            const int count = groups * kGroup;
+            gradeBatch(src, dst, count);
+            src += kChannels * count;
+            dst += kChannels * count;
+            width -= count;
+        }
+        if (width <= 0) return;
+        const auto rest = static_cast<std::size_t>(kChannels * width);
+        std::uint8_t pixels[kChannels * kGroup] = {};
+        std::memcpy(pixels, src, rest);
+        gradeBatch(pixels, pixels, kGroup);
+        std::memcpy(dst, pixels, rest);
+    }
+
+private:
+    static constexpr int kGroup = Passes::kGroup;
+
+    // A choice of bytes within each block: byte i of the result is byte from[i], or 0.
+    struct Bytes {
+        alignas(16) std::uint8_t from[16];
+        Bytes() { std::memset(from, Isa::kNoByte, sizeof from); }
+        void pick(int to, int at) { from[to] = static_cast<std::uint8_t>(at); }
+        Ints of(Ints pixels) const { return Isa::shuffleBytes(pixels, Isa::repeat(from)); }
+    };
+
+    static Floats unit(Ints bytes) {
+        return Isa::mul(Isa::toFloats(bytes), Isa::set(kByteToFloat));
+    }
+
+    void gradeBatch(const std::uint8_t* src, std::uint8_t* dst, int count) {
+        for (int at = 0; at < count; at += kGroup) {
+            const Ints pixels = Isa::loadBytes(src + kChannels * at);
+            passes_.place(unit(red_.of(pixels)), unit(green_.of(pixels)), unit(blue_.of(pixels)),
+                          at);
+        }
+        for (int at = 0; at < count; at += kGroup) {
+            const Ints pixels = Isa::loadBytes(src + kChannels * at);
+            const auto weights = passes_.weights(at);
+            const Ints graded =
+                Isa::packBytes(finish<0>(weights, pixels, at), finish<1>(weights, pixels, at),
+                               finish<2>(weights, pixels, at), finish<3>(weights, pixels, at));
+            Isa::storeBytes(dst + kChannels * at,
+                            Isa::orBits(toDst_.of(graded), alpha_.of(pixels)));
+        }
+    }
+
+    // quantise8, but for what the packing does: negative values become 0 there.
+    template <int k>
+    Ints finish(const typename Passes::Weights& weights, Ints pixels, int at) {
+        const Floats out = passes_.template grade<k>(weights, at, unit(working_[k].of(pixels)));
+        const Floats q = Isa::mulAdd(out, Isa::set(255.0f), Isa::set(0.5f));
+        return Isa::toInts(Isa::lesserOf(Isa::set(255.0f), q));
+    }
+
+    Passes passes_;
+    Bytes red_, green_, blue_, working_[4], toDst_, alpha_;
+};
+
+}  // namespace
+}  // namespace tw
