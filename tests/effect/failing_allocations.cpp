@@ -29,10 +29,20 @@ int FailingAllocations::count() const {
     return failing.count;
 }
 
+bool FailingAllocations::isPossible() {
+    const FailingAllocations fail(1);
+    try {
+        ::operator delete(::operator new(1));
+    } catch (const std::bad_alloc&) {
+    }
+    return fail.count() > 0;
+}
+
 }  // namespace effect_test
 
-// The library's other forms of new and delete end in these.
-void* operator new(std::size_t size) {
+// The library's other forms of new and delete end in these. Weak, as ThreadSanitizer's own come
+// with the program.
+__attribute__((weak)) void* operator new(std::size_t size) {
     if (size >= failing.least && size <= failing.most) {
         ++failing.count;
         throw std::bad_alloc();
@@ -41,10 +51,10 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-void operator delete(void* block) noexcept {
+__attribute__((weak)) void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept {
+__attribute__((weak)) void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }

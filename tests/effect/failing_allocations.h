@@ -19,6 +19,9 @@ public:
 
     // How many allocations have failed.
     int count() const;
+
+    // Whether it works: not under ThreadSanitizer, which has operators of its own.
+    static bool isPossible();
 };
 
 }  // namespace effect_test

@@ -4,7 +4,8 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/faults.h"
+#include "tests/effect/failing_allocations.h"
+#include "tests/effect/failing_reads.h"
 #include "tests/effect/flow_test.h"
 
 namespace {
@@ -51,6 +52,18 @@ protected:
                                 "LUT button: " + file + " has a domain other than 0..1"}));
         EXPECT_EQ(dialogs().alerts,
                   (Alerts{{"Tintwell only takes LUTs with a 0..1 domain.", true}}));
+    }
+
+    void expectNoMemoryFor(const std::string& file) {
+        using effect_test::FailingAllocations;
+        if (!FailingAllocations::isPossible()) GTEST_SKIP() << "ThreadSanitizer allocates itself";
+        const auto pickWithoutMemory = [&] {
+            const FailingAllocations fail(500000);
+            return pickFile(file);
+        };
+        expectUnchanged(pickWithoutMemory(), PF_Err_INTERNAL_STRUCT_DAMAGED);
+        EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
+        EXPECT_EQ(dialogs().alerts, Alerts());
     }
 
     // What the effect stores for a .cube text under a name.
@@ -156,23 +169,11 @@ TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
 }
 
 TEST_F(LutButton, ends_with_an_error_when_reading_runs_out_of_memory) {
-    if (!twtest::canFailAllocations()) GTEST_SKIP() << "the allocator is a sanitizer's";
-    const std::string file = write("x.cube", twtest::cubeOfBytes(2, 1000000));
-    twtest::failAllocationsFrom(500000);
-    const auto result = pickFile(file);
-    twtest::failAllocationsFrom(0);
-    expectUnchanged(result, PF_Err_INTERNAL_STRUCT_DAMAGED);
-    EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
-    EXPECT_EQ(dialogs().alerts, Alerts());
+    expectNoMemoryFor(write("x.cube", twtest::cubeOfBytes(2, 1000000)));
 }
 
 TEST_F(LutButton, ends_with_an_error_when_parsing_runs_out_of_memory) {
-    if (!twtest::canFailAllocations()) GTEST_SKIP() << "the allocator is a sanitizer's";
-    const std::string file = write("x.cube", "LUT_3D_SIZE 64\n");
-    twtest::failAllocationsFrom(500000);
-    const auto result = pickFile(file);
-    twtest::failAllocationsFrom(0);
-    expectUnchanged(result, PF_Err_INTERNAL_STRUCT_DAMAGED);
+    expectNoMemoryFor(write("x.cube", "LUT_3D_SIZE 64\n"));
 }
 
 TEST_F(LutButton, ends_with_an_error_when_the_dialog_throws) {
