@@ -40,9 +40,17 @@ bool FailingAllocations::isPossible() {
 
 }  // namespace effect_test
 
-// The library's other forms of new and delete end in these. Weak, as ThreadSanitizer's own come
-// with the program.
-__attribute__((weak)) void* operator new(std::size_t size) {
+// ThreadSanitizer brings operators that cannot be replaced.
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define TINTWELL_FIXED_OPERATORS
+#endif
+#endif
+
+#ifndef TINTWELL_FIXED_OPERATORS
+
+// The library's other forms of new and delete end in these.
+void* operator new(std::size_t size) {
     if (size >= failing.least && size <= failing.most) {
         ++failing.count;
         throw std::bad_alloc();
@@ -51,10 +59,12 @@ __attribute__((weak)) void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-__attribute__((weak)) void operator delete(void* block) noexcept {
+void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-__attribute__((weak)) void operator delete(void* block, std::size_t) noexcept {
+void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
+
+#endif
