@@ -1,0 +1,55 @@
+// A Linux module that is the bundle's x86-64 code: a host that loads it runs what macOS users of
+// Intel machines run. The environment variable TINTWELL_BUNDLE names the bundle.
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "effect/entry_points.h"
+#include "macos_check/loader/image.h"
+#include "macos_check/loader/system.h"
+
+namespace {
+
+[[noreturn]] void giveUp(const std::string& reason) {
+    std::fprintf(stderr, "%s\n", reason.c_str());
+    std::_Exit(EXIT_FAILURE);
+}
+
+const macho::Image& mapBundle() {
+    const char* bundle = std::getenv("TINTWELL_BUNDLE");
+    if (bundle == nullptr) giveUp("TINTWELL_BUNDLE does not say which bundle to load.");
+    const auto file = std::filesystem::path(bundle) / "Contents/MacOS/Tintwell";
+    try {
+        static const macho::Image image(file, macho::resolveImport, macho::registerFrame);
+        return image;
+    } catch (const std::exception& error) {
+        giveUp(file.string() + " " + error.what() + ".");
+    }
+}
+
+// The bundle's own export, looked up once for each entry point.
+template <class Function>
+Function* exported(const char* name) {
+    static const macho::Image& image = mapBundle();
+    void* found = image.symbol(name);
+    if (found == nullptr) giveUp(std::string("The bundle does not export ") + name + ".");
+    return reinterpret_cast<Function*>(found);
+}
+
+}  // namespace
+
+A_Err PluginDataEntryFunction2(PF_PluginDataPtr registration, PF_PluginDataCB2 callback,
+                               SPBasicSuite* basic, const char* hostName,
+                               const char* hostVersion) {
+    static const auto entry =
+        exported<decltype(PluginDataEntryFunction2)>("_PluginDataEntryFunction2");
+    return entry(registration, callback, basic, hostName, hostVersion);
+}
+
+PF_Err EffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** params,
+                  PF_LayerDef* output, void* extra) {
+    static const auto entry = exported<decltype(EffectMain)>("_EffectMain");
+    return entry(cmd, in_data, out_data, params, output, extra);
+}
