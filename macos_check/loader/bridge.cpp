@@ -41,8 +41,7 @@ Function* exported(const char* name) {
 }  // namespace
 
 A_Err PluginDataEntryFunction2(PF_PluginDataPtr registration, PF_PluginDataCB2 callback,
-                               SPBasicSuite* basic, const char* hostName,
-                               const char* hostVersion) {
+                               SPBasicSuite* basic, const char* hostName, const char* hostVersion) {
     static const auto entry =
         exported<decltype(PluginDataEntryFunction2)>("_PluginDataEntryFunction2");
     return entry(registration, callback, basic, hostName, hostVersion);

@@ -45,7 +45,8 @@ void repeat(Address& at, Address count, Address skip, Fix fix) {
 
 }  // namespace
 
-void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments, Address slide) {
+void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments,
+                  Address slide) {
     Address at = 0;
     const auto fix = [slide](Address* pointer) { *pointer += slide; };
     const Byte* next = program.data();
@@ -85,7 +86,7 @@ void applyRebases(std::span<const Byte> program, const std::vector<Address>& seg
 }
 
 void applyBinds(std::span<const Byte> program, const std::vector<Address>& segments,
-          const Resolve& resolve) {
+                const Resolve& resolve) {
     Address at = 0;
     std::string_view symbol;
     std::int64_t addend = 0;

@@ -18,9 +18,10 @@ using Resolve = std::function<void*(std::string_view name)>;
 // std::runtime_error for an unknown instruction.
 //
 // applyRebases: adds `slide` to every pointer that the program names.
-void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments, Address slide);
+void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments,
+                  Address slide);
 // applyBinds: stores the import's address in every pointer that the program names.
 void applyBinds(std::span<const Byte> program, const std::vector<Address>& segments,
-          const Resolve& resolve);
+                const Resolve& resolve);
 
 }  // namespace macho

@@ -89,8 +89,7 @@ void Image::reserve(const Byte* slice) {
         if (kind != kSegment) return;
         end = std::max(end, load<Address>(command + 24) + load<Address>(command + 32));
     });
-    void* memory =
-        mmap(nullptr, end, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* memory = mmap(nullptr, end, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) throw std::runtime_error("finds no memory");
     base_ = static_cast<Byte*>(memory);
 }

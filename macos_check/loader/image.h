@@ -16,8 +16,8 @@ namespace macho {
 // called until then.
 class Image {
 public:
-    // Maps the x86-64 slice of a universal file, binds every import through `resolve`, describes its
-    // frames to `registerFrame` and runs its initialisers. Throws std::runtime_error.
+    // Maps the x86-64 slice of a universal file, binds every import through `resolve`, describes
+    // its frames to `registerFrame` and runs its initialisers. Throws std::runtime_error.
     Image(const std::filesystem::path& file, const Resolve& resolve,
           const RegisterFrame& registerFrame);
 

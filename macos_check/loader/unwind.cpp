@@ -150,9 +150,9 @@ std::vector<Byte> permutedRegisters(Word permutation, Word count) {
 // Frames with a base pointer: up to five registers from `slots` words below it upwards.
 void describeFramePointer(Records& out, Word encoding) {
     const Word slots = encoding >> 16 & 0xFF;
-    for (unsigned value : {unsigned{kDefineCfa}, unsigned{kFramePointerRegister}, 16u,
-                           unsigned{kSavedAt} + kFramePointerRegister, 2u,
-                           unsigned{kSavedAt} + kReturnAddress, 1u})
+    for (unsigned value :
+         {unsigned{kDefineCfa}, unsigned{kFramePointerRegister}, 16u,
+          unsigned{kSavedAt} + kFramePointerRegister, 2u, unsigned{kSavedAt} + kReturnAddress, 1u})
         out.byte(value);
     for (Word i = 0; i < 5; ++i) {
         const Word number = encoding >> (3 * i) & 7;
