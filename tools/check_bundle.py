@@ -53,10 +53,10 @@ def listed_imports():
     for path in (ROOT / "macos_check/sysroot").rglob("*.tbd"):
         text = path.read_text("ascii")
         library = re.search(r"^install-name: '(.+)'", text, re.M).group(1)
-        for targets, block in re.findall(r"- targets: \[(.*)\]\n((?:    +.*\n)+)", text):
-            names = set(re.findall(r"- '?([^'\s]+)'?\n", block))
-            classes = "objc-classes:" in block
-            names = {"_OBJC_CLASS_$_" + name for name in names} if classes else names
+        sections = r"- targets: \[(.*)\]\n    (symbols|objc-classes):\n((?:      - .*\n)+)"
+        for targets, kind, block in re.findall(sections, text):
+            prefix = "_OBJC_CLASS_$_" if kind == "objc-classes" else ""
+            names = {prefix + name for name in re.findall(r"- '?([^'\s]+)'?\n", block)}
             for processor in re.findall(r"(\w+)-macos", targets):
                 listed.setdefault((processor, library), set()).update(names)
     return listed
