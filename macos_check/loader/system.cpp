@@ -10,8 +10,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <new>
 #include <stdexcept>
 #include <string>
+
+#include "macos_check/loader/appkit.h"
 
 namespace macho {
 namespace {
@@ -76,9 +79,42 @@ Address stackGuard = 0x00F1E2D3C4B5A697;
     std::abort();
 }
 
+// The bundle's memory comes from this process's own operator new, which a test may have replaced.
+// Not inlined, nor is the next: the exception leaves through allocate(), which therefore may have
+// nothing in it that this process's own C++ library would have to clean up.
+[[gnu::noinline]] void* tryAllocate(std::size_t size) noexcept {
+    try {
+        return ::operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 template <class Function>
 void* address(Function* function) {
     return reinterpret_cast<void*>(function);
+}
+
+// Deep binding keeps this library and all it needs to themselves.
+void* library() {
+    static void* const handle = dlopen("libc++.so.1", RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
+    if (handle == nullptr) throw std::runtime_error("needs libc++ on this machine");
+    return handle;
+}
+
+[[gnu::noinline]] void (*findThrowBadAlloc() noexcept)() {
+    // std::__throw_bad_alloc()
+    return reinterpret_cast<void (*)()>(dlsym(library(), "_ZSt17__throw_bad_allocv"));
+}
+
+void* allocate(std::size_t size) {
+    if (void* memory = tryAllocate(size)) return memory;
+    findThrowBadAlloc()();
+    return nullptr;  // never
+}
+
+void deallocate(void* memory) {
+    ::operator delete(memory);
 }
 
 void* standIn(std::string_view name) {
@@ -89,6 +125,8 @@ void* standIn(std::string_view name) {
         {"__ZNSt3__15mutex4lockEv", address(lockMutex)},
         {"__ZNSt3__15mutex6unlockEv", address(unlockMutex)},
         {"__ZNSt3__15mutexD1Ev", address(endMutex)},
+        {"__ZdlPv", address(deallocate)},
+        {"__Znwm", address(allocate)},
         {"_newlocale", address(makeLocale)},
         {"_stat$INODE64", address(statFile)},
         {"dyld_stub_binder", address(missing)},  // for pointers not bound yet: there are none
@@ -97,19 +135,17 @@ void* standIn(std::string_view name) {
     return found == known.end() ? nullptr : found->second;
 }
 
-// Deep binding keeps this library and all it needs to themselves.
-void* library() {
-    static void* const handle = dlopen("libc++.so.1", RTLD_NOW | RTLD_LOCAL | RTLD_DEEPBIND);
-    if (handle == nullptr) throw std::runtime_error("needs libc++ on this machine");
-    return handle;
-}
-
 }  // namespace
 
 void* resolveImport(std::string_view name) {
     if (void* found = standIn(name)) return found;
-    // macOS puts an underscore before every name.
-    if (void* found = dlsym(library(), std::string(name.substr(1)).c_str())) return found;
+    if (void* found = resolveAppKit(name)) return found;
+    // macOS puts an underscore before every name. C functions may be replaced by the program, for
+    // tests of faults; what is C++ must come from the bundle's own library.
+    const std::string own(name.substr(1));
+    const bool isCxx = own.starts_with("_");
+    if (void* found = isCxx ? nullptr : dlsym(RTLD_DEFAULT, own.c_str())) return found;
+    if (void* found = dlsym(library(), own.c_str())) return found;
     return address(missing);
 }
 

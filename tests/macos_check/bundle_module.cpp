@@ -1,5 +1,6 @@
 // A Linux module that is the bundle's x86-64 code: a host that loads it runs what macOS users of
-// Intel machines run. The environment variable TINTWELL_BUNDLE names the bundle.
+// Intel machines run. The environment variable TINTWELL_BUNDLE names the bundle. The dialogs' user
+// is the test, as in the module TintwellStandIn.
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -9,6 +10,8 @@
 #include "effect/entry_points.h"
 #include "macos_check/loader/image.h"
 #include "macos_check/loader/system.h"
+#include "tests/effect/stand_in_dialogs.h"
+#include "tests/macos_check/bundle_messages.h"
 
 namespace {
 
@@ -17,10 +20,10 @@ namespace {
     std::_Exit(EXIT_FAILURE);
 }
 
-const macho::Image& mapBundle() {
-    const char* bundle = std::getenv("TINTWELL_BUNDLE");
-    if (bundle == nullptr) giveUp("TINTWELL_BUNDLE does not say which bundle to load.");
-    const auto file = std::filesystem::path(bundle) / "Contents/MacOS/Tintwell";
+const macho::Image& bundle() {
+    const char* path = std::getenv("TINTWELL_BUNDLE");
+    if (path == nullptr) giveUp("TINTWELL_BUNDLE does not say which bundle to load.");
+    const auto file = std::filesystem::path(path) / "Contents/MacOS/Tintwell";
     try {
         static const macho::Image image(file, macho::resolveImport, macho::registerFrame);
         return image;
@@ -29,11 +32,9 @@ const macho::Image& mapBundle() {
     }
 }
 
-// The bundle's own export, looked up once for each entry point.
 template <class Function>
 Function* exported(const char* name) {
-    static const macho::Image& image = mapBundle();
-    void* found = image.symbol(name);
+    void* found = bundle().symbol(name);
     if (found == nullptr) giveUp(std::string("The bundle does not export ") + name + ".");
     return reinterpret_cast<Function*>(found);
 }
@@ -51,4 +52,20 @@ PF_Err EffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_Param
                   PF_LayerDef* output, void* extra) {
     static const auto entry = exported<decltype(EffectMain)>("_EffectMain");
     return entry(cmd, in_data, out_data, params, output, extra);
+}
+
+extern "C" TW_EXPORT macho::AppKit* tintwell_bundle_appkit() {
+    return &macho::appKit();
+}
+
+extern "C" TW_EXPORT twtest::StandInDialogs* tintwell_stand_in_dialogs() {
+    static twtest::StandInDialogs dialogs;
+    macho::appKit().pick = [](const std::string& folder) {
+        dialogs.folders.push_back(folder);
+        return dialogs.pick ? dialogs.pick() : std::string();
+    };
+    macho::appKit().alert = [](const std::string& message, bool warning) {
+        dialogs.alerts.push_back({message, warning});
+    };
+    return &dialogs;
 }
