@@ -17,7 +17,12 @@ constexpr unsigned kAvx512Vl = 1u << 31;
 
 // Register sets that the system saves at a change of threads.
 constexpr unsigned kYmmState = 0x06;
+#if defined(__APPLE__)
+// macOS reports the widest registers as saved only from their first use in the process on.
+constexpr unsigned kZmmState = kYmmState;
+#else
 constexpr unsigned kZmmState = 0xE6;
+#endif
 
 unsigned savedState() {
     unsigned low;
@@ -25,15 +30,6 @@ unsigned savedState() {
     // The instruction itself, as its intrinsic would need a compiler option.
     asm("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
     return low;
-}
-
-bool savesZmm(unsigned state) {
-#if defined(__APPLE__)
-    // macOS reports these registers as saved only from their first use in the process on.
-    return (state & kYmmState) == kYmmState;
-#else
-    return (state & kZmmState) == kZmmState;
-#endif
 }
 
 }  // namespace
@@ -47,7 +43,7 @@ X86Features x86Features() {
     const unsigned state = savedState();
     if (!__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx)) return found;
     found.avx2 = (state & kYmmState) == kYmmState && (ebx & kAvx2) != 0;
-    if (!savesZmm(state)) return found;
+    if ((state & kZmmState) != kZmmState) return found;
     found.avx512f = (ebx & kAvx512F) != 0;
     found.avx512bw = (ebx & kAvx512Bw) != 0;
     found.avx512dq = (ebx & kAvx512Dq) != 0;
