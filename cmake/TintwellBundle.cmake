@@ -1,5 +1,5 @@
 # What makes a macOS bundle of the loadable module: property list, package type, PiPL, signature,
-# and where it is installed.
+# where it is installed, and what is handed out (target zip).
 find_program(TINTWELL_CODESIGN codesign)
 set(TINTWELL_SIGN_IDENTITY "-" CACHE STRING "Whom codesign signs for; - is nobody: ad hoc")
 
@@ -46,5 +46,11 @@ function(tintwell_bundle target)
     # The signature covers them all, so each of them brings the steps above on again.
     set_property(TARGET ${target} APPEND PROPERTY
         LINK_DEPENDS ${identity} ${plist} ${pkgInfo} ${makePipl})
+    add_custom_target(zip
+        COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tools/package_bundle.py
+            $<TARGET_BUNDLE_DIR:${target}> ${PROJECT_SOURCE_DIR}/packaging/INSTALL.txt
+            ${PROJECT_BINARY_DIR}/${target}-${PROJECT_VERSION}.zip
+        VERBATIM)
+    add_dependencies(zip ${target})
     install(TARGETS ${target} LIBRARY DESTINATION .)
 endfunction()

@@ -42,9 +42,10 @@ void paint(host_sim::Frame& frame) {
             if (frame.bytesPerPixel() == 4)
                 frame.setPixel8(x, y, {byte(3), byte(5), byte(11), byte(13)});
             else
-                frame.setPixelF(x, y, {static_cast<float>(byte(3)) / 200.0f - 0.1f,
-                                       static_cast<float>(byte(5)) / 255.0f,
-                                       static_cast<float>(byte(11)) / 255.0f, 0.5f});
+                frame.setPixelF(x, y,
+                                {static_cast<float>(byte(3)) / 200.0f - 0.1f,
+                                 static_cast<float>(byte(5)) / 255.0f,
+                                 static_cast<float>(byte(11)) / 255.0f, 0.5f});
         }
     }
 }
@@ -147,20 +148,21 @@ protected:
 };
 
 Lines panelMessages(const std::string& folder, const Lines& afterwards) {
-    Lines lines = {"[NSThread isMainThread]",
-                   "[NSOpenPanel openPanel]",
-                   "[NSOpenPanel setTitle:\"Tintwell: choose a LUT\"]",
-                   "[NSOpenPanel setMessage:\"Choose a .cube LUT to store in this Tintwell effect.\"]",
-                   "[NSOpenPanel setCanChooseFiles:1]",
-                   "[NSOpenPanel setCanChooseDirectories:0]",
-                   "[NSOpenPanel setAllowsMultipleSelection:0]",
-                   "[UTType typeWithFilenameExtension:\"cube\"]",
-                   "[NSArray arrayWithObjects:count:...]",
-                   "[NSOpenPanel setAllowedContentTypes:NSArray]",
-                   "[NSString stringWithUTF8String:\"" + folder + "\"]",
-                   "[NSURL fileURLWithPath:isDirectory:\"" + folder + "\"]",
-                   "[NSOpenPanel setDirectoryURL:NSURL]",
-                   "[NSOpenPanel runModal]"};
+    Lines lines = {
+        "[NSThread isMainThread]",
+        "[NSOpenPanel openPanel]",
+        "[NSOpenPanel setTitle:\"Tintwell: choose a LUT\"]",
+        "[NSOpenPanel setMessage:\"Choose a .cube LUT to store in this Tintwell effect.\"]",
+        "[NSOpenPanel setCanChooseFiles:1]",
+        "[NSOpenPanel setCanChooseDirectories:0]",
+        "[NSOpenPanel setAllowsMultipleSelection:0]",
+        "[UTType typeWithFilenameExtension:\"cube\"]",
+        "[NSArray arrayWithObjects:count:...]",
+        "[NSOpenPanel setAllowedContentTypes:NSArray]",
+        "[NSString stringWithUTF8String:\"" + folder + "\"]",
+        "[NSURL fileURLWithPath:isDirectory:\"" + folder + "\"]",
+        "[NSOpenPanel setDirectoryURL:NSURL]",
+        "[NSOpenPanel runModal]"};
     lines.insert(lines.end(), afterwards.begin(), afterwards.end());
     return lines;
 }
@@ -172,7 +174,8 @@ TEST_F(BundleDialogsTest, openAPanelOnTheLutFolder_whenTheLutButtonIsPressed) {
 
 TEST_F(BundleDialogsTest, storeTheChosenFile) {
     const std::string cube = home_ / "half.cube";
-    twtest::writeFile(cube, "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 .5\n1 0 .5\n0 1 .5\n1 1 .5\n");
+    twtest::writeFile(
+        cube, "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 .5\n1 0 .5\n0 1 .5\n1 1 .5\n");
     appKit_->pick = [&](const std::string&) { return cube; };
     EXPECT_EQ(effect_->press(kLutButton).changed, std::vector<int>{kLut});
     EXPECT_EQ(appKit_->messages,
