@@ -1,10 +1,11 @@
-#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
 #include "native/src/c_locale.h"
 #include "native/src/lut_engine.h"
+#include "native/src/read_float.h"
 
 namespace tw {
 namespace {
@@ -26,38 +27,44 @@ std::int32_t readInteger(const char* at) {
 // Reads one cube file. Each step returns null, or the message of the failure that ends the parse.
 class CubeReader {
 public:
-    CubeReader(const std::string& text, Lut3D& lut) : text_(text), lut_(lut) {}
+    CubeReader(const std::string& text, Lut3D& lut)
+        : text_(text), end_(text.data() + text.size()), lut_(lut) {}
 
     const char* read() {
-        for (std::size_t start = 0; start < text_.size();) {
-            const std::size_t end = std::min(text_.find('\n', start), text_.size());
-            if (const char* failure = readLine(start, end)) return failure;
-            start = end + 1;
+        for (const char* line = text_.data(); line < end_;) {
+            const void* feed = std::memchr(line, '\n', static_cast<std::size_t>(end_ - line));
+            const char* lineEnd = feed ? static_cast<const char*>(feed) : end_;
+            if (const char* failure = readLine(line, lineEnd)) return failure;
+            line = lineEnd + 1;
         }
         return finish();
     }
 
 private:
-    bool startsWith(std::size_t at, std::string_view keyword) const {
-        return text_.compare(at, keyword.size(), keyword) == 0;
+    bool startsWith(const char* at, std::string_view keyword) const {
+        return std::string_view(at, static_cast<std::size_t>(end_ - at)).starts_with(keyword);
     }
 
     // Numbers are read from the text as a whole and not from a copy of the line: one that is
     // missing at the end of a line is taken from the lines below, which are still read as lines of
     // their own afterwards. Files in the wild are accepted or refused by this rule, so it must
     // stay.
-    const char* readLine(std::size_t start, std::size_t end) {
-        const std::size_t at = text_.find_first_not_of(" \t\r", start);
-        if (at >= end || text_[at] == '#') return nullptr;
-        const char* line = text_.c_str() + at;
-        if (startsWith(at, kSizeKeyword)) return readSize(line + kSizeKeyword.size());
-        if (startsWith(at, kMinKeyword))
+    const char* readLine(const char* line, const char* lineEnd) {
+        while (line < lineEnd && (*line == ' ' || *line == '\t' || *line == '\r'))
+            ++line;
+        if (line == lineEnd || *line == '#') return nullptr;
+        const bool keyword = *line == '_' || (*line >= 'A' && *line <= 'Z');
+        return keyword ? readKeyword(line) : readTriple(line);
+    }
+
+    // Keywords that are not of this format's three-dimensional part are passed over.
+    const char* readKeyword(const char* line) {
+        if (startsWith(line, kSizeKeyword)) return readSize(line + kSizeKeyword.size());
+        if (startsWith(line, kMinKeyword))
             return readDomain(line + kMinKeyword.size(), lut_.domainMin);
-        if (startsWith(at, kMaxKeyword))
+        if (startsWith(line, kMaxKeyword))
             return readDomain(line + kMaxKeyword.size(), lut_.domainMax);
-        if (startsWith(at, kSize1DKeyword)) return "1D LUTs are not supported";
-        const bool otherKeyword = *line == '_' || (*line >= 'A' && *line <= 'Z');
-        return otherKeyword ? nullptr : readTriple(line);
+        return startsWith(line, kSize1DKeyword) ? "1D LUTs are not supported" : nullptr;
     }
 
     const char* readSize(const char* at) {
@@ -71,17 +78,15 @@ private:
     // decides.
     static const char* readDomain(const char* at, float (&bound)[3]) {
         for (float& channel : bound) {
-            char* stop = nullptr;
-            channel = std::strtof(at, &stop);
-            at = stop;
+            channel = readFloat(at, &at);
         }
         return nullptr;
     }
 
     const char* readTriple(const char* at) {
         for (int channel = 0; channel < 3; ++channel) {
-            char* stop = nullptr;
-            const float value = std::strtof(at, &stop);
+            const char* stop;
+            const float value = readFloat(at, &stop);
             if (stop == at) return "malformed data line";
             values_.push_back(value);
             at = stop;
@@ -101,6 +106,7 @@ private:
     }
 
     const std::string& text_;
+    const char* end_;
     Lut3D& lut_;
     std::vector<float> values_;
 };
