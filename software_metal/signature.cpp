@@ -82,6 +82,7 @@ std::string runnerText(const Signature& kernel) {
            "        for (unsigned x = 0; x < threads[0]; ++x) {\n"
            "            const uint2 position =\n"
            "                uint2(group[0] * threads[0] + x, group[1] * threads[1] + y);\n"
+           "            (void)position;\n"
            "            " +
            kernel.name + "(" + arguments + ");\n        }\n    }\n}\n";
 }
