@@ -130,7 +130,7 @@ prSuiteError GpuSide::deviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPU
     return suiteError_NoError;
 }
 
-prSuiteError GpuSide::param(csSDK_int32 node, csSDK_int32 index, PrParam* param) {
+prSuiteError GpuSide::param(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param) {
     ParamHook hook;
     GpuValue value;
     {
@@ -145,7 +145,7 @@ prSuiteError GpuSide::param(csSDK_int32 node, csSDK_int32 index, PrParam* param)
         }
         value = found->second[static_cast<std::size_t>(index)];
     }
-    return hook ? hook(node, index, param) : write(value, param);
+    return hook ? hook(index, time, param) : write(value, param);
 }
 
 prSuiteError GpuSide::write(const GpuValue& value, PrParam* param) {

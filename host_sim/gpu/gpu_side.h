@@ -56,8 +56,8 @@ public:
 
     // The frame formats' suite fails, as for a frame that it does not know.
     void refuseFormats(bool on);
-    // Replaces what GetParam does; for hosts in trouble. Empty: as always.
-    using ParamHook = std::function<prSuiteError(csSDK_int32 node, csSDK_int32 index, PrParam*)>;
+    // Called instead of giving a parameter's value; for hosts in trouble. Empty: as always.
+    using ParamHook = std::function<prSuiteError(csSDK_int32 index, PrTime time, PrParam*)>;
     void setParamHook(ParamHook hook);
 
     // For GpuInstance and GpuFrame users: what the suites answer from.
@@ -70,7 +70,7 @@ public:
     // Answers of the suites.
     static GpuSide& current();
     prSuiteError deviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPUDeviceInfo* info);
-    prSuiteError param(csSDK_int32 node, csSDK_int32 index, PrParam* param);
+    prSuiteError param(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param);
     GpuFrame* frameOf(PPixHand handle, const char* callback);
     bool refusesFormats() const;
     csSDK_uint32 deviceCount() const { return static_cast<csSDK_uint32>(devices_.size()); }

@@ -49,8 +49,8 @@ void disposePtr(PrMemoryPtr block) {
     GpuSide::current().memory().dispose(block);
 }
 
-prSuiteError getParam(csSDK_int32 node, csSDK_int32 index, PrTime, PrParam* param) {
-    return GpuSide::current().param(node, index, param);
+prSuiteError getParam(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param) {
+    return GpuSide::current().param(node, index, time, param);
 }
 
 PrSDKGPUDeviceSuite deviceSuite() {
