@@ -9,7 +9,8 @@ macro(tintwell_enable_objcxx)
         find_program(TINTWELL_CLANGXX NAMES clang++-16)
         if(NOT TINTWELL_GNUSTEP_CONFIG OR NOT TINTWELL_CLANGXX)
             message(FATAL_ERROR "Objective-C++ needs GNUstep and clang++-16: "
-                "scripts/install-packages build metal")
+                "scripts/install-packages build metal, "
+                "or configure with -DTINTWELL_METAL=off -DTINTWELL_DIALOGS=terminal")
         endif()
         if(NOT CMAKE_OBJCXX_COMPILER)
             set(CMAKE_OBJCXX_COMPILER ${TINTWELL_CLANGXX})
