@@ -3,13 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "gpu/metal_lut.h"
 #include "software_metal/control.h"
+#include "tests/software_metal/settled.h"
 
 namespace twtest {
 
@@ -42,13 +41,6 @@ struct Device {
         return Handle(twmetal::NewBuffer(device.get(), bytes, length));
     }
 };
-
-// A queue's thread gives up its command buffer a little after the work is seen to be done.
-inline long settledLiveObjects(long expected) {
-    for (int i = 0; i < 2000 && software_metal::counts().liveObjects != expected; ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return software_metal::counts().liveObjects;
-}
 
 // Ends each test with a look at the device's books: nothing misused, nothing left.
 class DeviceTest : public ::testing::Test {
