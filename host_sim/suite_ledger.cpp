@@ -48,6 +48,12 @@ void SuiteLedger::offer(const std::string& name, std::int32_t version, const voi
     offered_[{name, version}] = table;
 }
 
+void SuiteLedger::offerToKeep(const std::string& name, std::int32_t version, const void* table) {
+    offer(name, version, table);
+    const std::lock_guard lock(mutex_);
+    mayStay_.insert({name, version});
+}
+
 SPErr SuiteLedger::acquire(const char* name, std::int32_t version, const void** suite) {
     if (name == nullptr || suite == nullptr) {
         books_.problem("AcquireSuite was given a null pointer");
@@ -95,7 +101,7 @@ void SuiteLedger::reportLeftovers() {
     const std::lock_guard lock(mutex_);
     for (const auto& [key, use] : uses_) {
         const int left = use.acquired - use.released;
-        if (left == 0) continue;
+        if (left == 0 || mayStay_.contains(key)) continue;
         books_.problemAtEnd("The " + describe(key.first, key.second) + " was acquired " +
                             std::to_string(use.acquired) + " time(s) and released only " +
                             std::to_string(use.released));

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -26,6 +27,8 @@ public:
 
     // `table` must outlive the ledger.
     void offer(const std::string& name, std::int32_t version, const void* table);
+    // The same for a suite that effects may keep to the end: no leftover then.
+    void offerToKeep(const std::string& name, std::int32_t version, const void* table);
 
     SPErr acquire(const char* name, std::int32_t version, const void** suite);
     SPErr release(const char* name, std::int32_t version);
@@ -41,6 +44,7 @@ private:
     Refusals& refusals_;
     mutable std::mutex mutex_;
     std::map<Key, const void*> offered_;
+    std::set<Key> mayStay_;
     std::map<Key, SuiteUse> uses_;
 };
 

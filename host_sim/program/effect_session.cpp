@@ -29,7 +29,9 @@ EffectSession::EffectSession(const EffectOptions& options)
     : host_(moduleFile(options.module), personalityOf(options.host)),
       effect_(begin(host_, options.project)),
       amountIndex_(host_.params().indexOfType(PF_Param_FLOAT_SLIDER)),
-      lutIndex_(host_.params().indexOfType(PF_Param_ARBITRARY_DATA)) {}
+      lutIndex_(host_.params().indexOfType(PF_Param_ARBITRARY_DATA)) {
+    if (options.gpu) gpu_.emplace(host_);
+}
 
 void EffectSession::scan(const std::string& text, const std::string& origin) {
     const PF_Err error = effect_.scan(lutIndex_, text);
@@ -78,11 +80,15 @@ Picture EffectSession::render(const Picture& picture) {
     const PrPixelFormat format = host_.format(picture.depth == Depth::kFloat ? 32 : 8);
     const host_sim::Frame input = frameOf(picture, format);
     host_sim::Frame output(format, picture.width, picture.height);
-    const host_sim::CommandResult result = effect_.render(input, output);
-    if (result.error) {
-        throw Failure("the effect failed to render, with error " + std::to_string(result.error));
+    const PF_Err error = renderFrame(input, output);
+    if (error) {
+        throw Failure("the effect failed to render, with error " + std::to_string(error));
     }
     return pictureOf(output, picture);
+}
+
+PF_Err EffectSession::renderFrame(const host_sim::Frame& input, host_sim::Frame& output) {
+    return gpu_ ? gpu_->render(effect_, input, output) : effect_.render(input, output).error;
 }
 
 void EffectSession::save(const std::string& project) {
@@ -90,6 +96,7 @@ void EffectSession::save(const std::string& project) {
 }
 
 void EffectSession::close() {
+    gpu_.reset();
     const std::vector<std::string> problems = host_.close();
     if (!problems.empty())
         throw Failure("the effect broke a rule of the host: " + problems.front());

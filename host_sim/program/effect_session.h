@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host_sim/host.h"
+#include "host_sim/program/gpu_session.h"
 #include "host_sim/program/picture.h"
 
 namespace program {
@@ -13,6 +14,7 @@ struct EffectOptions {
     std::string module;             // the loadable module; empty: beside this program
     std::string host = "premiere";  // or "ae"
     std::string project;            // values to begin with; empty: the effect's defaults
+    bool gpu = false;               // through the GPU filter: Premiere Pro and float only
 };
 
 // Threads: one at a time. All functions throw Failure, and what the simulated host throws.
@@ -44,8 +46,10 @@ public:
 
 private:
     int buttonIndex(int button) const;
+    PF_Err renderFrame(const host_sim::Frame& input, host_sim::Frame& output);
 
     host_sim::Host host_;
+    std::optional<GpuSession> gpu_;
     host_sim::Instance& effect_;
     int amountIndex_;
     int lutIndex_;

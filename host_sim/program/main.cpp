@@ -46,6 +46,7 @@ void addRender(CLI::App& app, Options& options) {
         ->check(CLI::Range(0.0, 100.0));
     command->add_option("--depth", render.depth, "8 or float; else as the input file has it")
         ->check(CLI::IsMember({"8", "float"}));
+    command->add_flag("--gpu", options.effect.gpu, "Through the GPU filter, in float");
     command->add_option("--save", render.save, "Project to write afterwards");
     command->add_option("--frames", render.frames, "Frames of a sequence: A-B");
     addHost(*command, options);

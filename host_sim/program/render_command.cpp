@@ -54,7 +54,15 @@ void takeLook(EffectSession& session, const RenderOptions& options) {
     if (options.amount) session.setAmount(*options.amount);
 }
 
+// GPU frames are Premiere Pro's and hold floats.
+void checkGpu(const RenderOptions& options) {
+    if (!options.effect.gpu) return;
+    if (options.effect.host == "ae") throw Failure("--gpu needs --host premiere");
+    if (options.depth == "8") throw Failure("--gpu renders in float: leave out --depth 8");
+}
+
 Depth depthFor(const RenderOptions& options, const std::string& file) {
+    if (options.effect.gpu) return Depth::kFloat;
     const bool asTheFile = options.depth.empty() && options.effect.host != "ae";
     return asTheFile ? naturalDepth(file) : chosenDepth(options.depth, options.effect.host);
 }
@@ -73,6 +81,7 @@ Depth chosenDepth(const std::string& depth, const std::string& host) {
 
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);
+    checkGpu(options);
     const std::vector<Job> jobs = jobsOf(options);
     EffectSession session(options.effect);
     takeLook(session, options);

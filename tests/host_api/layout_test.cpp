@@ -70,6 +70,13 @@ TEST(Constants, areTheHosts) {
 TEST(SuiteNames, areTheHosts) {
     EXPECT_STREQ(kPFPixelFormatSuite, "PF Pixel Format Suite");
     EXPECT_STREQ(kPFParamUtilsSuite, "PF Param Utils Suite");
+    EXPECT_STREQ(kPFTransitionSuite, "PF Transition Suite");
+    EXPECT_STREQ(kPrSDKGPUDeviceSuite, "MediaCore GPU Device Suite");
+    EXPECT_STREQ(kPrSDKGPUImageProcessingSuite, "MediaCore GPU Image Processing Suite");
+    EXPECT_STREQ(kPrSDKMemoryManagerSuite, "Premiere Memory Manager Suite");
+    EXPECT_STREQ(kPrSDKPPixSuite, "Premiere PPix Suite");
+    EXPECT_STREQ(kPrSDKPPix2Suite, "Premiere PPix 2 Suite");
+    EXPECT_STREQ(kPrSDKVideoSegmentSuite, "MediaCore Video Segment Suite");
 }
 
 }  // namespace

@@ -1,0 +1,138 @@
+// One frame on the GPU.
+#include <cstdio>
+#include <cstring>
+#include <mutex>
+#include <string>
+
+#include "gpu/device.h"
+#include "gpu/filter.h"
+#include "gpu/metal_lut.h"
+#include "native/src/c_locale.h"
+#include "native/src/log.h"
+
+namespace {
+
+// 'badf': no format that a frame can have.
+constexpr auto kNoFormat = static_cast<PrPixelFormat>(0x66646162);
+
+int bytesPerPixel(bool is32f) {
+    return is32f ? 16 : 8;
+}
+
+// Steady playback leaves one line, not one a frame.
+void logOnChange(const char* line) {
+    static std::mutex mu;
+    static std::string last;
+    const std::lock_guard lock(mu);
+    if (last == line) return;
+    last = line;
+    tw::logLine("%s", line);
+}
+
+twgpu::LutKernelArgs lutArgs(const tw::Lut3D& lut, float amount) {
+    twgpu::LutKernelArgs args = {};
+    args.size = lut.size;
+    std::memcpy(args.dmin, lut.domainMin, sizeof args.dmin);
+    std::memcpy(args.dmax, lut.domainMax, sizeof args.dmax);
+    args.amount = amount;
+    return args;
+}
+
+void setPattern(twgpu::LutKernelArgs& args, int n) {
+    args.probe = n;
+    args.probeCols = args.probeRows = 1;
+    if (n != 0) tw::probeGrid(n, args.width, args.height, &args.probeCols, &args.probeRows);
+}
+
+}  // namespace
+
+float TintwellGPU::percent(PrTime time) const {
+    const PrParam value = param(kAmount, time);
+    switch (value.mType) {
+        case kPrParamType_Int32:
+            return static_cast<float>(value.mInt32);
+        case kPrParamType_Float32:
+            return value.mFloat32;
+        case kPrParamType_Float64:
+            return static_cast<float>(value.mFloat64);
+        default:
+            return 0.0f;
+    }
+}
+
+TintwellGPU::Frame TintwellGPU::frame(PPixHand handle) const {
+    Frame frame;
+    gpuDevice_->GetGPUPPixData(handle, &frame.memory);
+    ppix_->GetRowBytes(handle, &frame.rowBytes);
+    return frame;
+}
+
+TintwellGPU::Job TintwellGPU::describe(PPixHand source, PPixHand destination, float amount) const {
+    Job job;
+    job.source = frame(source);
+    job.destination = frame(destination);
+    // A format that cannot be had is taken for half floats, on purpose, as is every other one.
+    PrPixelFormat format = kNoFormat;
+    ppix_->GetPixelFormat(destination, &format);
+    job.is32f = format == PrPixelFormat_GPU_BGRA_4444_32f;
+    prRect bounds = {};
+    ppix_->GetBounds(destination, &bounds);
+    job.width = bounds.right - bounds.left;
+    job.height = bounds.bottom - bounds.top;
+    job.amount = amount;
+    return job;
+}
+
+void TintwellGPU::LogSetup(const Job& job) const {
+    const bool inPlace = job.source.memory == job.destination.memory;
+    const int pattern = patternSize();
+    const int size = pattern != 0 ? pattern : lut_ ? lut_->size : 0;
+    char line[200];
+    {
+        const tw::CLocaleScope cNumbers;
+        std::snprintf(line, sizeof line, "GPU Render %s fmt=%s %dx%d %s amount=%.3f lut=%d%s",
+                      twgpu::frameworkName(deviceInfo_.outDeviceFramework),
+                      job.is32f ? "32f" : "16f", job.width, job.height,
+                      inPlace ? "in-place" : "src->dst", static_cast<double>(job.amount), size,
+                      pattern != 0 ? " pattern" : "");
+    }
+    logOnChange(line);
+}
+
+prSuiteError TintwellGPU::Render(const PrGPUFilterRenderParams* params, const PPixHand* frames,
+                                 csSDK_size_t frameCount, PPixHand* outFrame) {
+    if (frameCount == 0 || !outFrame || !*outFrame) return suiteError_Fail;
+    const PrTime time = params->inClipTime;
+    const float amount = percent(time) / 100.0f;
+    if (!lutRead_) ReadLut(time);
+    const Job job = describe(frames[0], *outFrame, amount);
+    LogSetup(job);
+
+    const bool apply = amount > 0.0f && lut_ && lut_->probe == 0;
+    if (!apply && patternSize() == 0 && job.source.memory == job.destination.memory)
+        return suiteError_NoError;  // the frame is right as it is
+    const bool launched = apply ? launch(job, lut_, amount) : launch(job, Identity(), 0.0f);
+    return launched ? suiteError_NoError : suiteError_Fail;
+}
+
+bool TintwellGPU::launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut,
+                         float amount) const {
+    twgpu::Device& device = twgpu::DeviceFor(deviceIndex_);
+    const std::lock_guard lock(device.mutex);
+    if (!twgpu::upload(device, deviceInfo_.outDeviceHandle, lut)) return false;
+
+    twgpu::LutKernelArgs args = lutArgs(*lut, amount);
+    args.srcPitch = job.source.rowBytes / bytesPerPixel(job.is32f);
+    args.dstPitch = job.destination.rowBytes / bytesPerPixel(job.is32f);
+    args.is16f = job.is32f ? 0 : 1;
+    args.width = job.width;
+    args.height = job.height;
+    setPattern(args, patternSize());
+
+    std::string err;
+    if (twmetal::Launch(deviceInfo_.outCommandQueueHandle, device.pipeline, job.source.memory,
+                        job.destination.memory, device.lutBuffer, args, false, &err, nullptr))
+        return true;
+    tw::logLine("GPU: Metal launch failed: %s", err.c_str());
+    return false;
+}

@@ -1,0 +1,129 @@
+#include "software_metal/compiler.h"
+
+#include <dlfcn.h>
+#include <stdlib.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "software_metal/ledger.h"
+#include "software_metal/program.h"
+#include "software_metal/signature.h"
+
+namespace software_metal {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of its own that is gone when the work is done: a loaded library needs its file no
+// longer.
+class Workshop {
+public:
+    Workshop() {
+        std::error_code ignored;
+        std::string pattern = (fs::temp_directory_path(ignored) / "software-metal.XXXXXX").string();
+        if (::mkdtemp(pattern.data())) folder_ = pattern;
+    }
+    ~Workshop() {
+        std::error_code ignored;
+        if (!folder_.empty()) fs::remove_all(folder_, ignored);
+    }
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+
+    std::string file(const char* name) const { return folder_ + "/" + name; }
+
+private:
+    std::string folder_;
+};
+
+// No attribute is unknown to the device's compiler that is one of the language; double arithmetic
+// by accident must show.
+std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
+    std::vector<std::string> words = {SOFTWARE_METAL_CLANG,
+                                      "-std=c++14",
+                                      "-O2",
+                                      "-shared",
+                                      "-fPIC",
+                                      "-nostdinc++",
+                                      "-fvisibility=hidden",
+                                      "-fno-exceptions",
+                                      "-fno-rtti",
+                                      "-fno-caret-diagnostics",
+                                      "-ffp-contract=" + contraction(),
+                                      "-Wall",
+                                      "-Wextra",
+                                      "-Werror=double-promotion",
+                                      "-Wno-unknown-attributes",
+                                      "-Wno-unused-function",
+                                      "-I",
+                                      SOFTWARE_METAL_LANGUAGE};
+    if (fastMaths) words.push_back("-ffast-math");
+    std::istringstream sanitizers(SOFTWARE_METAL_SANITIZE);
+    for (std::string word; sanitizers >> word;)
+        words.push_back(word);
+    words.insert(words.end(), {"-o", workshop.file("kernel.so"), workshop.file("kernel.cpp")});
+    return words;
+}
+
+void writeSource(const std::string& file, const std::string& text,
+                 const std::vector<Signature>& kernels) {
+    std::ofstream out(file, std::ios::binary);
+    out << "#include \"prelude.h\"\n#line 1 \"program_source\"\n"
+        << text << "\n#line 1 \"runners\"\n#include \"arguments.h\"\n";
+    for (const Signature& kernel : kernels)
+        out << runnerText(kernel);
+}
+
+bool build(const std::string& text, const std::vector<Signature>& kernels, bool fastMaths,
+           const Workshop& workshop, std::string* error) {
+    writeSource(workshop.file("kernel.cpp"), text, kernels);
+    const auto begin = std::chrono::steady_clock::now();
+    const ProgramResult result = runProgram(command(fastMaths, workshop));
+    const std::chrono::duration<double, std::milli> spent =
+        std::chrono::steady_clock::now() - begin;
+    count([&](Counts& counts) {
+        ++counts.compilations;
+        counts.lastCompileMs = spent.count();
+        counts.lastFastMaths = fastMaths;
+    });
+    if (result.status != 0) *error = "program_source failed to compile:\n" + result.output;
+    return result.status == 0;
+}
+
+Kernel kernelOf(void* library, const Signature& signature) {
+    Kernel kernel;
+    kernel.name = signature.name;
+    for (const Parameter& parameter : signature.parameters) {
+        if (parameter.buffer >= 0) kernel.buffers.push_back(parameter.buffer);
+    }
+    kernel.run = reinterpret_cast<RunGroup>(::dlsym(library, runnerName(signature).c_str()));
+    return kernel;
+}
+
+}  // namespace
+
+KernelModule::~KernelModule() {
+    ::dlclose(library_);
+}
+
+std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
+                                                   std::string* error) {
+    std::vector<Signature> signatures;
+    if (!findKernels(text, signatures, error)) return nullptr;
+    const Workshop workshop;
+    if (!build(text, signatures, fastMaths, workshop, error)) return nullptr;
+    void* library = ::dlopen(workshop.file("kernel.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        *error = ::dlerror();
+        return nullptr;
+    }
+    auto module = std::make_shared<KernelModule>(library);
+    for (const Signature& signature : signatures)
+        module->kernels.push_back(kernelOf(library, signature));
+    return module;
+}
+
+}  // namespace software_metal

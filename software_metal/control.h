@@ -1,0 +1,52 @@
+// What a test may ask of the software Metal device: to fail, and what it has seen. Plain C++; the
+// device itself is reached through Metal/Metal.h only.
+//
+// Threads: every function from any thread.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace software_metal {
+
+// What the devices of this process do wrong from now on. A command buffer fails or waits as the
+// faults stand when it is committed.
+struct Faults {
+    bool noLibrary = false;
+    bool noFunction = false;
+    bool noPipeline = false;
+    bool noBuffer = false;
+    bool noCommandBuffer = false;
+    bool noEncoder = false;
+    bool failExecution = false;  // nothing runs; the command buffer ends with the error status
+    // Description of the error object that comes with noLibrary, noPipeline and failExecution;
+    // nothing: they come without one.
+    std::optional<std::string> error = "injected";
+    // Compiled in the place of the program's text unless empty.
+    std::string source;
+    // What a command buffer waits before it runs.
+    int delayMs = 0;
+};
+
+struct Counts {
+    long liveObjects = 0;   // devices, queues, buffers, libraries, functions, pipelines, commands
+    long compilations = 0;  // all others: since the process began
+    long buffers = 0;
+    long commandBuffers = 0;
+    long dispatches = 0;  // that ran
+    double lastCompileMs = 0.0;
+    bool lastFastMaths = false;  // as the last compilation asked for
+};
+
+void setFaults(const Faults& faults);
+Faults faults();
+Counts counts();
+
+// Misuse of the interface since the last call, a line each, which a validation layer would stop at:
+// an encoder left open, a handler after the commit, a buffer that is not bound, ...
+std::string takeMisuse();
+
+// How the kernels are compiled: contraction of a * b + c ("off", as it is unless set, or "fast").
+void setContraction(const std::string& mode);
+
+}  // namespace software_metal

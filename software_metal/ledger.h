@@ -1,0 +1,16 @@
+// The process-wide books behind control.h.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "software_metal/control.h"
+
+namespace software_metal {
+
+// Changes the counts under the ledger's lock, which is taken last of all.
+void count(const std::function<void(Counts&)>& change);
+void misuse(const std::string& sentence);
+std::string contraction();
+
+}  // namespace software_metal

@@ -1,0 +1,133 @@
+// Comparing the kernel's picture on the software device with tw::applyF: equal bit for bit in
+// 32-bit floats (one not-a-number being as good as another); in half floats within one unit, both
+// having rounded the same single-precision result.
+//
+// That holds where the CPU multiplies, then adds, as x86-64 does and as the device was compiled.
+// With fused operations on one side the bound is the rounding of single precision.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "native/src/lut_engine.h"
+#include "tests/gpu/device.h"
+#include "tests/gpu/differences.h"
+#include "tests/gpu/parity_inputs.h"
+#include "tests/gpu/picture.h"
+
+namespace twtest {
+
+enum class Place { kOtherBuffer, kInPlace };
+
+#if defined(__aarch64__)
+inline constexpr double kTolerance = 4e-7;
+#else
+inline constexpr double kTolerance = 0.0;
+#endif
+
+// The colours row by row, the last row filled up with the first colours, BGRA.
+inline Picture pictureOf(const std::vector<Colour>& colours, Shape shape) {
+    Picture picture(shape);
+    constexpr int kChannel[4] = {2, 1, 0, 3};
+    std::size_t next = 0;
+    for (int y = 0; y < shape.height; ++y) {
+        for (int x = 0; x < shape.width; ++x, ++next) {
+            for (int c = 0; c < 4; ++c)
+                picture.set(x, y, c, colours[next % colours.size()].channel[kChannel[c]]);
+        }
+    }
+    return picture;
+}
+
+// What the CPU makes of it, in 32-bit floats, then stored as the picture stores.
+inline Picture cpuPicture(const tw::Lut3D& lut, const Picture& source, float amount,
+                          const Shape& shape) {
+    std::vector<float> pixels;
+    for (int y = 0; y < shape.height; ++y) {
+        for (int i = 0; i < shape.width * 4; ++i)
+            pixels.push_back(source.at(i / 4, y, i % 4));
+    }
+    const tw::ImageF view{pixels.data(), shape.width, shape.height, shape.width * 16,
+                          tw::kOrderBGRA};
+    tw::applyF(lut, view, view, amount);
+    Picture picture(shape);
+    for (int y = 0; y < shape.height; ++y) {
+        for (int i = 0; i < shape.width * 4; ++i)
+            picture.set(i / 4, y, i % 4, pixels[static_cast<std::size_t>(y * shape.width * 4 + i)]);
+    }
+    return picture;
+}
+
+inline twgpu::LutKernelArgs argumentsFor(const tw::Lut3D& lut, float amount, const Shape& source,
+                                         const Shape& destination) {
+    twgpu::LutKernelArgs args = {};
+    args.srcPitch = source.pitch;
+    args.dstPitch = destination.pitch;
+    args.is16f = source.half ? 1 : 0;
+    args.width = destination.width;
+    args.height = destination.height;
+    args.size = lut.size;
+    for (int c = 0; c < 3; ++c) {
+        args.dmin[c] = lut.domainMin[c];
+        args.dmax[c] = lut.domainMax[c];
+    }
+    args.amount = amount;
+    args.probeCols = args.probeRows = 1;
+    return args;
+}
+
+class Parity : public DeviceTest {
+protected:
+    Picture kernelPicture(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
+                          const Shape& shape) {
+        const Handle samples = device_.buffer(lut.data.data(), lut.data.size() * sizeof(float));
+        const Handle src = upload(device_, source);
+        Handle other;
+        if (place == Place::kOtherBuffer) other = upload(device_, Picture(shape));
+        const Handle& dst = place == Place::kOtherBuffer ? other : src;
+        std::string err;
+        EXPECT_TRUE(twmetal::Launch(
+            device_.queue.get(), device_.pipeline.get(), src.get(), dst.get(), samples.get(),
+            argumentsFor(lut, amount, source.shape, shape), true, &err, nullptr))
+            << err;
+        return download(dst, shape);
+    }
+
+    void check(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
+               const Shape& shape) {
+        SCOPED_TRACE(testing::Message() << "size " << lut.size << ", amount " << amount
+                                        << (shape.half ? ", 16f" : ", 32f")
+                                        << (place == Place::kInPlace ? ", in place" : ""));
+        const Picture actual = kernelPicture(lut, source, amount, place, shape);
+        const Differences found = compare(cpuPicture(lut, source, amount, shape), actual);
+        EXPECT_LE(found.largest, shape.half ? 1.0 / 16 : kTolerance) << found.first;
+        EXPECT_EQ(found.notANumber, 0) << found.first;
+        EXPECT_LE(found.halfUnits, 1) << found.first;
+        if (kTolerance == 0.0 && !shape.half) EXPECT_EQ(found.unequal, 0) << found.first;
+        EXPECT_TRUE(actual.paddingIntact());
+    }
+
+    // In 32-bit and half floats, in place and to a buffer with other rows, at three amounts.
+    void checkColours(const tw::Lut3D& lut, const std::vector<Colour>& colours) {
+        const int width = 37;
+        const int height = (static_cast<int>(colours.size()) + width - 1) / width;
+        for (const bool half : {false, true}) {
+            const Picture source = pictureOf(colours, {width, height, width + 3, half});
+            for (const float amount : {0.5f, 1.0f, 1.7f}) {
+                check(lut, source, amount, Place::kInPlace, source.shape);
+                check(lut, source, amount, Place::kOtherBuffer, {width, height, width + 8, half});
+            }
+        }
+    }
+
+    void TearDown() override {
+        device_ = Device{Handle(), Handle(), Handle()};
+        DeviceTest::TearDown();
+    }
+
+    Device device_;
+};
+
+}  // namespace twtest

@@ -1,0 +1,8 @@
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    ((device float4*)out)[at.x] = float4(1.0f);
+}

@@ -1,0 +1,10 @@
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    const ulong x = ulong(n);
+    const long y = long(n);
+    out[ulong(at.x)] = float(x) + float(y);
+}

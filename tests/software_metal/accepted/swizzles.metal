@@ -1,0 +1,10 @@
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    const float4 v = float4(1.0f);
+    const float3 q = v.zyx;
+    out[at.x] = q.x;
+}

@@ -1,0 +1,11 @@
+// refused: variable length array
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    float table[n];
+    table[0] = 1.0f;
+    out[at.x] = table[0];
+}

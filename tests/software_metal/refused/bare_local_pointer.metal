@@ -1,0 +1,11 @@
+// refused: p: pointer or reference without an address space
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    float x = 1.0f;
+    float* p = &x;
+    out[at.x] = *p;
+}

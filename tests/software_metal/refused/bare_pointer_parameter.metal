@@ -1,0 +1,7 @@
+// refused: out: pointer or reference without an address space
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(float* out [[buffer(0)]], uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = 1.0f;
+}

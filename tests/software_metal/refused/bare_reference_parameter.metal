@@ -1,0 +1,8 @@
+// refused: n: pointer or reference without an address space
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]], const int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = float(n);
+}

@@ -1,0 +1,9 @@
+// refused: cast to a pointer without an address space
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = ((float*)out)[1];
+}

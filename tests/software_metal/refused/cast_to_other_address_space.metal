@@ -1,0 +1,10 @@
+// refused: cast to another address space
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    constant float* p = (constant float*)out;
+    out[at.x] = p[1];
+}

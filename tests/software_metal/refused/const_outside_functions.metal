@@ -1,0 +1,11 @@
+// refused: third: a variable outside functions must be constant
+#include <metal_stdlib>
+using namespace metal;
+
+const float third = 0.333f;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = third;
+}

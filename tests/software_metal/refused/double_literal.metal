@@ -1,0 +1,9 @@
+// refused: a literal without the suffix f
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = float(0.5);
+}

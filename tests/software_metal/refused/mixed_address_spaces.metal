@@ -1,0 +1,10 @@
+// refused: cannot initialize a variable of type
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    device const int* q = &n;
+    out[at.x] = float(q[0]);
+}

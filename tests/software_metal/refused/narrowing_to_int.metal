@@ -1,0 +1,10 @@
+// refused: implicit conversion turns floating-point number into integer
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    const int i = out[at.x];
+    out[at.x] = float(i);
+}

@@ -1,0 +1,13 @@
+// refused: f: recursion
+#include <metal_stdlib>
+using namespace metal;
+
+static int f(int i) {
+    return i < 2 ? i : f(i - 1) + f(i - 2);
+}
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = float(f(n));
+}

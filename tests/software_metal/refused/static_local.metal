@@ -1,0 +1,11 @@
+// refused: count: static variable of a function
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    static int count = 0;
+    ++count;
+    out[at.x] = float(count);
+}

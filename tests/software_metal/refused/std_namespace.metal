@@ -1,0 +1,9 @@
+// refused: attempt to use a poisoned identifier
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = std::sqrt(2.0f);
+}

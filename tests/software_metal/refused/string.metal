@@ -1,0 +1,9 @@
+// refused: not in the language: StringLiteral
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    out[at.x] = float("text"[0]);
+}

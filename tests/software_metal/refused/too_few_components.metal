@@ -1,0 +1,10 @@
+// refused: wrong number of components
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    const float4 v = float4(1.0f, 2.0f);
+    out[at.x] = v.x;
+}

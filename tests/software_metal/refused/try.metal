@@ -1,0 +1,12 @@
+// refused: attempt to use a poisoned identifier
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    try {
+        out[at.x] = 1.0f;
+    } catch (...) {
+    }
+}

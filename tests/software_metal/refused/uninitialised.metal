@@ -1,0 +1,11 @@
+// refused: is used uninitialized whenever
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    float x;
+    if (n > 3) x = 1.0f;
+    out[at.x] = x;
+}

@@ -1,0 +1,10 @@
+// refused: word not allowed: unsigned long
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    unsigned long x = 1;
+    out[at.x] = float(x);
+}

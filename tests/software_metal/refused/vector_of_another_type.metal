@@ -1,0 +1,10 @@
+// refused: cannot initialize a variable of type
+#include <metal_stdlib>
+using namespace metal;
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    const float4 v = half4(float4(1.0f));
+    out[at.x] = v.x;
+}

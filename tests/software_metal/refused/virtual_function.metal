@@ -1,0 +1,14 @@
+// refused: attempt to use a poisoned identifier
+#include <metal_stdlib>
+using namespace metal;
+
+struct S {
+    virtual float f() { return 1.0f; }
+};
+
+kernel void K(device float* out [[buffer(0)]],
+              constant int& n [[buffer(1)]],
+              uint2 at [[thread_position_in_grid]]) {
+    S s;
+    out[at.x] = s.f();
+}
