@@ -69,7 +69,9 @@ TEST_F(PickCube, asks_for_one_cube_file) {
     Names rows;
     int looks = 0;
     Robot robot([&](Dialog& dialog) {
-        if (++looks == 1) EXPECT_TRUE(dialog.selectRow("alpha.cube"));
+        if (++looks == 1) {
+            EXPECT_TRUE(dialog.selectRow("alpha.cube"));
+        }
         if (looks < kLooksUntilDrawn) return false;
         EXPECT_TRUE(dialog.isOpenPanel());
         EXPECT_EQ(dialog.title(), "Tintwell: choose a LUT");

@@ -42,10 +42,11 @@ pid_t startServer(std::string& display) {
     if (server == 0) becomeServer(ends[1]);
     close(ends[1]);
     char c;
-    while (read(ends[0], &c, 1) == 1 && c != '\n')
+    while (read(ends[0], &c, 1) == 1 && c != '\n') {
+        if (display.empty()) display.push_back(':');
         display.push_back(c);
+    }
     close(ends[0]);
-    if (!display.empty()) display.insert(0, ":");
     return server;
 }
 

@@ -40,7 +40,9 @@ protected:
     static void pickLut(Instance& effect, const std::string& row, const char* picture = nullptr) {
         int looks = 0;
         Robot robot([&](Dialog& dialog) {
-            if (++looks == 1) EXPECT_TRUE(dialog.selectRow(row));
+            if (++looks == 1) {
+                EXPECT_TRUE(dialog.selectRow(row));
+            }
             if (looks < kLooksUntilDrawn) return false;
             if (picture) twtest::takePicture(picture);
             return dialog.click("OK");
