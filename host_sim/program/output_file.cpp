@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <system_error>
 
 #include "host_sim/program/failure.h"
@@ -32,7 +31,12 @@ std::string reason() {
 }
 
 std::string readStream(std::istream& in) {
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    std::string text;
+    char buffer[4096];
+    while (in.read(buffer, sizeof buffer), in.gcount() > 0) {
+        text.append(buffer, static_cast<std::size_t>(in.gcount()));
+    }
+    return text;
 }
 
 }  // namespace
