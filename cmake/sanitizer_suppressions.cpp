@@ -1,0 +1,16 @@
+// What the sanitizers are to pass over in test programs: libraries that are not built for them and
+// would drown what ours do.
+
+#define SANITIZER_HOOK extern "C" __attribute__((visibility("default")))
+
+// Foundation and the Objective-C runtime keep what they made to the end of the process.
+SANITIZER_HOOK const char* __lsan_default_suppressions() {
+    return "leak:libobjc.so\n"
+           "leak:libgnustep-base.so\n";
+}
+
+// While a class is set up they take the runtime's lock under their own and the other way round.
+SANITIZER_HOOK const char* __tsan_default_suppressions() {
+    return "deadlock:libobjc.so\n"
+           "deadlock:libgnustep-base.so\n";
+}
