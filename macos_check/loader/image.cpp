@@ -127,8 +127,6 @@ void Image::mapSegment(const Byte* slice, const Byte* command) {
     }
 }
 
-// Constant data is written by the binding and read-only from then on, which the protection of its
-// segment does not say.
 void Image::protect() const {
     for (const Segment& segment : segments_) {
         if (segment.size == 0) continue;
