@@ -18,7 +18,7 @@ foreach(language IN LISTS _languages)
         "-B${CMAKE_CURRENT_LIST_DIR}/toolchain_bin -isystem ${CMAKE_CURRENT_LIST_DIR}/libcxx")
     # llvm-ar makes no index of objects that hold two processors' code.
     set(CMAKE_${language}_ARCHIVE_CREATE
-        "${_llvm}/llvm-libtool-darwin -static -o <TARGET> <OBJECTS>")
+        "${_llvm}/llvm-libtool-darwin -static -no_warning_for_no_symbols -o <TARGET> <OBJECTS>")
     set(CMAKE_${language}_ARCHIVE_APPEND "")
     set(CMAKE_${language}_ARCHIVE_FINISH "")
 endforeach()
