@@ -15,8 +15,8 @@ class Instance;
 struct GpuValue {
     csSDK_uint32 type = 0;
     double number = 0.0;
-    std::vector<std::uint8_t> bytes;  // of the block
-    bool nullBlock = false;           // a block's type without a block
+    std::vector<std::uint8_t> bytes = {};  // of the block
+    bool nullBlock = false;                // a block's type without a block
 };
 
 // In the order of the params array without the input layer.

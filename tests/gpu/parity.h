@@ -105,7 +105,9 @@ protected:
         EXPECT_LE(found.largest, shape.half ? 1.0 / 16 : kTolerance) << found.first;
         EXPECT_EQ(found.notANumber, 0) << found.first;
         EXPECT_LE(found.halfUnits, 1) << found.first;
-        if (kTolerance == 0.0 && !shape.half) EXPECT_EQ(found.unequal, 0) << found.first;
+        if (kTolerance == 0.0 && !shape.half) {
+            EXPECT_EQ(found.unequal, 0) << found.first;
+        }
         EXPECT_TRUE(actual.paddingIntact());
     }
 

@@ -45,7 +45,9 @@ TEST_F(CopyThrough, equalsTheSource_forFiniteValues) {
             kernelPicture(identity, source, 0.0f, Place::kOtherBuffer, {50, 60, 53, half});
         const Differences found = compare(source, copy);
         // A value past the half floats' range was stored as infinity; an input that small as -0.
-        if (!half) EXPECT_EQ(found.unequal, 0) << found.first;
+        if (!half) {
+            EXPECT_EQ(found.unequal, 0) << found.first;
+        }
         EXPECT_EQ(found.largest, 0.0) << found.first;
     }
 }
