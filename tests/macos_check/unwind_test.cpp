@@ -28,8 +28,8 @@ Bytes infoWith(Word encoding) {
         put(word);
     for (const Word word : index)
         put(word);
-    put(2);              // a page of whole encodings,
-    put(8 | 1u << 16);   // its entries 8 bytes further on: one
+    put(2);             // a page of whole encodings,
+    put(8 | 1u << 16);  // its entries 8 bytes further on: one
     put(kStart);
     put(encoding);
     return info;

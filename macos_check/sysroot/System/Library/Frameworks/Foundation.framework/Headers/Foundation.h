@@ -6,18 +6,27 @@
 typedef unsigned long NSUInteger;
 typedef long NSInteger;
 
-@class NSString;
+#define NS_RETURNS_RETAINED __attribute__((ns_returns_retained))
 
-__attribute__((objc_root_class))
-@interface NSObject
-+ (instancetype)alloc;
-- (instancetype)init;
+@protocol NSObject
 - (instancetype)retain;
 - (oneway void)release;
+- (instancetype)autorelease;
+@end
+
+__attribute__((objc_root_class))
+@interface NSObject<NSObject>
++ (instancetype)alloc;
+- (instancetype)init;
 @end
 
 @interface NSString : NSObject
 + (instancetype)stringWithUTF8String:(const char*)text;
+- (const char*)UTF8String;
+@end
+
+@interface NSError : NSObject
+- (NSString*)localizedDescription;
 @end
 
 @interface NSArray<__covariant T> : NSObject
