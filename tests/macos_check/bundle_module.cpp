@@ -8,6 +8,7 @@
 #include <string>
 
 #include "effect/entry_points.h"
+#include "gpu/entry_point.h"
 #include "macos_check/loader/image.h"
 #include "macos_check/loader/system.h"
 #include "tests/effect/stand_in_dialogs.h"
@@ -52,6 +53,13 @@ PF_Err EffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_Param
                   PF_LayerDef* output, void* extra) {
     static const auto entry = exported<decltype(EffectMain)>("_EffectMain");
     return entry(cmd, in_data, out_data, params, output, extra);
+}
+
+prSuiteError xGPUFilterEntry(csSDK_uint32 inHostInterfaceVersion, csSDK_int32* ioIndex,
+                             prBool inStartup, piSuitesPtr piSuites, PrGPUFilter* outFilter,
+                             PrGPUFilterInfo* outFilterInfo) {
+    static const auto entry = exported<decltype(xGPUFilterEntry)>("_xGPUFilterEntry");
+    return entry(inHostInterfaceVersion, ioIndex, inStartup, piSuites, outFilter, outFilterInfo);
 }
 
 extern "C" TW_EXPORT macho::AppKit* tintwell_bundle_appkit() {

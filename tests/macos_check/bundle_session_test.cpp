@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include "gpu/entry_point.h"
 #include "host_sim/host.h"
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
@@ -124,6 +125,38 @@ TEST(BundleSessionTest, isTheLinuxModules_inPremierePro) {
 
 TEST(BundleSessionTest, isTheLinuxModules_inAfterEffects) {
     expectSame(host_sim::afterEffects());
+}
+
+struct FilterOffer {
+    prSuiteError error;
+    csSDK_int32 index;
+    csSDK_uint32 version;
+    bool complete;  // every callback is there
+
+    bool operator==(const FilterOffer&) const = default;
+};
+
+FilterOffer offeredFilter(const char* module, csSDK_int32 index, bool startUp) {
+    const auto entry = reinterpret_cast<decltype(&xGPUFilterEntry)>(
+        host_sim::Module(module).symbol("xGPUFilterEntry"));
+    PrGPUFilter filter{};
+    PrGPUFilterInfo info{};
+    const prSuiteError error = entry(2, &index, startUp, nullptr, &filter, &info);
+    const bool complete = filter.CreateInstance && filter.DisposeInstance &&
+                          filter.GetFrameDependencies && filter.Precompute && filter.Render;
+    return {error, index, info.outInterfaceVersion, complete};
+}
+
+// No further than to the offer: there is no Metal here for the bundle's code.
+TEST(BundleGpuTest, offersTheLinuxModulesFilter) {
+    for (const bool startUp : {true, false}) {
+        for (const csSDK_int32 index : {-1, 0, 1}) {
+            EXPECT_TRUE(offeredFilter(TINTWELL_BUNDLE_MODULE, index, startUp) ==
+                        offeredFilter(TINTWELL_MODULE, index, startUp))
+                << index << startUp;
+        }
+    }
+    EXPECT_TRUE(offeredFilter(TINTWELL_BUNDLE_MODULE, 0, true) == FilterOffer({0, 0, 2, true}));
 }
 
 // An applied effect of the bundle, and the AppKit that it talks to.

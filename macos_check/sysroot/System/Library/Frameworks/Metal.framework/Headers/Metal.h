@@ -73,4 +73,5 @@ typedef void (^MTLCommandBufferHandler)(id<MTLCommandBuffer>);
 #ifdef __cplusplus
 extern "C"
 #endif
-    id<MTLDevice> MTLCreateSystemDefaultDevice(void) NS_RETURNS_RETAINED;
+    id<MTLDevice>
+    MTLCreateSystemDefaultDevice(void) NS_RETURNS_RETAINED;
