@@ -1,5 +1,5 @@
-// Compiles the kernel on this machine's Metal device and prints the device's name: the first thing to
-// try on a Mac.
+// Compiles the kernel on this machine's Metal device and prints the device's name: the first thing
+// to try on a Mac.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
