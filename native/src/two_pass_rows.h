@@ -11,6 +11,18 @@ namespace {
 
 constexpr int kChannels = 4;
 
+// Asks for the `bytes` source bytes that follow some batches behind `src`. The processor's own
+// prefetching loses sight of the row among the fetches from the lattice: without this a large frame
+// takes twice as long. Past the end of a row this reaches for the next one, or for nothing, which
+// does no harm.
+template <std::size_t bytes>
+void prefetch(const void* src) {
+    constexpr std::size_t ahead = 2048;
+    constexpr std::size_t line = 64;
+    for (std::size_t at = 0; at < bytes; at += line)
+        __builtin_prefetch(static_cast<const char*>(src) + ahead + at);
+}
+
 template <typename Isa>
 class FloatRow {
 public:
@@ -72,8 +84,10 @@ private:
 
     template <bool kStream>
     void gradeBatch(const float* src, float* dst, int count) {
-        for (int at = 0; at < count; at += kGroup)
+        for (int at = 0; at < count; at += kGroup) {
+            prefetch<sizeof(float) * kChannels * kGroup>(src + kChannels * at);
             place(src + kChannels * at, at);
+        }
         for (int at = 0; at < count; at += kGroup) {
             const auto weights = passes_.weights(at);
             finish<0, kStream>(weights, src, dst, at);
@@ -177,6 +191,7 @@ private:
 
     void gradeBatch(const std::uint8_t* src, std::uint8_t* dst, int count) {
         for (int at = 0; at < count; at += kGroup) {
+            prefetch<kChannels * kGroup>(src + kChannels * at);
             const Ints pixels = Isa::loadBytes(src + kChannels * at);
             passes_.place(unit(red_.of(pixels)), unit(green_.of(pixels)), unit(blue_.of(pixels)),
                           at);
