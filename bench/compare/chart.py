@@ -14,7 +14,7 @@ def bars(rows, top):
     for index, row in enumerate(rows):
         y = top + index * (BAR + GAP)
         time = float(row["ns/pixel"])
-        length = (WIDTH - LABEL - 130) * time**0.5 / longest
+        length = (WIDTH - LABEL - 180) * time**0.5 / longest
         colour = OURS if row["name"].startswith("tintwell") else THEIRS
         yield (f'<text x="{LABEL - 8}" y="{y + 13}" text-anchor="end">{escape(row["name"])}</text>'
                f'<rect x="{LABEL}" y="{y}" width="{length:.1f}" height="{BAR}" fill="{colour}"/>'

@@ -47,7 +47,7 @@ public:
     void stream(const float* src, float* dst, int width) {
         constexpr std::uintptr_t pixelBytes = sizeof(float) * kChannels;
         const auto address = reinterpret_cast<std::uintptr_t>(dst);
-        if (address % pixelBytes != 0) return grade(src, dst, width);
+        if (address % pixelBytes != 0 || width <= 0) return grade(src, dst, width);
         const auto behind = static_cast<int>(address / pixelBytes % Isa::kBlocks);
         const int toAligned = behind == 0 ? 0 : Isa::kBlocks - behind;
         const int head = toAligned < width ? toAligned : width;
