@@ -36,7 +36,7 @@ TEST_F(Entry, fillsBothRecords) {
 
 TEST_F(Entry, offersOneFilterOnly) {
     EXPECT_EQ(call(1), suiteError_InvalidParms);
-    EXPECT_NE(filter_.Render, nullptr);
+    EXPECT_TRUE(filter_.Render != nullptr);
     const csSDK_uint32 version = info_.outInterfaceVersion;
     EXPECT_EQ(version, 99U);
 }
@@ -48,7 +48,7 @@ TEST_F(Entry, raisesAnIndexBelowZero) {
 
 TEST_F(Entry, doesNothing_whenShuttingDown) {
     EXPECT_EQ(call(0, 0), 0);
-    EXPECT_EQ(filter_.CreateInstance, nullptr);
+    EXPECT_TRUE(filter_.CreateInstance == nullptr);
 }
 
 class MakeInstance : public FilterTest {};
