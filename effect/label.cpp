@@ -9,6 +9,7 @@
 #include "effect/stored_lut.h"
 #include "effect/suite.h"
 #include "native/src/log.h"
+#include "native/src/log_on_change.h"
 
 namespace tw_effect {
 namespace {
@@ -41,14 +42,13 @@ PF_Err pushLabel(const PF_InData& host, const PF_ParamUtilsSuite3& suite, const 
 }
 
 // Hosts ask for an update many times a second.
-void logOnChange(const char* reason, const char* label, PF_Err result) {
-    static std::mutex mu;
-    static std::string last;
-    std::string key = std::string(reason) + "|" + label + "|" + std::to_string(result);
-    const std::lock_guard lock(mu);
-    if (key == last) return;
-    last = std::move(key);
-    tw::logLine("LUT button: label \"%s\" (%s) -> err %d", label, reason, result);
+void logLabel(const char* reason, const char* label, PF_Err result) {
+    static tw::LogOnChange log;
+    const std::string err = std::to_string(result);
+    const std::string key = std::string(reason) + "|" + label + "|" + err;
+    const std::string line =
+        std::string("LUT button: label \"") + label + "\" (" + reason + ") -> err " + err;
+    log.line(key, line.c_str());
 }
 
 }  // namespace
@@ -64,7 +64,7 @@ void ShowLutName(const PF_InData& host, PF_ParamDef* const* params, const char* 
         }
         result = pushLabel(host, *suite.get(), *params[kParamLutButton], label);
     }
-    logOnChange(reason, label, result);
+    logLabel(reason, label, result);
 }
 
 }  // namespace tw_effect

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <mutex>
 #include <string>
 
 #include "effect/identity.h"
@@ -14,6 +13,7 @@
 #include "effect/suite.h"
 #include "native/src/c_locale.h"
 #include "native/src/log.h"
+#include "native/src/log_on_change.h"
 #include "native/src/lut_engine.h"
 
 namespace tw_effect {
@@ -60,16 +60,6 @@ int sizeOf(const tw::Lut3D* lut) {
     return lut->probe != 0 ? lut->probe : lut->size;
 }
 
-// Steady playback leaves one line, not one a frame.
-void logOnChange(const char* line) {
-    static std::mutex mu;
-    static std::string last;
-    const std::lock_guard lock(mu);
-    if (last == line) return;
-    last = line;
-    tw::logLine("%s", line);
-}
-
 void logRender(const PixelFormat& format, const PF_LayerDef& output, const tw::Lut3D* lut,
                float amount) {
     char line[200];
@@ -81,7 +71,9 @@ void logRender(const PixelFormat& format, const PF_LayerDef& output, const tw::L
                       lut ? static_cast<long>(lut->id) : 0L, static_cast<double>(amount),
                       kindOf(lut), sizeOf(lut));
     }
-    logOnChange(line);
+    // Steady playback leaves one line, not one a frame.
+    static tw::LogOnChange log;
+    log.line(line);
 }
 
 template <typename Image>

@@ -1,7 +1,6 @@
 // One frame on the GPU.
 #include <cstdio>
 #include <cstring>
-#include <mutex>
 #include <string>
 
 #include "gpu/device.h"
@@ -9,6 +8,7 @@
 #include "gpu/metal_lut.h"
 #include "native/src/c_locale.h"
 #include "native/src/log.h"
+#include "native/src/log_on_change.h"
 
 namespace {
 
@@ -17,16 +17,6 @@ constexpr auto kNoFormat = static_cast<PrPixelFormat>(0x66646162);
 
 int bytesPerPixel(bool is32f) {
     return is32f ? 16 : 8;
-}
-
-// Steady playback leaves one line, not one a frame.
-void logOnChange(const char* line) {
-    static std::mutex mu;
-    static std::string last;
-    const std::lock_guard lock(mu);
-    if (last == line) return;
-    last = line;
-    tw::logLine("%s", line);
 }
 
 twgpu::LutKernelArgs lutArgs(const tw::Lut3D& lut, float amount) {
@@ -96,7 +86,9 @@ void TintwellGPU::LogSetup(const Job& job) const {
                       inPlace ? "in-place" : "src->dst", static_cast<double>(job.amount), size,
                       pattern != 0 ? " pattern" : "");
     }
-    logOnChange(line);
+    // Steady playback leaves one line, not one a frame.
+    static tw::LogOnChange log;
+    log.line(line);
 }
 
 prSuiteError TintwellGPU::Render(const PrGPUFilterRenderParams* params, const PPixHand* frames,
