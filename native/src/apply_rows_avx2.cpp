@@ -49,25 +49,22 @@ struct Avx2 {
         const Ints four = _mm256_slli_epi32(a, 2);
         return addInts(four, addInts(four, four));
     }
-    static Floats wholePart(Floats t) { return toFloats(toInts(t)); }
+    static Floats wholePart(Floats t) {
+        return _mm256_round_ps(t, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+    }
     static Ints toInts(Floats t) { return _mm256_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm256_cvtepi32_ps(a); }
 
-    // a > b ? a : b and a < b ? a : b to the letter, for zeros and what is not a number too.
+    // The second operand where one of them is not a number.
     static Floats greaterOf(Floats a, Floats b) { return _mm256_max_ps(a, b); }
     static Floats lesserOf(Floats a, Floats b) { return _mm256_min_ps(a, b); }
-    static Floats atMost(Floats a, Floats limit) { return _mm256_min_ps(a, limit); }
     static Floats clampToUnit(Floats u) {
-        const Floats notNegative = _mm256_cmp_ps(u, _mm256_setzero_ps(), _CMP_GE_OQ);
-        return _mm256_min_ps(_mm256_and_ps(u, notNegative), set(1.0f));
+        return lesserOf(greaterOf(u, _mm256_setzero_ps()), set(1.0f));
     }
     static Mask greater(Floats a, Floats b) { return _mm256_cmp_ps(a, b, _CMP_GT_OQ); }
     static Mask notAtMost(Floats a, Floats b) { return _mm256_cmp_ps(a, b, _CMP_NLE_UQ); }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return _mm256_castsi256_ps(addInts(_mm256_castps_si256(a), _mm256_castps_si256(mask)));
-    }
-    static Floats select(Mask mask, Floats yes, Floats no) {
-        return _mm256_blendv_ps(no, yes, mask);
     }
     static Ints selectInts(Mask mask, Ints yes, Ints no) {
         const Ints bits = _mm256_castps_si256(mask);

@@ -50,26 +50,23 @@ struct Avx512 {
         const Ints four = _mm512_slli_epi32(a, 2);
         return addInts(four, addInts(four, four));
     }
-    static Floats wholePart(Floats t) { return toFloats(toInts(t)); }
+    static Floats wholePart(Floats t) {
+        return _mm512_roundscale_ps(t, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+    }
     static Ints toInts(Floats t) { return _mm512_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm512_cvtepi32_ps(a); }
 
-    // a > b ? a : b and a < b ? a : b to the letter, for zeros and what is not a number too.
+    // The second operand where one of them is not a number.
     static Floats greaterOf(Floats a, Floats b) { return _mm512_max_ps(a, b); }
     static Floats lesserOf(Floats a, Floats b) { return _mm512_min_ps(a, b); }
-    static Floats atMost(Floats a, Floats limit) { return _mm512_min_ps(a, limit); }
     static Floats clampToUnit(Floats u) {
-        const Mask notNegative = _mm512_cmp_ps_mask(u, _mm512_setzero_ps(), _CMP_GE_OQ);
-        return _mm512_maskz_min_ps(notNegative, u, set(1.0f));
+        return lesserOf(greaterOf(u, _mm512_setzero_ps()), set(1.0f));
     }
     static Mask greater(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
     static Mask notAtMost(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLE_UQ); }
     static Floats nextDownWhere(Mask mask, Floats a) {
         const Ints bits = _mm512_castps_si512(a);
         return _mm512_castsi512_ps(_mm512_mask_add_epi32(bits, mask, bits, setInts(-1)));
-    }
-    static Floats select(Mask mask, Floats yes, Floats no) {
-        return _mm512_mask_blend_ps(mask, no, yes);
     }
     static Ints selectInts(Mask mask, Ints yes, Ints no) {
         return _mm512_mask_blend_epi32(mask, no, yes);

@@ -38,26 +38,23 @@ struct Neon {
     static Ints addInts(Ints a, Ints b) { return vaddq_s32(a, b); }
     static Ints orBits(Ints a, Ints b) { return vorrq_s32(a, b); }
     static Ints timesTwelve(Ints a) { return vmulq_n_s32(a, 12); }
-    static Floats wholePart(Floats t) { return toFloats(toInts(t)); }
+    static Floats wholePart(Floats t) { return vrndq_f32(t); }
     static Ints toInts(Floats t) { return vcvtq_s32_f32(t); }
     static Floats toFloats(Ints a) { return vcvtq_f32_s32(a); }
 
-    // a > b ? a : b and a < b ? a : b to the letter, for zeros and what is not a number too; the
-    // processor's own maximum and minimum order zeros by their sign.
-    static Floats greaterOf(Floats a, Floats b) { return vbslq_f32(vcgtq_f32(a, b), a, b); }
-    static Floats lesserOf(Floats a, Floats b) { return vbslq_f32(vcltq_f32(a, b), a, b); }
-    static Floats atMost(Floats a, Floats limit) { return vminq_f32(a, limit); }
+    // No number where one of them is none.
+    static Floats greaterOf(Floats a, Floats b) { return vmaxq_f32(a, b); }
+    static Floats lesserOf(Floats a, Floats b) { return vminq_f32(a, b); }
     static Floats clampToUnit(Floats u) {
         const Mask notNegative = vcgezq_f32(u);
         const Ints kept = vandq_s32(vreinterpretq_s32_f32(u), vreinterpretq_s32_u32(notNegative));
-        return vminq_f32(vreinterpretq_f32_s32(kept), set(1.0f));
+        return lesserOf(vreinterpretq_f32_s32(kept), set(1.0f));
     }
     static Mask greater(Floats a, Floats b) { return vcgtq_f32(a, b); }
     static Mask notAtMost(Floats a, Floats b) { return vmvnq_u32(vcleq_f32(a, b)); }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return vreinterpretq_f32_u32(vaddq_u32(vreinterpretq_u32_f32(a), mask));
     }
-    static Floats select(Mask mask, Floats yes, Floats no) { return vbslq_f32(mask, yes, no); }
     static Ints selectInts(Mask mask, Ints yes, Ints no) { return vbslq_s32(mask, yes, no); }
 
     template <int k>

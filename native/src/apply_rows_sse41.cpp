@@ -49,24 +49,23 @@ struct Sse41 {
         const Ints four = _mm_slli_epi32(a, 2);
         return addInts(four, addInts(four, four));
     }
-    static Floats wholePart(Floats t) { return toFloats(toInts(t)); }
+    static Floats wholePart(Floats t) {
+        return _mm_round_ps(t, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+    }
     static Ints toInts(Floats t) { return _mm_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm_cvtepi32_ps(a); }
 
-    // a > b ? a : b and a < b ? a : b to the letter, for zeros and what is not a number too.
+    // The second operand where one of them is not a number.
     static Floats greaterOf(Floats a, Floats b) { return _mm_max_ps(a, b); }
     static Floats lesserOf(Floats a, Floats b) { return _mm_min_ps(a, b); }
-    static Floats atMost(Floats a, Floats limit) { return _mm_min_ps(a, limit); }
     static Floats clampToUnit(Floats u) {
-        const Floats notNegative = _mm_cmpge_ps(u, _mm_setzero_ps());
-        return _mm_min_ps(_mm_and_ps(u, notNegative), set(1.0f));
+        return lesserOf(greaterOf(u, _mm_setzero_ps()), set(1.0f));
     }
     static Mask greater(Floats a, Floats b) { return _mm_cmpgt_ps(a, b); }
     static Mask notAtMost(Floats a, Floats b) { return _mm_cmpnle_ps(a, b); }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return _mm_castsi128_ps(addInts(_mm_castps_si128(a), _mm_castps_si128(mask)));
     }
-    static Floats select(Mask mask, Floats yes, Floats no) { return _mm_blendv_ps(no, yes, mask); }
     static Ints selectInts(Mask mask, Ints yes, Ints no) {
         const Ints bits = _mm_castps_si128(mask);
         return orBits(_mm_and_si128(bits, yes), _mm_andnot_si128(bits, no));

@@ -117,9 +117,9 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, int at) {
     r = Isa::mul(Isa::clampToUnit(r), steps_);
     g = Isa::mul(Isa::clampToUnit(g), steps_);
     b = Isa::mul(Isa::clampToUnit(b), steps_);
-    const Floats cellR = Isa::atMost(Isa::wholePart(r), lastCell_);
-    const Floats cellG = Isa::atMost(Isa::wholePart(g), lastCell_);
-    const Floats cellB = Isa::atMost(Isa::wholePart(b), lastCell_);
+    const Floats cellR = Isa::lesserOf(Isa::wholePart(r), lastCell_);
+    const Floats cellG = Isa::lesserOf(Isa::wholePart(g), lastCell_);
+    const Floats cellB = Isa::lesserOf(Isa::wholePart(b), lastCell_);
     // At most 256^3, which floats hold exactly, as they do all that leads to it.
     const Floats line = Isa::add(Isa::mul(cellB, points_), cellG);
     const Floats point = Isa::add(Isa::mul(line, points_), cellR);
@@ -134,18 +134,19 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, int at) {
 //     blue is above when b >  hi, and below when b <= lo.
 // Moving hi and lo to the next float down turns the first line's questions into the second's. (The
 // next one down from a zero is not a number; "not at most" then says that blue is not below, and it
-// is not.) Weights come from the same selections: the tree's own differences, to the sign of zero.
+// is not.) Sorted fractions give the tree's own weights, but for the sign of one that is zero, and
+// a zero's sign is gone once the colour has been set off against the source.
 template <typename Isa>
 void TwoPass<Isa>::chooseCorners(Floats r, Floats g, Floats b, Ints lowest, int at) {
     const Mask redAbove = Isa::greater(r, g);
     const Floats hi = Isa::greaterOf(r, g);
-    const Floats lo = Isa::lesserOf(g, r);
+    const Floats lo = Isa::lesserOf(r, g);
     const Mask blueAbove = Isa::greater(b, Isa::nextDownWhere(redAbove, hi));
     const Mask blueNotBelow = Isa::notAtMost(b, Isa::nextDownWhere(redAbove, lo));
 
-    const Floats most = Isa::greaterOf(b, hi);
-    const Floats least = Isa::select(blueNotBelow, lo, b);
-    const Floats middle = Isa::select(blueAbove, hi, Isa::select(blueNotBelow, b, lo));
+    const Floats most = Isa::greaterOf(hi, b);
+    const Floats middle = Isa::greaterOf(lo, Isa::lesserOf(hi, b));
+    const Floats least = Isa::lesserOf(lo, b);
     Isa::store(weight_[0] + at, Isa::sub(Isa::set(1.0f), most));
     Isa::store(weight_[1] + at, Isa::sub(most, middle));
     Isa::store(weight_[2] + at, Isa::sub(middle, least));
