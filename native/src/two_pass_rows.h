@@ -19,8 +19,9 @@ template <std::size_t bytes>
 void prefetch(const void* src) {
     constexpr std::size_t ahead = 2048;
     constexpr std::size_t line = 64;
+    const std::uintptr_t start = reinterpret_cast<std::uintptr_t>(src) + ahead;
     for (std::size_t at = 0; at < bytes; at += line)
-        __builtin_prefetch(static_cast<const char*>(src) + ahead + at);
+        __builtin_prefetch(reinterpret_cast<const void*>(start + at));
 }
 
 template <typename Isa>
