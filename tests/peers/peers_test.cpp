@@ -94,6 +94,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Case{"GoldenHour", kSource + "/examples/golden-hour.cube", kPhoto},
                     Case{"BleachBypass", kSource + "/examples/bleach-bypass.cube", kPhoto},
                     Case{"Grayscale", kSource + "/build/samples/grayscale.cube", kPhoto}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& look) { return look.param.name; });
 
 }  // namespace
