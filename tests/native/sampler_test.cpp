@@ -43,38 +43,33 @@ Colour scatteredInput(const tw::Lut3D& lut, twtest::Random& random) {
 
 class SamplerSizes : public ::testing::TestWithParam<std::int32_t> {
 protected:
+    // 5000 scattered inputs against the oracle.
+    void expectOracle(unsigned seed) const {
+        twtest::Random random(seed);
+        const double tolerance = twtest::oracleTolerance(lut_);
+        for (int i = 0; i < 5000; ++i) {
+            const Colour in = scatteredInput(lut_, random);
+            const Colour out = sampled(lut_, in);
+            const twtest::Rgb expected = twtest::oracleSample(lut_, in.data());
+            for (std::size_t k = 0; k < 3; ++k) {
+                ASSERT_TRUE(twtest::within(tolerance, expected[k], static_cast<double>(out[k])))
+                    << "size " << GetParam() << ", channel " << k << ", in " << shownColour(in);
+            }
+        }
+    }
+
     tw::Lut3D lut_ = twtest::scatteredLut(GetParam(), 100);
 };
 
 TEST_P(SamplerSizes, agreesWithOracle_onScatteredNodes) {
-    twtest::Random random(7);
-    const double tolerance = twtest::oracleTolerance(lut_);
-    for (int i = 0; i < 5000; ++i) {
-        const Colour in = scatteredInput(lut_, random);
-        const Colour out = sampled(lut_, in);
-        const twtest::Rgb expected = twtest::oracleSample(lut_, in.data());
-        for (std::size_t k = 0; k < 3; ++k) {
-            ASSERT_TRUE(twtest::within(tolerance, expected[k], static_cast<double>(out[k])))
-                << "size " << GetParam() << ", channel " << k << ", in " << shownColour(in);
-        }
-    }
+    expectOracle(7);
 }
 
 TEST_P(SamplerSizes, agreesWithOracle_inOddDomain) {
     twtest::setDomain(lut_, 0, -1.7f, 3.1f);
     twtest::setDomain(lut_, 1, 0.013f, 0.71f);
     twtest::setDomain(lut_, 2, 100.0f, 107.3f);
-    twtest::Random random(8);
-    const double tolerance = twtest::oracleTolerance(lut_);
-    for (int i = 0; i < 5000; ++i) {
-        const Colour in = scatteredInput(lut_, random);
-        const Colour out = sampled(lut_, in);
-        const twtest::Rgb expected = twtest::oracleSample(lut_, in.data());
-        for (std::size_t k = 0; k < 3; ++k) {
-            ASSERT_TRUE(twtest::within(tolerance, expected[k], static_cast<double>(out[k])))
-                << "size " << GetParam() << ", channel " << k << ", in " << shownColour(in);
-        }
-    }
+    expectOracle(8);
 }
 
 TEST_P(SamplerSizes, equalsSteps_bitForBit) {

@@ -6,11 +6,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 
 #include "platform/mac/dialogs.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -19,13 +19,9 @@ namespace fs = std::filesystem;
 class Terminal : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = testing::TempDir() + "tintwell-terminal-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
         fs::create_directory(folder_ + "/sub");
-        std::ofstream(folder_ + "/été \"x\".cube") << "LUT_3D_SIZE 2\n";
+        twtest::writeFile(folder_ + "/été \"x\".cube", "LUT_3D_SIZE 2\n");
     }
-    void TearDown() override { fs::remove_all(folder_); }
 
     // Runs `dialog` in a process whose terminal gets the keys once it has shown `prompt`, and
     // returns all that it shows, with what `dialog` returned in brackets at its end.
@@ -63,7 +59,8 @@ protected:
                      [this] { return tw_mac::PickCube(folder_); });
     }
 
-    std::string folder_;
+    const twtest::TempFolder temp_;
+    const std::string folder_ = temp_.path();
 };
 
 TEST_F(Terminal, PickCube_takes_an_existing_file) {
