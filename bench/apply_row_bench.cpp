@@ -3,6 +3,7 @@
 #include <string>
 
 #include "bench/measure.h"
+#include "bench/photograph.h"
 #include "bench/scenes.h"
 #include "native/src/row_forms.h"
 
@@ -12,11 +13,18 @@ constexpr int kWidth = 1920;
 constexpr int kCalls = 20;
 constexpr float kAmount = 0.8f;
 
+// Besides bench::Colours.
+constexpr int kPhotograph = 2;
+
 template <typename Frame, typename RowForm>
 void gradeRow(benchmark::State& state, RowForm* form, RowForm* scalar) {
-    const auto colours = state.range(1) ? bench::Colours::kRandom : bench::Colours::kWaves;
+    const auto colours = static_cast<bench::Colours>(state.range(1));
     const tw::Lut3D lut = bench::randomLut(static_cast<std::int32_t>(state.range(0)));
-    const Frame src(kWidth, 1, colours);
+    Frame src(kWidth, 1, colours);
+    if (state.range(1) == kPhotograph && !bench::paintPhotograph(src.image)) {
+        state.SkipWithError("no photograph: run scripts/fetch-samples");
+        return;
+    }
     const Frame dst(kWidth, 1);
     const auto grade = [&](RowForm* with) {
         const tw::ChannelMap map = tw::channelMap(src.image.order);
@@ -28,12 +36,13 @@ void gradeRow(benchmark::State& state, RowForm* form, RowForm* scalar) {
         [&] { grade(scalar); });
 }
 
-// Arguments: points per axis of the LUT, 1 for random colours.
+// Arguments: points per axis of the LUT; 0 for waves, 1 for random colours, 2 for a row of a
+// photograph.
 template <typename Frame, typename RowForm>
 void add(const std::string& name, RowForm* form, RowForm* scalar) {
     benchmark::RegisterBenchmark(name.c_str(), gradeRow<Frame, RowForm>, form, scalar)
-        ->ArgNames({"lut", "random"})
-        ->ArgsProduct({{17, 33, 65, 129}, {0, 1}})
+        ->ArgNames({"lut", "colours"})
+        ->ArgsProduct({{17, 33, 65, 129}, {0, 1, kPhotograph}})
         ->Iterations(100)
         ->UseManualTime();
 }

@@ -55,14 +55,24 @@ struct Avx2 {
     static Ints toInts(Floats t) { return _mm256_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm256_cvtepi32_ps(a); }
 
-    // The second operand where one of them is not a number.
-    static Floats greaterOf(Floats a, Floats b) { return _mm256_max_ps(a, b); }
+    // b where one of them is not a number.
     static Floats lesserOf(Floats a, Floats b) { return _mm256_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lesserOf(greaterOf(u, _mm256_setzero_ps()), set(1.0f));
+        return lowerOf(_mm256_max_ps(u, _mm256_setzero_ps()), set(1.0f));
     }
-    static Mask greater(Floats a, Floats b) { return _mm256_cmp_ps(a, b, _CMP_GT_OQ); }
-    static Mask notAtMost(Floats a, Floats b) { return _mm256_cmp_ps(a, b, _CMP_NLE_UQ); }
+    // Of numbers that are not below 0, nor -0.
+    static Floats higherOf(Floats a, Floats b) {
+        return _mm256_castsi256_ps(
+            _mm256_max_epi32(_mm256_castps_si256(a), _mm256_castps_si256(b)));
+    }
+    static Floats lowerOf(Floats a, Floats b) {
+        return _mm256_castsi256_ps(
+            _mm256_min_epi32(_mm256_castps_si256(a), _mm256_castps_si256(b)));
+    }
+    static Mask above(Floats a, Floats b) {
+        return _mm256_castsi256_ps(
+            _mm256_cmpgt_epi32(_mm256_castps_si256(a), _mm256_castps_si256(b)));
+    }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return _mm256_castsi256_ps(addInts(_mm256_castps_si256(a), _mm256_castps_si256(mask)));
     }
@@ -104,7 +114,13 @@ struct Avx2 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm256_permutevar_ps(pixels, order);
     }
-    static Floats withAlphaOf(Floats in, Floats out) { return _mm256_blend_ps(out, in, 0x88); }
+    // All bits of one element of every block.
+    static Ints elementMask(int element) {
+        return _mm256_cmpeq_epi32(_mm256_setr_epi32(0, 1, 2, 3, 0, 1, 2, 3), setInts(element));
+    }
+    static Floats selectBits(Ints mask, Floats yes, Floats no) {
+        return _mm256_blendv_ps(no, yes, _mm256_castsi256_ps(mask));
+    }
 
     static Ints repeat(const std::uint8_t (&block)[16]) {
         return _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(block)));

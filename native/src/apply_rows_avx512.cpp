@@ -56,14 +56,23 @@ struct Avx512 {
     static Ints toInts(Floats t) { return _mm512_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm512_cvtepi32_ps(a); }
 
-    // The second operand where one of them is not a number.
-    static Floats greaterOf(Floats a, Floats b) { return _mm512_max_ps(a, b); }
+    // b where one of them is not a number.
     static Floats lesserOf(Floats a, Floats b) { return _mm512_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lesserOf(greaterOf(u, _mm512_setzero_ps()), set(1.0f));
+        return lowerOf(_mm512_max_ps(u, _mm512_setzero_ps()), set(1.0f));
     }
-    static Mask greater(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
-    static Mask notAtMost(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_NLE_UQ); }
+    // Of numbers that are not below 0, nor -0.
+    static Floats higherOf(Floats a, Floats b) {
+        return _mm512_castsi512_ps(
+            _mm512_max_epi32(_mm512_castps_si512(a), _mm512_castps_si512(b)));
+    }
+    static Floats lowerOf(Floats a, Floats b) {
+        return _mm512_castsi512_ps(
+            _mm512_min_epi32(_mm512_castps_si512(a), _mm512_castps_si512(b)));
+    }
+    static Mask above(Floats a, Floats b) {
+        return _mm512_cmpgt_epi32_mask(_mm512_castps_si512(a), _mm512_castps_si512(b));
+    }
     static Floats nextDownWhere(Mask mask, Floats a) {
         const Ints bits = _mm512_castps_si512(a);
         return _mm512_castsi512_ps(_mm512_mask_add_epi32(bits, mask, bits, setInts(-1)));
@@ -114,12 +123,16 @@ struct Avx512 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm512_permutevar_ps(pixels, order);
     }
-    // in where alpha stands and out elsewhere, chosen bit by bit; a mask register would have to be
-    // filled again and again.
-    static Floats withAlphaOf(Floats in, Floats out) {
-        const Ints alpha = _mm512_broadcast_i32x4(_mm_setr_epi32(0, 0, 0, -1));
-        return _mm512_castsi512_ps(_mm512_ternarylogic_epi32(alpha, _mm512_castps_si512(in),
-                                                             _mm512_castps_si512(out), 0xCA));
+    // All bits of one element of every block.
+    static Ints elementMask(int element) {
+        return _mm512_broadcast_i32x4(
+            _mm_cmpeq_epi32(_mm_setr_epi32(0, 1, 2, 3), _mm_set1_epi32(element)));
+    }
+    // Bit by bit: yes where the mask is set. A mask register would have to be filled again and
+    // again.
+    static Floats selectBits(Ints mask, Floats yes, Floats no) {
+        return _mm512_castsi512_ps(_mm512_ternarylogic_epi32(mask, _mm512_castps_si512(yes),
+                                                             _mm512_castps_si512(no), 0xCA));
     }
 
     static Ints repeat(const std::uint8_t (&block)[16]) {

@@ -43,15 +43,19 @@ struct Neon {
     static Floats toFloats(Ints a) { return vcvtq_f32_s32(a); }
 
     // No number where one of them is none.
-    static Floats greaterOf(Floats a, Floats b) { return vmaxq_f32(a, b); }
     static Floats lesserOf(Floats a, Floats b) { return vminq_f32(a, b); }
+    // Of numbers that are not below 0, nor -0.
+    static Floats higherOf(Floats a, Floats b) { return vmaxq_f32(a, b); }
+    static Floats lowerOf(Floats a, Floats b) { return vminq_f32(a, b); }
+    // By their bits as integers.
+    static Mask above(Floats a, Floats b) {
+        return vcgtq_s32(vreinterpretq_s32_f32(a), vreinterpretq_s32_f32(b));
+    }
     static Floats clampToUnit(Floats u) {
         const Mask notNegative = vcgezq_f32(u);
         const Ints kept = vandq_s32(vreinterpretq_s32_f32(u), vreinterpretq_s32_u32(notNegative));
         return lesserOf(vreinterpretq_f32_s32(kept), set(1.0f));
     }
-    static Mask greater(Floats a, Floats b) { return vcgtq_f32(a, b); }
-    static Mask notAtMost(Floats a, Floats b) { return vmvnq_u32(vcleq_f32(a, b)); }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return vreinterpretq_f32_u32(vaddq_u32(vreinterpretq_u32_f32(a), mask));
     }
@@ -81,7 +85,14 @@ struct Neon {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return vreinterpretq_f32_u8(vqtbl1q_u8(vreinterpretq_u8_f32(pixels), order));
     }
-    static Floats withAlphaOf(Floats in, Floats out) { return vcopyq_laneq_f32(out, 3, in, 3); }
+    // All bits of one element.
+    static Ints elementMask(int element) {
+        const std::int32_t elements[] = {0, 1, 2, 3};
+        return vreinterpretq_s32_u32(vceqq_s32(vld1q_s32(elements), vdupq_n_s32(element)));
+    }
+    static Floats selectBits(Ints mask, Floats yes, Floats no) {
+        return vbslq_f32(vreinterpretq_u32_s32(mask), yes, no);
+    }
 
     static Ints repeat(const std::uint8_t (&block)[16]) { return loadBytes(block); }
     static Ints shuffleBytes(Ints a, Ints from) {

@@ -55,14 +55,21 @@ struct Sse41 {
     static Ints toInts(Floats t) { return _mm_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm_cvtepi32_ps(a); }
 
-    // The second operand where one of them is not a number.
-    static Floats greaterOf(Floats a, Floats b) { return _mm_max_ps(a, b); }
+    // b where one of them is not a number.
     static Floats lesserOf(Floats a, Floats b) { return _mm_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lesserOf(greaterOf(u, _mm_setzero_ps()), set(1.0f));
+        return lowerOf(_mm_max_ps(u, _mm_setzero_ps()), set(1.0f));
     }
-    static Mask greater(Floats a, Floats b) { return _mm_cmpgt_ps(a, b); }
-    static Mask notAtMost(Floats a, Floats b) { return _mm_cmpnle_ps(a, b); }
+    // Of numbers that are not below 0, nor -0.
+    static Floats higherOf(Floats a, Floats b) {
+        return _mm_castsi128_ps(_mm_max_epi32(_mm_castps_si128(a), _mm_castps_si128(b)));
+    }
+    static Floats lowerOf(Floats a, Floats b) {
+        return _mm_castsi128_ps(_mm_min_epi32(_mm_castps_si128(a), _mm_castps_si128(b)));
+    }
+    static Mask above(Floats a, Floats b) {
+        return _mm_castsi128_ps(_mm_cmpgt_epi32(_mm_castps_si128(a), _mm_castps_si128(b)));
+    }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return _mm_castsi128_ps(addInts(_mm_castps_si128(a), _mm_castps_si128(mask)));
     }
@@ -104,7 +111,13 @@ struct Sse41 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm_castsi128_ps(_mm_shuffle_epi8(_mm_castps_si128(pixels), order));
     }
-    static Floats withAlphaOf(Floats in, Floats out) { return _mm_blend_ps(out, in, 0x8); }
+    // All bits of one element of every block.
+    static Ints elementMask(int element) {
+        return _mm_cmpeq_epi32(_mm_setr_epi32(0, 1, 2, 3), setInts(element));
+    }
+    static Floats selectBits(Ints mask, Floats yes, Floats no) {
+        return _mm_blendv_ps(no, yes, _mm_castsi128_ps(mask));
+    }
 
     static Ints repeat(const std::uint8_t (&block)[16]) {
         return _mm_load_si128(reinterpret_cast<const __m128i*>(block));

@@ -7,6 +7,8 @@
 #include <exception>
 #include <utility>
 
+#include "native/src/mutex.h"
+
 namespace tw {
 namespace {
 
@@ -64,6 +66,10 @@ void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& sta
                       const std::function<void(int, int)>& work) {
     const RowSplit split = splitRows(rows, hardwareThreads);
     if (split.threads == 0) return;
+    const auto run = [&work](int first, int end) {
+        const LockFreeScope scope("rows of a picture");
+        work(first, end);
+    };
     Workers workers;
     // Ranges without a thread of their own, from this row on, stay with the calling thread.
     int unstarted = rows;
@@ -73,13 +79,13 @@ void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& sta
         if (start >= rows) break;
         const int first = static_cast<int>(start);
         const int end = first + std::min(split.chunk, rows - first);
-        if (!workers.start(startThread, [&work, first, end] { work(first, end); })) {
+        if (!workers.start(startThread, [&run, first, end] { run(first, end); })) {
             unstarted = first;
             break;
         }
     }
-    work(0, std::min(split.chunk, rows));
-    if (unstarted < rows) work(unstarted, rows);
+    run(0, std::min(split.chunk, rows));
+    if (unstarted < rows) run(unstarted, rows);
 }
 
 void parallelRows(int rows, const std::function<void(int, int)>& work) {

@@ -20,7 +20,8 @@ RowSplit splitRows(int rows, unsigned hardwareThreads);
 // Calls work(first, end) for ranges that together cover rows 0 .. rows - 1 once each, the first of
 // them on the calling thread and each other one on a thread of its own, and returns when all are
 // done. A range whose thread cannot be started is done on the calling thread, so the rows are
-// always complete. `work` is called from several threads at once and must not throw.
+// always complete. `work` is called from several threads at once, must not throw and takes none of
+// the plug-in's locks.
 void parallelRows(int rows, const std::function<void(int, int)>& work);
 
 // The same with the number of hardware threads and the way to start a thread given.

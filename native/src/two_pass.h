@@ -30,48 +30,51 @@ public:
     static constexpr int kGroup = Isa::kBlocks * 4;
     static constexpr int kBatch = 64;
 
+    // What the first pass leaves to the second.
+    struct Batch {
+        alignas(64) float weight[4][kBatch];
+        // Offsets of the corners in bytes.
+        alignas(64) std::int32_t lowest[kBatch];
+        alignas(64) std::int32_t first[kBatch];
+        alignas(64) std::int32_t second[kBatch];
+    };
+
     TwoPass(const Lut3D& lut, float amount);
 
     // First pass, for the group of a batch that starts with pixel `at`.
-    void place(Floats r, Floats g, Floats b, int at);
+    void place(Floats r, Floats g, Floats b, Batch& batch, int at) const;
 
     // The weights of a placed group, as planes.
     struct Weights {
         Floats w0, w1, w2, w3;
     };
-    Weights weights(int at) const {
-        return {Isa::load(weight_[0] + at), Isa::load(weight_[1] + at), Isa::load(weight_[2] + at),
-                Isa::load(weight_[3] + at)};
+    static Weights weights(const Batch& batch, int at) {
+        return {Isa::load(batch.weight[0] + at), Isa::load(batch.weight[1] + at),
+                Isa::load(batch.weight[2] + at), Isa::load(batch.weight[3] + at)};
     }
 
-    // Second pass, step k of a placed group: grades the colours `in`, in pixel layout.
+    // Second pass, step k of a placed group: what the LUT makes of its colours, in pixel layout.
     template <int k>
-    Floats grade(const Weights& weights, int at, Floats in) const {
-        return Isa::mulAdd(Isa::sub(sample<k>(weights, at), in), amount_, in);
-    }
-
-private:
-    static constexpr std::int32_t kFloatBytes = sizeof(float);
-
-    void chooseCorners(Floats r, Floats g, Floats b, Ints lowest, int at);
-
-    template <int k>
-    Floats sample(const Weights& weights, int at) const {
-        const Floats c0 = Isa::gather(lattice_, lowest_ + at + k);
-        const Floats c1 = Isa::gather(lattice_, first_ + at + k);
-        const Floats c2 = Isa::gather(lattice_, second_ + at + k);
-        const Floats c3 = Isa::rotateDown(Isa::gather(highest_, lowest_ + at + k));
+    Floats sample(const Weights& weights, const Batch& batch, int at) const {
+        const Floats c0 = Isa::gather(lattice_, batch.lowest + at + k);
+        const Floats c1 = Isa::gather(lattice_, batch.first + at + k);
+        const Floats c2 = Isa::gather(lattice_, batch.second + at + k);
+        const Floats c3 = Isa::rotateDown(Isa::gather(highest_, batch.lowest + at + k));
         Floats sum = Isa::mul(Isa::template spread<k>(weights.w1), c1);
         sum = Isa::mulAdd(Isa::template spread<k>(weights.w0), c0, sum);
         sum = Isa::mulAdd(Isa::template spread<k>(weights.w2), c2, sum);
         return Isa::mulAdd(Isa::template spread<k>(weights.w3), c3, sum);
     }
 
-    alignas(64) float weight_[4][kBatch];
-    // Offsets of the corners in bytes.
-    alignas(64) std::int32_t lowest_[kBatch];
-    alignas(64) std::int32_t first_[kBatch];
-    alignas(64) std::int32_t second_[kBatch];
+    // `in` moved towards `sampled` by the Amount. Elements may stand in any order.
+    Floats blend(Floats sampled, Floats in) const {
+        return Isa::mulAdd(Isa::sub(sampled, in), amount_, in);
+    }
+
+private:
+    static constexpr std::int32_t kFloatBytes = sizeof(float);
+
+    void chooseCorners(Floats r, Floats g, Floats b, Ints lowest, Batch& batch, int at) const;
 
     Floats amount_, points_, steps_, lastCell_;
     Floats domainMin_[3], domainRange_[3];
@@ -107,7 +110,7 @@ TwoPass<Isa>::TwoPass(const Lut3D& lut, float amount)
 }
 
 template <typename Isa>
-void TwoPass<Isa>::place(Floats r, Floats g, Floats b, int at) {
+void TwoPass<Isa>::place(Floats r, Floats g, Floats b, Batch& batch, int at) const {
     // Subtracting 0 and dividing by 1 would change no bit.
     if (!unitDomain_) {
         r = Isa::div(Isa::sub(r, domainMin_[0]), domainRange_[0]);
@@ -117,14 +120,14 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, int at) {
     r = Isa::mul(Isa::clampToUnit(r), steps_);
     g = Isa::mul(Isa::clampToUnit(g), steps_);
     b = Isa::mul(Isa::clampToUnit(b), steps_);
-    const Floats cellR = Isa::lesserOf(Isa::wholePart(r), lastCell_);
-    const Floats cellG = Isa::lesserOf(Isa::wholePart(g), lastCell_);
-    const Floats cellB = Isa::lesserOf(Isa::wholePart(b), lastCell_);
+    const Floats cellR = Isa::lowerOf(Isa::wholePart(r), lastCell_);
+    const Floats cellG = Isa::lowerOf(Isa::wholePart(g), lastCell_);
+    const Floats cellB = Isa::lowerOf(Isa::wholePart(b), lastCell_);
     // At most 256^3, which floats hold exactly, as they do all that leads to it.
     const Floats line = Isa::add(Isa::mul(cellB, points_), cellG);
     const Floats point = Isa::add(Isa::mul(line, points_), cellR);
     chooseCorners(Isa::sub(r, cellR), Isa::sub(g, cellG), Isa::sub(b, cellB),
-                  Isa::timesTwelve(Isa::toInts(point)), at);
+                  Isa::timesTwelve(Isa::toInts(point)), batch, at);
 }
 
 // The decision tree of sampleTetra as two questions, asked once red and green are in order (hi,
@@ -132,32 +135,34 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, int at) {
 // red and green is hi. Where red is,
 //     blue is above when b >= hi, and below when b < lo; elsewhere
 //     blue is above when b >  hi, and below when b <= lo.
-// Moving hi and lo to the next float down turns the first line's questions into the second's. (The
-// next one down from a zero is not a number; "not at most" then says that blue is not below, and it
-// is not.) Sorted fractions give the tree's own weights, but for the sign of one that is zero, and
-// a zero's sign is gone once the colour has been set off against the source.
+// Moving hi and lo to the next value down turns the first line's questions into the second's. The
+// fractions are 0 to 1, never -0 and always numbers, so that their bits order as integers do, with
+// -1 the next down from 0; processors compare integers on more ports. Sorted fractions give the
+// tree's own weights, but for the sign of one that is zero, and a zero's sign is gone once the
+// colour has been set off against the source.
 template <typename Isa>
-void TwoPass<Isa>::chooseCorners(Floats r, Floats g, Floats b, Ints lowest, int at) {
-    const Mask redAbove = Isa::greater(r, g);
-    const Floats hi = Isa::greaterOf(r, g);
-    const Floats lo = Isa::lesserOf(r, g);
-    const Mask blueAbove = Isa::greater(b, Isa::nextDownWhere(redAbove, hi));
-    const Mask blueNotBelow = Isa::notAtMost(b, Isa::nextDownWhere(redAbove, lo));
+void TwoPass<Isa>::chooseCorners(Floats r, Floats g, Floats b, Ints lowest, Batch& batch,
+                                 int at) const {
+    const Mask redAbove = Isa::above(r, g);
+    const Floats hi = Isa::higherOf(r, g);
+    const Floats lo = Isa::lowerOf(r, g);
+    const Mask blueAbove = Isa::above(b, Isa::nextDownWhere(redAbove, hi));
+    const Mask blueNotBelow = Isa::above(b, Isa::nextDownWhere(redAbove, lo));
 
-    const Floats most = Isa::greaterOf(hi, b);
-    const Floats middle = Isa::greaterOf(lo, Isa::lesserOf(hi, b));
-    const Floats least = Isa::lesserOf(lo, b);
-    Isa::store(weight_[0] + at, Isa::sub(Isa::set(1.0f), most));
-    Isa::store(weight_[1] + at, Isa::sub(most, middle));
-    Isa::store(weight_[2] + at, Isa::sub(middle, least));
-    Isa::store(weight_[3] + at, least);
+    const Floats most = Isa::higherOf(hi, b);
+    const Floats middle = Isa::higherOf(lo, Isa::lowerOf(hi, b));
+    const Floats least = Isa::lowerOf(lo, b);
+    Isa::store(batch.weight[0] + at, Isa::sub(Isa::set(1.0f), most));
+    Isa::store(batch.weight[1] + at, Isa::sub(most, middle));
+    Isa::store(batch.weight[2] + at, Isa::sub(middle, least));
+    Isa::store(batch.weight[3] + at, least);
 
     const Ints upper = Isa::selectInts(redAbove, red_, green_);
     const Ints first = Isa::selectInts(blueAbove, blue_, upper);
     const Ints second = Isa::selectInts(blueNotBelow, Isa::addInts(upper, blue_), redGreen_);
-    Isa::storeInts(lowest_ + at, lowest);
-    Isa::storeInts(first_ + at, Isa::addInts(lowest, first));
-    Isa::storeInts(second_ + at, Isa::addInts(lowest, second));
+    Isa::storeInts(batch.lowest + at, lowest);
+    Isa::storeInts(batch.first + at, Isa::addInts(lowest, first));
+    Isa::storeInts(batch.second + at, Isa::addInts(lowest, second));
 }
 
 }  // namespace

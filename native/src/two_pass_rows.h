@@ -28,17 +28,23 @@ template <typename Isa>
 class FloatRow {
 public:
     using Passes = TwoPass<Isa>;
+    using Batch = typename Passes::Batch;
+    using Weights = typename Passes::Weights;
     using Floats = typename Isa::Floats;
 
     FloatRow(const Lut3D& lut, const ChannelMap& from, const ChannelMap& to, float amount)
-        : passes_(lut, amount), redAt_(from.r) {
-        toWorking_ = Isa::floatOrder({from.r, from.g, from.b, from.a});
-        std::int32_t back[kChannels];
-        back[to.r] = 0;
-        back[to.g] = 1;
-        back[to.b] = 2;
-        back[to.a] = 3;
-        toDst_ = Isa::floatOrder(back);
+        : passes_(lut, amount), redAt_(from.r), reordered_(from.r != to.r) {
+        std::int32_t read[kChannels];
+        std::int32_t sampled[kChannels];
+        const int reads[] = {from.r, from.g, from.b, from.a};
+        const int writes[] = {to.r, to.g, to.b, to.a};
+        for (int channel = 0; channel < kChannels; ++channel) {
+            read[writes[channel]] = reads[channel];
+            sampled[writes[channel]] = channel;
+        }
+        read_ = Isa::floatOrder(read);
+        sampled_ = Isa::floatOrder(sampled);
+        alpha_ = Isa::elementMask(to.a);
     }
 
     void grade(const float* src, float* dst, int width) { gradeRow<false>(src, dst, width); }
@@ -84,22 +90,25 @@ private:
     }
 
     template <bool kStream>
-    void gradeBatch(const float* src, float* dst, int count) {
+    void gradeBatch(const float* src, float* dst, int count) const {
+        const FloatRow row =
+            *this;  // so that the compiler sees that stores to dst do not change it
+        Batch batch;
         for (int at = 0; at < count; at += kGroup) {
             prefetch<sizeof(float) * kChannels * kGroup>(src + kChannels * at);
-            place(src + kChannels * at, at);
+            row.place(src + kChannels * at, batch, at);
         }
         for (int at = 0; at < count; at += kGroup) {
-            const auto weights = passes_.weights(at);
-            finish<0, kStream>(weights, src, dst, at);
-            finish<1, kStream>(weights, src, dst, at);
-            finish<2, kStream>(weights, src, dst, at);
-            finish<3, kStream>(weights, src, dst, at);
+            const Weights weights = Passes::weights(batch, at);
+            row.template finish<0, kStream>(weights, batch, src, dst, at);
+            row.template finish<1, kStream>(weights, batch, src, dst, at);
+            row.template finish<2, kStream>(weights, batch, src, dst, at);
+            row.template finish<3, kStream>(weights, batch, src, dst, at);
         }
     }
 
     // Chooses by branches, as indexed vectors would have to go through memory.
-    void place(const float* src, int at) {
+    void place(const float* src, Batch& batch, int at) const {
         Floats plane[kChannels];
         Isa::loadPlanes(src, plane);
         Floats r = plane[2];
@@ -113,15 +122,18 @@ private:
             r = plane[0];
             b = plane[2];
         }
-        passes_.place(r, g, b, at);
+        passes_.place(r, g, b, batch, at);
     }
 
     template <int k, bool kStream>
-    void finish(const typename Passes::Weights& weights, const float* src, float* dst, int at) {
+    void finish(const Weights& weights, const Batch& batch, const float* src, float* dst,
+                int at) const {
         const int first = kChannels * (at + k * Isa::kBlocks);
-        const Floats in = Isa::reorder(Isa::load(src + first), toWorking_);
-        const Floats graded = passes_.template grade<k>(weights, at, in);
-        const Floats out = Isa::reorder(Isa::withAlphaOf(in, graded), toDst_);
+        Floats in = Isa::load(src + first);
+        if (reordered_) in = Isa::reorder(in, read_);
+        const Floats sampled = passes_.template sample<k>(weights, batch, at);
+        const Floats graded = passes_.blend(Isa::reorder(sampled, sampled_), in);
+        const Floats out = Isa::selectBits(alpha_, in, graded);
         if constexpr (kStream) {
             Isa::stream(dst + first, out);
         } else {
@@ -131,13 +143,19 @@ private:
 
     Passes passes_;
     int redAt_;
-    typename Isa::FloatOrder toWorking_, toDst_;
+    // Colours are blended as they stand in dst. The two orders bring there what was read, where
+    // that differs, and what was sampled.
+    bool reordered_;
+    typename Isa::FloatOrder read_, sampled_;
+    typename Isa::Ints alpha_;
 };
 
 template <typename Isa>
 class ByteRow {
 public:
     using Passes = TwoPass<Isa>;
+    using Batch = typename Passes::Batch;
+    using Weights = typename Passes::Weights;
     using Floats = typename Isa::Floats;
     using Ints = typename Isa::Ints;
 
@@ -190,28 +208,32 @@ private:
         return Isa::mul(Isa::toFloats(bytes), Isa::set(kByteToFloat));
     }
 
-    void gradeBatch(const std::uint8_t* src, std::uint8_t* dst, int count) {
+    void gradeBatch(const std::uint8_t* src, std::uint8_t* dst, int count) const {
+        const ByteRow row = *this;  // as in FloatRow
+        Batch batch;
         for (int at = 0; at < count; at += kGroup) {
             prefetch<kChannels * kGroup>(src + kChannels * at);
             const Ints pixels = Isa::loadBytes(src + kChannels * at);
-            passes_.place(unit(red_.of(pixels)), unit(green_.of(pixels)), unit(blue_.of(pixels)),
-                          at);
+            row.passes_.place(unit(row.red_.of(pixels)), unit(row.green_.of(pixels)),
+                              unit(row.blue_.of(pixels)), batch, at);
         }
         for (int at = 0; at < count; at += kGroup) {
             const Ints pixels = Isa::loadBytes(src + kChannels * at);
-            const auto weights = passes_.weights(at);
-            const Ints graded =
-                Isa::packBytes(finish<0>(weights, pixels, at), finish<1>(weights, pixels, at),
-                               finish<2>(weights, pixels, at), finish<3>(weights, pixels, at));
+            const Weights weights = Passes::weights(batch, at);
+            const Ints graded = Isa::packBytes(row.template finish<0>(weights, batch, pixels, at),
+                                               row.template finish<1>(weights, batch, pixels, at),
+                                               row.template finish<2>(weights, batch, pixels, at),
+                                               row.template finish<3>(weights, batch, pixels, at));
             Isa::storeBytes(dst + kChannels * at,
-                            Isa::orBits(toDst_.of(graded), alpha_.of(pixels)));
+                            Isa::orBits(row.toDst_.of(graded), row.alpha_.of(pixels)));
         }
     }
 
     // quantise8, but for what the packing does: negative values become 0 there.
     template <int k>
-    Ints finish(const typename Passes::Weights& weights, Ints pixels, int at) {
-        const Floats out = passes_.template grade<k>(weights, at, unit(working_[k].of(pixels)));
+    Ints finish(const Weights& weights, const Batch& batch, Ints pixels, int at) const {
+        const Floats in = unit(working_[k].of(pixels));
+        const Floats out = passes_.blend(passes_.template sample<k>(weights, batch, at), in);
         const Floats q = Isa::mulAdd(out, Isa::set(255.0f), Isa::set(0.5f));
         return Isa::toInts(Isa::lesserOf(Isa::set(255.0f), q));
     }

@@ -96,6 +96,19 @@ TEST_P(RowFormsTest, floats_are_the_scalar_forms_for_every_size_domain_and_amoun
     }
 }
 
+// One bound is enough to make a domain another one.
+TEST_P(RowFormsTest, floats_are_the_scalar_forms_when_one_bound_is_not_0_or_1) {
+    const Lut3D plain = test::oddLut(5, 0, 5);
+    for (int channel = 0; channel < 3; ++channel) {
+        Lut3D lut = plain;
+        lut.domainMax[channel] = 2.0f;
+        expectSameFloats(form_->rowF, lut, kOrderBGRA, kOrderBGRA, 200, 0, 1.0f);
+        lut = plain;
+        lut.domainMin[channel] = -1.0f;
+        expectSameFloats(form_->rowF, lut, kOrderBGRA, kOrderBGRA, 200, 0, 1.0f);
+    }
+}
+
 // A zero weight times an infinite corner is no number: the corners must be those of the scalar
 // form's comparisons also where their weight is nothing. And a sum of nothing but negative zeros
 // stays one.
