@@ -5,9 +5,9 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
-#include <mutex>
 
 #include "native/src/file.h"
+#include "native/src/mutex.h"
 #include "native/src/paths.h"
 
 namespace tw {
@@ -31,9 +31,8 @@ void formatNow(char (&text)[32]) {
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
 }
 
-// Innermost lock of the plug-in.
-std::mutex& logMutex() {
-    static std::mutex mu;
+Mutex& logMutex() {
+    static Mutex mu("log", LockKind::kInnermost);
     return mu;
 }
 

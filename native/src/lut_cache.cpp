@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <deque>
-#include <mutex>
 #include <utility>
 
 #include "native/src/content_hash.h"
 #include "native/src/lut_text.h"
+#include "native/src/mutex.h"
 
 namespace tw {
 namespace {
@@ -18,7 +18,7 @@ using SharedLut = std::shared_ptr<const Lut3D>;
 
 // The contents decoded last, oldest first.
 struct Recent {
-    std::mutex mu;
+    Mutex mu{"recent contents"};
     std::deque<std::pair<std::uint64_t, SharedLut>> entries;
 
     // Whether the content is kept; then *found is its LUT, or null for "no LUT".

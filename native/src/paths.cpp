@@ -17,6 +17,11 @@ bool exists(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0;
 }
 
+bool isFifo(const std::string& path) {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
 // What "lut-folder.txt" holds, up to its first 2047 bytes, less line ends and blanks at its end.
 std::string readLutFolderFile() {
     const File file(openFile(dataPath(L"lut-folder.txt"), "rb"));
@@ -64,7 +69,10 @@ std::wstring lutFolder() {
 }
 
 std::FILE* openFile(const std::wstring& path, const char* mode) {
-    return std::fopen(toUtf8(path).c_str(), mode);
+    const std::string name = toUtf8(path);
+    // The host's thread would wait, perhaps for ever, until somebody opens the other end.
+    if (isFifo(name)) return nullptr;
+    return std::fopen(name.c_str(), mode);
 }
 
 bool fileExists(const std::wstring& path) {

@@ -25,7 +25,8 @@ TW_EXPORT std::wstring dataPath(const std::wstring& name);
 // home, which may not exist; empty without a home.
 TW_EXPORT std::wstring lutFolder();
 
-// Opens a file with a mode of fopen. Null on failure, errno telling why; the caller closes it.
+// Opens a file with a mode of fopen. Null on failure, errno telling why; the caller closes it. A
+// FIFO is never opened, since that may wait without end; errno then means nothing.
 TW_EXPORT std::FILE* openFile(const std::wstring& path, const char* mode);
 
 // Whether anything exists at `path`.
