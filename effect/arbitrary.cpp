@@ -38,10 +38,6 @@ PF_Handle newText(const PF_InData& host, const std::string& text) {
     return newHandle(host, units.data(), units.size() * sizeof units[0]);
 }
 
-void dispose(const PF_InData& host, PF_Handle handle) {
-    if (handle) host.utils->host_dispose_handle(handle);
-}
-
 A_u_longlong sizeOf(const PF_InData& host, PF_Handle handle) {
     return handle ? host.utils->host_get_handle_size(handle) : 0;
 }
@@ -58,9 +54,9 @@ void flatten(const PF_InData& host, PF_Handle handle, void* buffer, A_u_long buf
 // A project with foreign or damaged data opens without a LUT rather than not at all.
 PF_Handle unflatten(const PF_InData& host, const void* flat, A_u_long size) {
     if (flat && LooksEmbedded(flat, size)) return newHandle(host, flat, size);
-    PF_Handle none = NewEmptyArb(host);
+    OwnedHandle none(host, NewEmptyArb(host));
     tw::logLine("Arb UNFLATTEN: %u bytes are not TWLUT text, using none", size);
-    return none;
+    return none.release();
 }
 
 // Raw bytes decide: the same text in 8-bit and in 16-bit form is not equal.
@@ -121,14 +117,14 @@ PF_Handle CopyArb(const PF_InData& host, PF_Handle source) {
 }
 
 PF_Err Arbitrary(const PF_InData& host, const PF_ArbParamsExtra& call) {
-    logCall(call.which_function);
     const auto& u = call.u;
+    const bool disposes = call.which_function == PF_Arbitrary_DISPOSE_FUNC;
+    // Given back at the end, also when there is no memory for the log's line.
+    const OwnedHandle disposed(host, disposes ? u.dispose_func_params.arbH : nullptr);
+    logCall(call.which_function);
     switch (call.which_function) {
         case PF_Arbitrary_NEW_FUNC:
             *u.new_func_params.arbPH = NewEmptyArb(host);
-            break;
-        case PF_Arbitrary_DISPOSE_FUNC:
-            dispose(host, u.dispose_func_params.arbH);
             break;
         case PF_Arbitrary_COPY_FUNC:
             *u.copy_func_params.dst_arbPH = CopyArb(host, u.copy_func_params.src_arbH);

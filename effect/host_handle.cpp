@@ -1,6 +1,7 @@
 #include "effect/host_handle.h"
 
 #include <cstring>
+#include <utility>
 
 namespace tw_effect {
 
@@ -13,6 +14,17 @@ LockedHandle::LockedHandle(const PF_InData& host, PF_Handle handle)
 
 LockedHandle::~LockedHandle() {
     if (handle_) callbacks_.host_unlock_handle(handle_);
+}
+
+OwnedHandle::OwnedHandle(const PF_InData& host, PF_Handle handle)
+    : callbacks_(*host.utils), handle_(handle) {}
+
+OwnedHandle::~OwnedHandle() {
+    if (handle_) callbacks_.host_dispose_handle(handle_);
+}
+
+PF_Handle OwnedHandle::release() {
+    return std::exchange(handle_, nullptr);
 }
 
 void fillHandle(const PF_InData& host, PF_Handle handle, const void* bytes, std::size_t size) {

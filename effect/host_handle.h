@@ -28,6 +28,22 @@ private:
     void* data_ = nullptr;
 };
 
+// A host handle that is disposed of at the end of the scope unless it was released before. Null
+// stands for none. Threads: those of the command.
+class OwnedHandle {
+public:
+    OwnedHandle(const PF_InData& host, PF_Handle handle);
+    ~OwnedHandle();
+    OwnedHandle(const OwnedHandle&) = delete;
+    OwnedHandle& operator=(const OwnedHandle&) = delete;
+
+    PF_Handle release();
+
+private:
+    const PF_UtilCallbacks& callbacks_;
+    PF_Handle handle_;
+};
+
 // Copies `size` bytes into a handle that holds as many. A handle that cannot be locked stays as it
 // is.
 void fillHandle(const PF_InData& host, PF_Handle handle, const void* bytes, std::size_t size);

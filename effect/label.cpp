@@ -1,7 +1,6 @@
 #include "effect/label.h"
 
 #include <cstring>
-#include <mutex>
 #include <set>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "effect/suite.h"
 #include "native/src/log.h"
 #include "native/src/log_on_change.h"
+#include "native/src/mutex.h"
 
 namespace tw_effect {
 namespace {
@@ -23,7 +23,7 @@ std::string labelOf(const tw::Lut3D* lut) {
 
 // Never destroyed: hosts draw the button while they quit, too, when our statics may be gone.
 struct KeptLabels {
-    std::mutex mu;
+    tw::Mutex mu{"kept labels"};
     std::set<std::string> texts;
 };
 
@@ -43,7 +43,7 @@ PF_Err pushLabel(const PF_InData& host, const PF_ParamUtilsSuite3& suite, const 
 
 // Hosts ask for an update many times a second.
 void logLabel(const char* reason, const char* label, PF_Err result) {
-    static tw::LogOnChange log;
+    static tw::LogOnChange log("label line");
     const std::string err = std::to_string(result);
     const std::string key = std::string(reason) + "|" + label + "|" + err;
     const std::string line =

@@ -48,9 +48,9 @@ long matchIdOf(const std::string& cubeText) {
     return std::strtol(cubeText.c_str() + comment + kMatchComment.size(), nullptr, 10);
 }
 
-LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& reason) {
+LutFileResult judgeLutFile(const std::string& contents, const std::wstring& path, LutFile& file,
+                           std::string& reason) {
     reason.clear();
-    const std::string contents = readWhole(path);
     tw::Lut3D lut;
     if (contents.empty() || !tw::parseCube(contents, lut, &reason))
         return LutFileResult::kUnreadable;
@@ -58,6 +58,10 @@ LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& 
     file.text = tw::toEmbeddedText(lut, matchIdOf(contents), tw::toUtf8(lutNameOf(path)));
     file.size = lut.size;
     return LutFileResult::kLoaded;
+}
+
+LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& reason) {
+    return judgeLutFile(readWhole(path), path, file, reason);
 }
 
 }  // namespace tw_effect

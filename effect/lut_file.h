@@ -18,9 +18,14 @@ enum class LutFileResult {
     kForeignDomain,  // its input domain is not exactly 0..1 on every channel
 };
 
-// Reads the file at `path` into `file`. kUnreadable leaves the parser's reason in `reason`, nothing
-// when the file could not be opened or is empty. A read error ends the contents there. Reads
-// through a buffer of 64 KiB on the stack. Threads: any. Throws what strings and vectors throw.
+// Makes `file` of the contents of the file at `path`, which gives the name only. kUnreadable leaves
+// the parser's reason in `reason`, nothing when there are no contents. Threads: any. Throws what
+// strings and vectors throw.
+LutFileResult judgeLutFile(const std::string& contents, const std::wstring& path, LutFile& file,
+                           std::string& reason);
+
+// The same with the contents read from the file: none when it cannot be opened, those before it
+// when there is a read error. Reads through a buffer of 64 KiB on the stack.
 LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& reason);
 
 // File name of a path, without folder (either slash counts) and without its last extension.

@@ -72,7 +72,7 @@ void logRender(const PixelFormat& format, const PF_LayerDef& output, const tw::L
                       kindOf(lut), sizeOf(lut));
     }
     // Steady playback leaves one line, not one a frame.
-    static tw::LogOnChange log;
+    static tw::LogOnChange log("render line");
     log.line(line);
 }
 

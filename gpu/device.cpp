@@ -32,7 +32,7 @@ void logReady(unsigned index, csSDK_uint32 framework) {
 }  // namespace
 
 Device& DeviceFor(unsigned index) {
-    static std::mutex gDevicesMu;
+    static tw::Mutex gDevicesMu("device map");
     // Not destroyed at exit: the host may be rendering still.
     static auto* const gDevices = new std::map<unsigned, std::unique_ptr<Device>>;
     const std::lock_guard lock(gDevicesMu);

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "gpu/host.h"
 #include "native/src/lut_engine.h"
+#include "native/src/mutex.h"
 
 namespace twgpu {
 
@@ -13,7 +13,7 @@ namespace twgpu {
 // held over a compilation and over the encoding of a frame, never over a call of the host. Lock
 // order: the log's mutex only may be taken under it.
 struct Device {
-    std::mutex mutex;
+    tw::Mutex mutex{"device"};
     csSDK_uint32 framework = 0;  // as of the first initialisation
     bool ready = false;          // `pipeline` is there
     // Preparation was tried and has not succeeded: it is not tried again.

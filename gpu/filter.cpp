@@ -1,7 +1,6 @@
 #include "gpu/filter.h"
 
 #include <atomic>
-#include <mutex>
 #include <string>
 
 #include "gpu/device.h"

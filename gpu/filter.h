@@ -47,8 +47,9 @@ private:
     bool hasSuites() const;
     PrParam param(csSDK_int32 index, PrTime time) const;
     float percent(PrTime time) const;
-    Frame frame(PPixHand handle) const;
-    Job describe(PPixHand source, PPixHand destination, float amount) const;
+    // Both: false when the host does not tell; only the format may be unknown.
+    bool find(PPixHand handle, Frame& frame) const;
+    bool describe(PPixHand source, PPixHand destination, Job& job) const;
     void LogSetup(const Job& job) const;
     // Locks the device: the LUT goes up when it is another one, and the kernel is committed.
     bool launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut, float amount) const;

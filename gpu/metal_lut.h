@@ -3,8 +3,8 @@
 // gives out owns one reference, which Release gives up; a handle that is passed in stays the
 // caller's.
 //
-// Errors: null or false; *err, when given, is set then and left alone otherwise. The functions
-// throw what memory exhaustion throws.
+// Errors: null or false; *err, when given, is set then and left alone otherwise. Without memory for
+// the words it is empty. Only DeviceName throws.
 //
 // Threads: any; nothing is kept here but the count of asynchronous errors. Callers keep the use of
 // one device's pipeline and buffers to one thread at a time.

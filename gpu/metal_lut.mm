@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 #import <Metal/Metal.h>
 
+#include "gpu/error_text.h"
 #include "gpu/kernel_source.h"
 #include "gpu/launch_errors.h"
 
@@ -13,16 +14,15 @@
 // Everything that a call makes for itself is handed to the pool that the call opens; only what it
 // returns leaves with a reference.
 namespace twmetal {
+
+using twgpu::setErrorText;
+
 namespace {
 
 // The words of an error object that is valid until the caller's pool is drained.
 const char* describe(NSError* error) {
     const char* text = [[error localizedDescription] UTF8String];
     return text ? text : "?";
-}
-
-void fail(std::string* err, const char* stage, const char* reason = "") {
-    if (err) *err = std::string(stage) + reason;
 }
 
 id<MTLFunction> compileKernel(id<MTLDevice> device, std::string* err) {
@@ -34,11 +34,11 @@ id<MTLFunction> compileKernel(id<MTLDevice> device, std::string* err) {
     id<MTLLibrary> library = [[device newLibraryWithSource:source options:options
                                                      error:&error] autorelease];
     if (!library) {
-        fail(err, "compile: ", describe(error));
+        setErrorText(err, "compile: ", describe(error));
         return nil;
     }
     id<MTLFunction> function = [[library newFunctionWithName:@"TintwellLut"] autorelease];
-    if (!function) fail(err, "no TintwellLut function");
+    if (!function) setErrorText(err, "no TintwellLut function");
     return function;
 }
 
@@ -57,7 +57,7 @@ void encode(id<MTLComputeCommandEncoder> encoder, id<MTLComputePipelineState> pi
 bool finish(id<MTLCommandBuffer> commands, std::string* err, double* gpuMs) {
     [commands waitUntilCompleted];
     if (commands.status == MTLCommandBufferStatusError) {
-        fail(err, describe(commands.error));
+        setErrorText(err, describe(commands.error));
         return false;
     }
     if (gpuMs) *gpuMs = (commands.GPUEndTime - commands.GPUStartTime) * 1000.0;
@@ -74,7 +74,7 @@ void* CreatePipeline(void* deviceHandle, std::string* err) {
         NSError* error = nil;
         id<MTLComputePipelineState> pipeline = [device newComputePipelineStateWithFunction:function
                                                                                      error:&error];
-        if (!pipeline) fail(err, "pipeline: ", describe(error));
+        if (!pipeline) setErrorText(err, "pipeline: ", describe(error));
         return pipeline;
     }
 }
@@ -95,7 +95,7 @@ bool Launch(void* queue, void* pipeline, void* src, void* dst, void* lut,
         id<MTLCommandBuffer> commands = [static_cast<id<MTLCommandQueue>>(queue) commandBuffer];
         id<MTLComputeCommandEncoder> encoder = [commands computeCommandEncoder];
         if (!encoder) {
-            fail(err, "no command buffer");
+            setErrorText(err, "no command buffer");
             return false;
         }
         encode(encoder, static_cast<id<MTLComputePipelineState>>(pipeline), {src, dst, lut}, args);

@@ -1,10 +1,11 @@
 // The compute backend of a build without Metal: every device is one that cannot be used.
+#include "gpu/error_text.h"
 #include "gpu/metal_lut.h"
 
 namespace twmetal {
 
 void* CreatePipeline(void* /*device*/, std::string* err) {
-    if (err) *err = "built without Metal";
+    twgpu::setErrorText(err, "built without Metal");
     return nullptr;
 }
 
@@ -15,7 +16,7 @@ void* NewBuffer(void* /*device*/, const void* /*bytes*/, unsigned long /*length*
 bool Launch(void* /*queue*/, void* /*pipeline*/, void* /*src*/, void* /*dst*/, void* /*lut*/,
             const twgpu::LutKernelArgs& /*args*/, bool /*wait*/, std::string* err,
             double* /*gpuMs*/) {
-    if (err) *err = "built without Metal";
+    twgpu::setErrorText(err, "built without Metal");
     return false;
 }
 

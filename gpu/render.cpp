@@ -50,27 +50,22 @@ float TintwellGPU::percent(PrTime time) const {
     }
 }
 
-TintwellGPU::Frame TintwellGPU::frame(PPixHand handle) const {
-    Frame frame;
-    gpuDevice_->GetGPUPPixData(handle, &frame.memory);
-    ppix_->GetRowBytes(handle, &frame.rowBytes);
-    return frame;
+bool TintwellGPU::find(PPixHand handle, Frame& frame) const {
+    return gpuDevice_->GetGPUPPixData(handle, &frame.memory) >= 0 && frame.memory &&
+           ppix_->GetRowBytes(handle, &frame.rowBytes) >= 0;
 }
 
-TintwellGPU::Job TintwellGPU::describe(PPixHand source, PPixHand destination, float amount) const {
-    Job job;
-    job.source = frame(source);
-    job.destination = frame(destination);
+bool TintwellGPU::describe(PPixHand source, PPixHand destination, Job& job) const {
+    if (!find(source, job.source) || !find(destination, job.destination)) return false;
     // A format that cannot be had is taken for half floats, on purpose, as is every other one.
     PrPixelFormat format = kNoFormat;
     ppix_->GetPixelFormat(destination, &format);
     job.is32f = format == PrPixelFormat_GPU_BGRA_4444_32f;
     prRect bounds = {};
-    ppix_->GetBounds(destination, &bounds);
+    if (ppix_->GetBounds(destination, &bounds) < 0) return false;
     job.width = bounds.right - bounds.left;
     job.height = bounds.bottom - bounds.top;
-    job.amount = amount;
-    return job;
+    return true;
 }
 
 void TintwellGPU::LogSetup(const Job& job) const {
@@ -87,7 +82,7 @@ void TintwellGPU::LogSetup(const Job& job) const {
                       pattern != 0 ? " pattern" : "");
     }
     // Steady playback leaves one line, not one a frame.
-    static tw::LogOnChange log;
+    static tw::LogOnChange log("GPU setup line");
     log.line(line);
 }
 
@@ -97,7 +92,10 @@ prSuiteError TintwellGPU::Render(const PrGPUFilterRenderParams* params, const PP
     const PrTime time = params->inClipTime;
     const float amount = percent(time) / 100.0f;
     if (!lutRead_) ReadLut(time);
-    const Job job = describe(frames[0], *outFrame, amount);
+    Job job;
+    // A kernel must not run on memory that is not there.
+    if (!describe(frames[0], *outFrame, job)) return suiteError_Fail;
+    job.amount = amount;
     LogSetup(job);
 
     const bool apply = amount > 0.0f && lut_ && lut_->probe == 0;
