@@ -12,7 +12,7 @@ namespace {
 constexpr PF_Err kExceptionEscaped = -1;
 
 PF_Err addParam(PF_ProgPtr effect, PF_ParamIndex index, PF_ParamDefPtr definition) {
-    Session& session = Session::current();
+    Session& session = Session::called();
     if (!session.instanceOf(effect, "add_param")) return PF_Err_BAD_CALLBACK_PARAM;
     return session.params.add(index, definition);
 }

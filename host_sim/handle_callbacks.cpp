@@ -6,27 +6,27 @@ namespace host_sim {
 namespace {
 
 PF_Handle newHandle(A_u_longlong size) {
-    return Session::current().handles.allocate(size);
+    return Session::called().handles.allocate(size);
 }
 
 void* lockHandle(PF_Handle handle) {
-    return Session::current().handles.lock(handle);
+    return Session::called().handles.lock(handle);
 }
 
 void unlockHandle(PF_Handle handle) {
-    Session::current().handles.unlock(handle);
+    Session::called().handles.unlock(handle);
 }
 
 void disposeHandle(PF_Handle handle) {
-    Session::current().handles.dispose(handle);
+    Session::called().handles.dispose(handle);
 }
 
 A_u_longlong getHandleSize(PF_Handle handle) {
-    return Session::current().handles.size(handle);
+    return Session::called().handles.size(handle);
 }
 
 PF_Err resizeHandle(A_u_longlong size, PF_Handle* handle) {
-    return Session::current().handles.resize(size, handle);
+    return Session::called().handles.resize(size, handle);
 }
 
 }  // namespace

@@ -142,13 +142,29 @@ void HandleMemory::forgetRefusedLocks() {
     refusedLocks_.erase(std::this_thread::get_id());
 }
 
+std::vector<const HandleBlock*> HandleMemory::liveBlocks() const {
+    std::vector<const HandleBlock*> live;
+    for (const auto& [handle, block] : blocks_) {
+        if (block->gone.empty()) live.push_back(block.get());
+    }
+    std::sort(live.begin(), live.end(),
+              [](const HandleBlock* a, const HandleBlock* b) { return a->number < b->number; });
+    return live;
+}
+
+void HandleMemory::reportUnrest() {
+    const std::lock_guard lock(mutex_);
+    for (const HandleBlock* block : liveBlocks()) {
+        if (!block->isIntact())
+            books_.problemAtEnd("Bytes beside " + block->describe() + " were overwritten");
+        if (!block->effectLocks.empty())
+            books_.problemAtEnd("The " + block->describe() + " is still " + lockedWhen(*block));
+    }
+}
+
 void HandleMemory::reportLeftovers() {
     const std::lock_guard lock(mutex_);
-    std::map<int, const HandleBlock*> left;
-    for (const auto& [handle, block] : blocks_) {
-        if (block->gone.empty()) left[block->number] = block.get();
-    }
-    for (const auto& [number, block] : left) {
+    for (const HandleBlock* block : liveBlocks()) {
         if (!block->isIntact()) {
             books_.problemAtEnd("Bytes beside " + block->describe() + " were overwritten");
         }

@@ -67,6 +67,8 @@ public:
 
     // Called when the calling thread leaves its outermost command: refused locks need no answer.
     void forgetRefusedLocks();
+    // Between commands: writes a problem for each lock the effect holds, each damaged canary.
+    void reportUnrest();
     // Writes a problem for each live handle, each lock the effect left on one, each damaged canary.
     void reportLeftovers();
     HandleCounts counts() const;
@@ -77,6 +79,8 @@ private:
     HandleBlock& add(std::size_t size);
     bool answersRefusal(PF_Handle handle);
     void checkCanaries(const HandleBlock& block, const char* callback);
+    // The live ones in the order in which they were made.
+    std::vector<const HandleBlock*> liveBlocks() const;
     void replace(HandleBlock& block, PF_Handle* handle);
     void end(HandleBlock& block);
 

@@ -10,8 +10,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host_sim/instance.h"
@@ -89,6 +91,9 @@ public:
     const SuiteLedger& suites() const { return session_.suites; }
     const PixelFormatBook& pixelFormats() const { return session_.formats; }
     const Module& module() const { return module_; }
+    // Calls `watcher` whenever the effect calls the host, on the thread that does. For the time
+    // before commands are sent from several threads.
+    void watchCallbacks(std::function<void()> watcher) { session_.onCallback = std::move(watcher); }
     // What out_data holds when a command begins: all zero unless a test presets something.
     PF_OutData& outPreset() { return session_.outPreset; }
     ArbitraryCalls arbitraryCalls(int index);

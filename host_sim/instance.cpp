@@ -308,6 +308,11 @@ const PF_ParamDef& Instance::value(int index, PF_ParamType type) const {
     return held;
 }
 
+PF_ParamDef& Instance::record(int index) {
+    session_.params.at(index);
+    return values_[static_cast<std::size_t>(index)];
+}
+
 PF_ParamDef& Instance::value(int index, PF_ParamType type) {
     return const_cast<PF_ParamDef&>(std::as_const(*this).value(index, type));
 }

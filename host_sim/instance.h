@@ -67,6 +67,9 @@ public:
     // Leaves a null handle.
     void setNull(int index);
 
+    // The parameter's record as the effect is given it, for tests that change what is the host's.
+    PF_ParamDef& record(int index);
+
     // What a button says now, and the calls that made it so.
     std::string label(int index) const;
     std::vector<ParamUpdate> updates() const;

@@ -7,7 +7,7 @@ namespace host_sim {
 namespace {
 
 PF_Err updateParamUi(PF_ProgPtr effect, PF_ParamIndex index, const PF_ParamDef* definition) {
-    return Session::current().paramUpdates.update(effect, index, definition);
+    return Session::called().paramUpdates.update(effect, index, definition);
 }
 
 bool mayUpdate() {

@@ -9,7 +9,7 @@ namespace host_sim {
 namespace {
 
 bool knownEffect(PF_ProgPtr effect, const char* callback) {
-    return Session::current().instanceOf(effect, callback).has_value();
+    return Session::called().instanceOf(effect, callback).has_value();
 }
 
 PF_Err addSupported(PF_ProgPtr effect, PrPixelFormat format) {
@@ -23,7 +23,7 @@ PF_Err clearSupported(PF_ProgPtr effect) {
 }
 
 PF_Err getPixelFormat(PF_EffectWorld* world, PrPixelFormat* format) {
-    return Session::current().formats.formatOf(world, format);
+    return Session::called().formats.formatOf(world, format);
 }
 
 }  // namespace

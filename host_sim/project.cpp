@@ -81,12 +81,13 @@ Json parseEnvelope(const std::filesystem::path& file, const Bytes& bytes) {
     }
 }
 
-void writeAll(const std::filesystem::path& file, const Bytes& bytes) {
+// Whether all of it arrived.
+bool writeAll(const std::filesystem::path& file, const Bytes& bytes) {
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     stream.write(reinterpret_cast<const char*>(bytes.data()),
                  static_cast<std::streamsize>(bytes.size()));
     stream.close();
-    if (!stream) fail(file, "cannot be written");
+    return stream.good();
 }
 
 }  // namespace
@@ -99,12 +100,12 @@ void writeProject(const std::filesystem::path& file, const SavedEffect& effect) 
                            {"body", Json::binary(body)}};
     std::filesystem::path temporary = file;
     temporary += ".tmp";
-    writeAll(temporary, Json::to_cbor(envelope));
+    const bool written = writeAll(temporary, Json::to_cbor(envelope));
     std::error_code error;
-    std::filesystem::rename(temporary, file, error);
-    if (error) {
+    if (written) std::filesystem::rename(temporary, file, error);
+    if (!written || error) {
         std::filesystem::remove(temporary, error);
-        fail(file, "cannot be replaced");
+        fail(file, written ? "cannot be replaced" : "cannot be written");
     }
 }
 

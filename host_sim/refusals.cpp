@@ -1,56 +1,65 @@
 #include "host_sim/refusals.h"
 
 namespace host_sim {
-namespace {
 
-// Counts one call down; true for the one that was asked for.
-bool reached(int& callsLeft) {
-    if (callsLeft == 0) return false;
+PF_Err Refusals::Switch::answer() {
+    if (callsLeft == 0) return always;
     --callsLeft;
-    return callsLeft == 0;
+    return callsLeft == 0 ? once : always;
 }
 
-}  // namespace
+void Refusals::set(Refusal which, int nth, PF_Err error) {
+    const std::lock_guard lock(mutex_);
+    state_.of(which) = nth == 0 ? Switch{0, error, 0} : Switch{nth, 0, error};
+}
+
+PF_Err Refusals::answer(Refusal which) {
+    const std::lock_guard lock(mutex_);
+    return state_.of(which).answer();
+}
 
 void Refusals::failAllocation(int nth) {
-    const std::lock_guard lock(mutex_);
-    state_.allocation = nth;
+    set(Refusal::kAllocation, nth);
 }
 
 void Refusals::failAllAllocations(bool on) {
-    const std::lock_guard lock(mutex_);
-    state_.allAllocations = on;
+    set(Refusal::kAllocation, 0, on ? kRefused : 0);
 }
 
 void Refusals::failResize(int nth) {
-    const std::lock_guard lock(mutex_);
-    state_.resize = nth;
+    set(Refusal::kResize, nth);
 }
 
 void Refusals::failLock(int nth) {
-    const std::lock_guard lock(mutex_);
-    state_.lock = nth;
+    set(Refusal::kLock, nth);
 }
 
 void Refusals::failAddParam(int nth, PF_Err error) {
-    const std::lock_guard lock(mutex_);
-    state_.addParam = nth;
-    state_.addParamError = error;
+    set(Refusal::kAddParam, nth, error);
 }
 
-void Refusals::failRegistration(A_Err error) {
-    const std::lock_guard lock(mutex_);
-    state_.registrationError = error;
+void Refusals::failRegistration(A_Err error, int nth) {
+    set(Refusal::kRegistration, nth, error);
 }
 
-void Refusals::failPixelFormat(PF_Err error) {
-    const std::lock_guard lock(mutex_);
-    state_.pixelFormatError = error;
+void Refusals::failPixelFormat(PF_Err error, int nth) {
+    set(Refusal::kPixelFormat, nth, error);
 }
 
-void Refusals::failParamUpdate(PF_Err error) {
-    const std::lock_guard lock(mutex_);
-    state_.paramUpdateError = error;
+void Refusals::failParamUpdate(PF_Err error, int nth) {
+    set(Refusal::kParamUpdate, nth, error);
+}
+
+void Refusals::failAcquisition(int nth) {
+    set(Refusal::kAcquisition, nth);
+}
+
+void Refusals::nullAcquisition(int nth) {
+    set(Refusal::kSuiteTable, nth);
+}
+
+void Refusals::failGpuCall(int nth) {
+    set(Refusal::kGpuCall, nth);
 }
 
 void Refusals::hideSuite(const std::string& name) {
@@ -61,6 +70,11 @@ void Refusals::hideSuite(const std::string& name) {
 void Refusals::nullSuite(const std::string& name) {
     const std::lock_guard lock(mutex_);
     state_.nulls.insert(name);
+}
+
+void Refusals::refuseSuite(const std::string& name) {
+    const std::lock_guard lock(mutex_);
+    state_.refused.insert(name);
 }
 
 void Refusals::withoutBasicSuite(bool on) {
@@ -78,39 +92,49 @@ void Refusals::clear() {
     state_ = State();
 }
 
-bool Refusals::refusesAllocation() {
+bool Refusals::isDue(Refusal which) const {
     const std::lock_guard lock(mutex_);
-    return reached(state_.allocation) || state_.allAllocations;
+    return state_.switches[static_cast<std::size_t>(which)].callsLeft > 0;
+}
+
+bool Refusals::refusesAllocation() {
+    return answer(Refusal::kAllocation) != 0;
 }
 
 bool Refusals::refusesResize() {
-    const std::lock_guard lock(mutex_);
-    return reached(state_.resize);
+    return answer(Refusal::kResize) != 0;
 }
 
 bool Refusals::refusesLock() {
-    const std::lock_guard lock(mutex_);
-    return reached(state_.lock);
+    return answer(Refusal::kLock) != 0;
+}
+
+bool Refusals::refusesAcquisition() {
+    return answer(Refusal::kAcquisition) != 0;
+}
+
+bool Refusals::nullsAcquisition() {
+    return answer(Refusal::kSuiteTable) != 0;
+}
+
+bool Refusals::refusesGpuCall() {
+    return answer(Refusal::kGpuCall) != 0;
 }
 
 PF_Err Refusals::addParamError() {
-    const std::lock_guard lock(mutex_);
-    return reached(state_.addParam) ? state_.addParamError : 0;
+    return answer(Refusal::kAddParam);
 }
 
-A_Err Refusals::registrationError() const {
-    const std::lock_guard lock(mutex_);
-    return state_.registrationError;
+A_Err Refusals::registrationError() {
+    return answer(Refusal::kRegistration);
 }
 
-PF_Err Refusals::pixelFormatError() const {
-    const std::lock_guard lock(mutex_);
-    return state_.pixelFormatError;
+PF_Err Refusals::pixelFormatError() {
+    return answer(Refusal::kPixelFormat);
 }
 
-PF_Err Refusals::paramUpdateError() const {
-    const std::lock_guard lock(mutex_);
-    return state_.paramUpdateError;
+PF_Err Refusals::paramUpdateError() {
+    return answer(Refusal::kParamUpdate);
 }
 
 bool Refusals::hidesSuite(const std::string& name) const {
@@ -121,6 +145,11 @@ bool Refusals::hidesSuite(const std::string& name) const {
 bool Refusals::nullsSuite(const std::string& name) const {
     const std::lock_guard lock(mutex_);
     return state_.nulls.contains(name);
+}
+
+bool Refusals::refusesSuite(const std::string& name) const {
+    const std::lock_guard lock(mutex_);
+    return state_.refused.contains(name);
 }
 
 bool Refusals::hidesBasicSuite() const {

@@ -42,6 +42,12 @@ Session& Session::current() {
     return *session;
 }
 
+Session& Session::called() {
+    Session& session = current();
+    if (session.onCallback) session.onCallback();
+    return session;
+}
+
 std::optional<int> Session::instanceOf(PF_ProgPtr effectRef, const char* callback) {
     const std::lock_guard lock(mutex_);
     for (const auto& [instance, ref] : refs_) {

@@ -2,6 +2,7 @@
 // no context.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -36,6 +37,8 @@ public:
     // The open session. Without one the process ends with a message: an effect that calls the host
     // then has nobody to answer.
     static Session& current();
+    // The same for a callback, which is told to onCallback first.
+    static Session& called();
 
     // Instance behind an effect_ref (0: the effect itself); an unknown one is a problem and gives
     // nothing. Threads: any.
@@ -54,6 +57,8 @@ public:
     PF_FilterProc entry = nullptr;
     // What out_data holds when a command begins.
     PF_OutData outPreset = {};
+    // Called, unless empty, whenever the effect calls the host, on the thread that does.
+    std::function<void()> onCallback;
     _PF_UtilCallbacks utilities = {};
     SPBasicSuite basic = {};
 

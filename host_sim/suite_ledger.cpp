@@ -12,11 +12,11 @@ std::string describe(const std::string& name, std::int32_t version) {
 }
 
 SPErr acquireSuite(const char* name, std::int32_t version, const void** suite) {
-    return Session::current().suites.acquire(name, version, suite);
+    return Session::called().suites.acquire(name, version, suite);
 }
 
 SPErr releaseSuite(const char* name, std::int32_t version) {
-    return Session::current().suites.release(name, version);
+    return Session::called().suites.release(name, version);
 }
 
 SPBoolean isEqual(const char* a, const char* b) {
@@ -63,16 +63,21 @@ SPErr SuiteLedger::acquire(const char* name, std::int32_t version, const void** 
     const std::lock_guard lock(mutex_);
     const Key key(name, version);
     const auto found = offered_.find(key);
-    if (found == offered_.end() || refusals_.hidesSuite(name)) {
+    const bool refused = refusals_.hidesSuite(name) || refusals_.refusesAcquisition();
+    if (found == offered_.end() || refused) {
         ++uses_[key].refused;
         return kSPSuiteNotFoundError;
     }
-    if (refusals_.nullsSuite(name)) {
+    if (refusals_.nullsSuite(name) || refusals_.nullsAcquisition()) {
         ++uses_[key].refused;
         return kSPNoError;
     }
-    ++uses_[key].acquired;
     *suite = found->second;
+    if (refusals_.refusesSuite(name)) {
+        ++uses_[key].refused;
+        return kSPBadParameterError;
+    }
+    ++uses_[key].acquired;
     return kSPNoError;
 }
 

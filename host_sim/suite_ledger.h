@@ -16,7 +16,7 @@ namespace host_sim {
 
 struct SuiteUse {
     int acquired = 0;  // successes
-    int refused = 0;   // not offered, hidden, or answered with a null table
+    int refused = 0;   // not offered, hidden, answered with a null table or with an error
     int released = 0;
 };
 

@@ -16,7 +16,12 @@ constexpr std::array<std::size_t, 4> kBgra = {2, 1, 0, 3};
 
 GpuFrame::GpuFrame(const MetalObject& device, PrPixelFormat format, int width, int height,
                    const GpuFrameLayout& layout)
-    : format_(format), width_(width), height_(height), padding_(layout.padding) {
+    : format_(format),
+      width_(width),
+      height_(height),
+      padding_(layout.padding),
+      left_(layout.left),
+      top_(layout.top) {
     std::vector<std::uint8_t> bytes(offset(0, height), kRowCanary);
     for (int y = 0; y < height; ++y)
         std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(offset(0, y)),
@@ -29,7 +34,9 @@ GpuFrame::GpuFrame(const MetalObject& device, PrPixelFormat format, const Frame&
     : format_(format),
       width_(picture.width()),
       height_(picture.height()),
-      padding_(layout.padding) {
+      padding_(layout.padding),
+      left_(layout.left),
+      top_(layout.top) {
     std::vector<std::uint8_t> bytes(offset(0, height_), kRowCanary);
     for (int y = 0; y < height_; ++y) {
         for (int x = 0; x < width_; ++x) {
@@ -57,7 +64,8 @@ csSDK_int32 GpuFrame::rowBytes() const {
 }
 
 prRect GpuFrame::bounds() const {
-    return {0, 0, static_cast<csSDK_int16>(height_), static_cast<csSDK_int16>(width_)};
+    return {static_cast<csSDK_int16>(top_), static_cast<csSDK_int16>(left_),
+            static_cast<csSDK_int16>(top_ + height_), static_cast<csSDK_int16>(left_ + width_)};
 }
 
 std::size_t GpuFrame::offset(int x, int y) const {

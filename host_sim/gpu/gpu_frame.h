@@ -15,6 +15,8 @@ namespace host_sim {
 struct GpuFrameLayout {
     int padding = 3;           // pixels behind each row, canary bytes
     std::uint8_t fill = 0xCD;  // every byte of every pixel to begin with
+    int left = 0;              // where its bounds begin
+    int top = 0;
 };
 
 // BGRA, top first, as 32-bit floats or, in every other format, as half floats. What a device has
@@ -56,6 +58,8 @@ private:
     int width_;
     int height_;
     int padding_;
+    int left_;
+    int top_;
     MetalObject buffer_;
 };
 

@@ -15,7 +15,7 @@ namespace {
 std::atomic<GpuSide*> openSide = nullptr;
 
 SPBasicSuite* theBasicSuite() {
-    Session& session = Session::current();
+    Session& session = Session::called();
     return session.refusals.hidesBasicSuite() ? nullptr : &session.basic;
 }
 
@@ -43,7 +43,8 @@ GpuSide::~GpuSide() {
     openSide = nullptr;
 }
 
-GpuSide& GpuSide::current() {
+GpuSide& GpuSide::called() {
+    Session::called();
     GpuSide* side = openSide;
     if (side == nullptr) {
         std::fputs("A GPU suite was called while no GPU side is open.\n", stderr);

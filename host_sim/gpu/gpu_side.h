@@ -67,8 +67,8 @@ public:
     void withdraw(GpuFrame& frame);
     piSuites& suites() { return suites_; }
 
-    // Answers of the suites.
-    static GpuSide& current();
+    // Answers of the suites. The side that a callback is meant for.
+    static GpuSide& called();
     prSuiteError deviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPUDeviceInfo* info);
     prSuiteError param(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param);
     GpuFrame* frameOf(PPixHand handle, const char* callback);

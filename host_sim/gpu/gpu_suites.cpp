@@ -2,23 +2,31 @@
 
 #include "host_api/host_api.h"
 #include "host_sim/gpu/gpu_side.h"
+#include "host_sim/session.h"
 
 namespace host_sim {
 namespace {
 
+// Asked once by every call that can fail.
+bool isRefused() {
+    return Session::current().refusals.refusesGpuCall();
+}
+
 prSuiteError getDeviceCount(csSDK_uint32* count) {
-    *count = GpuSide::current().deviceCount();
+    *count = GpuSide::called().deviceCount();
     return suiteError_NoError;
 }
 
 prSuiteError getDeviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPUDeviceInfo* info) {
-    return GpuSide::current().deviceInfo(version, index, info);
+    if (isRefused()) return suiteError_Fail;
+    return GpuSide::called().deviceInfo(version, index, info);
 }
 
 // Calls answer(frame) for a frame that the host knows.
 template <class Answer>
 prSuiteError ask(PPixHand handle, const char* callback, Answer answer) {
-    GpuFrame* frame = GpuSide::current().frameOf(handle, callback);
+    if (isRefused()) return suiteError_Fail;
+    GpuFrame* frame = GpuSide::called().frameOf(handle, callback);
     if (frame == nullptr) return suiteError_IDNotValid;
     answer(*frame);
     return suiteError_NoError;
@@ -37,20 +45,21 @@ prSuiteError getRowBytes(PPixHand handle, csSDK_int32* rowBytes) {
 }
 
 prSuiteError getPixelFormat(PPixHand handle, PrPixelFormat* format) {
-    if (GpuSide::current().refusesFormats()) return suiteError_Fail;
+    if (GpuSide::called().refusesFormats()) return suiteError_Fail;
     return ask(handle, "GetPixelFormat", [&](GpuFrame& frame) { *format = frame.format(); });
 }
 
 csSDK_uint32 getPtrSize(PrMemoryPtr block) {
-    return GpuSide::current().memory().size(block);
+    return GpuSide::called().memory().size(block);
 }
 
 void disposePtr(PrMemoryPtr block) {
-    GpuSide::current().memory().dispose(block);
+    GpuSide::called().memory().dispose(block);
 }
 
 prSuiteError getParam(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param) {
-    return GpuSide::current().param(node, index, time, param);
+    if (isRefused()) return suiteError_Fail;
+    return GpuSide::called().param(node, index, time, param);
 }
 
 PrSDKGPUDeviceSuite deviceSuite() {

@@ -26,11 +26,13 @@ std::string titleOf(const tw::Lut3D& lut) {
 }  // namespace
 
 std::string textFromCube(const std::string& path) {
-    // The button's rules do not tell a file that cannot be opened from one that is empty.
-    if (readText(path).empty()) throw Failure("cannot use '" + path + "': the file is empty");
+    // Read here, and once: the button's rules do not tell a file that cannot be opened from one
+    // that is empty, they spell a path in their own way, and a pipe gives its contents only once.
+    const std::string contents = readText(path);
+    if (contents.empty()) throw Failure("cannot use '" + path + "': the file is empty");
     tw_effect::LutFile file;
     std::string reason;
-    switch (tw_effect::loadLutFile(tw::fromUtf8(path), file, reason)) {
+    switch (tw_effect::judgeLutFile(contents, tw::fromUtf8(path), file, reason)) {
         case tw_effect::LutFileResult::kUnreadable:
             throw Failure("cannot use '" + path + "': " + reason);
         case tw_effect::LutFileResult::kForeignDomain:

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <new>
 
 #include "host_sim/program/commands.h"
 #include "host_sim/program/failure.h"
@@ -121,6 +122,13 @@ void addTexts(CLI::App& app, Options& options) {
     });
 }
 
+// What was printed must have arrived: a script may be keeping it.
+void finishOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw Failure("cannot write to the standard output");
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -138,9 +146,13 @@ int main(int argc, char** argv) {
     addTexts(app, options);
     try {
         app.parse(argc, argv);
+        finishOutput();
         return 0;
     } catch (const CLI::ParseError& wrong) {
         return app.exit(wrong) == 0 ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        std::fputs("tintwell-host: there is not enough memory\n", stderr);
+        return 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
         return 1;

@@ -16,14 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string partialName(const fs::path& path) {
-    const std::string stem = "." + path.stem().string() + ".partial-" + std::to_string(::getpid());
-    return (path.parent_path() / (stem + path.extension().string())).string();
-}
-
-void removeQuietly(const std::string& path) {
-    std::error_code ignored;
-    fs::remove(path, ignored);
+// Without the file's own name, which may be as long as names can be.
+fs::path partialName(const fs::path& path) {
+    return path.parent_path() / (".partial-" + std::to_string(::getpid()));
 }
 
 std::string reason() {
@@ -41,22 +36,12 @@ std::string readStream(std::istream& in) {
 
 }  // namespace
 
-void writeWhole(const std::string& path, const std::function<void(const std::string&)>& write) {
-    const std::string partial = partialName(path);
-    try {
-        write(partial);
-        std::error_code failed;
-        fs::rename(partial, path, failed);
-        if (failed) throw Failure("cannot write '" + path + "': " + failed.message());
-    } catch (...) {
-        removeQuietly(partial);
-        throw;
-    }
-}
-
 std::string readText(const std::string& path) {
     if (path == "-") return readStream(std::cin);
-    if (fs::is_directory(path)) throw Failure("cannot read '" + path + "': it is a folder");
+    std::error_code unknown;
+    if (fs::is_directory(path, unknown)) {
+        throw Failure("cannot read '" + path + "': it is a folder");
+    }
     std::ifstream in(path, std::ios::binary);
     if (!in) throw Failure("cannot read '" + path + "': " + reason());
     std::string text = readStream(in);
@@ -64,12 +49,21 @@ std::string readText(const std::string& path) {
     return text;
 }
 
-void writeText(const std::string& path, const std::string& text) {
-    writeWhole(path, [&](const std::string& partial) {
-        std::ofstream out(partial, std::ios::binary);
-        out << text << std::flush;
-        if (!out) throw Failure("cannot write '" + path + "': " + reason());
-    });
+void writeWhole(const std::string& path, std::string_view bytes) {
+    const fs::path partial = partialName(path);
+    std::ofstream out(partial, std::ios::binary);
+    out << bytes << std::flush;
+    std::error_code failed;
+    std::string why;
+    if (!out) {
+        why = reason();
+    } else if (fs::rename(partial, path, failed); failed) {
+        why = failed.message();
+    } else {
+        return;
+    }
+    fs::remove(partial, failed);
+    throw Failure("cannot write '" + path + "': " + why);
 }
 
 }  // namespace program

@@ -1,20 +1,16 @@
 // Files that appear whole or not at all.
 #pragma once
 
-#include <functional>
 #include <string>
+#include <string_view>
 
 namespace program {
 
-// Calls write(name) with a name beside `path` and of the same extension, then renames that file to
-// `path`. When write throws or the rename fails the partial file is removed, `path` is as it was,
-// and the exception (or a Failure) goes on.
-void writeWhole(const std::string& path, const std::function<void(const std::string&)>& write);
+// Writes a file beside `path` and renames it to `path`. When that fails nothing of it is left,
+// `path` is as it was, and Failure is thrown.
+void writeWhole(const std::string& path, std::string_view bytes);
 
 // The whole of a text file, or of standard input for "-". Throws Failure.
 std::string readText(const std::string& path);
-
-// Writes a text file whole. Throws Failure.
-void writeText(const std::string& path, const std::string& text);
 
 }  // namespace program

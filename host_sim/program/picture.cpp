@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "host_sim/program/failure.h"
+#include "host_sim/program/memory_file.h"
 #include "host_sim/program/output_file.h"
 
 namespace program {
@@ -103,16 +104,18 @@ OIIO::ImageSpec outputSpec(const std::string& path, const Picture& picture) {
 }
 
 template <typename Sample>
-void writeSamples(const std::string& path, const std::string& partial, const Picture& picture,
-                  const std::vector<Sample>& rgba) {
+bool writeSamples(OIIO::ImageOutput& out, const Picture& picture, const std::vector<Sample>& rgba) {
+    const std::vector<Sample> samples = picture.hasAlpha ? rgba : dropAlpha(rgba);
+    return out.write_image(OIIO::TypeDesc(OIIO::BaseTypeFromC<Sample>::value), samples.data());
+}
+
+void encode(const std::string& path, const Picture& picture, const std::string& file) {
     const auto out = OIIO::ImageOutput::create(path);
     if (!out) fail("write", path, OIIO::geterror());
-    if (!out->open(partial, outputSpec(path, picture))) {
-        fail("write", path, out->geterror());
-    }
-    const std::vector<Sample> samples = picture.hasAlpha ? rgba : dropAlpha(rgba);
     const bool written =
-        out->write_image(OIIO::TypeDesc(OIIO::BaseTypeFromC<Sample>::value), samples.data()) &&
+        out->open(file, outputSpec(path, picture)) &&
+        (picture.depth == Depth::k8 ? writeSamples(*out, picture, picture.bytes)
+                                    : writeSamples(*out, picture, picture.floats)) &&
         out->close();
     if (!written) fail("write", path, out->geterror());
 }
@@ -141,13 +144,9 @@ Picture readPicture(const std::string& path, Depth depth) {
 }
 
 void writePicture(const std::string& path, const Picture& picture) {
-    writeWhole(path, [&](const std::string& partial) {
-        if (picture.depth == Depth::k8) {
-            writeSamples(path, partial, picture, picture.bytes);
-        } else {
-            writeSamples(path, partial, picture, picture.floats);
-        }
-    });
+    const MemoryFile memory;
+    encode(path, picture, memory.path());
+    writeWhole(path, readText(memory.path()));
 }
 
 }  // namespace program

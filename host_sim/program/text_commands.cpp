@@ -23,7 +23,7 @@ void runEncode(const std::string& cube) {
 void runDecode(const std::string& text, const std::string& cube) {
     const tw::Lut3D lut = lutFromText(readText(text), text);
     if (lut.size == 0) throw Failure("cannot write '" + cube + "': '" + text + "' holds no LUT");
-    writeText(cube, cubeFromLut(lut));
+    writeWhole(cube, cubeFromLut(lut));
 }
 
 void runLog() {

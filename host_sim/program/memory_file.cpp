@@ -1,0 +1,22 @@
+#include "host_sim/program/memory_file.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "host_sim/program/failure.h"
+
+namespace program {
+
+MemoryFile::MemoryFile() : descriptor_(::memfd_create("tintwell-host", MFD_CLOEXEC)) {
+    if (descriptor_ < 0) throw Failure("there is no memory for a file");
+}
+
+MemoryFile::~MemoryFile() {
+    ::close(descriptor_);
+}
+
+std::string MemoryFile::path() const {
+    return "/proc/self/fd/" + std::to_string(descriptor_);
+}
+
+}  // namespace program
