@@ -84,7 +84,7 @@ struct SoftwareMetalCommands {
         }
         const std::lock_guard lock(mutex);
         start = began;
-        end = seconds();
+        end = faults.seconds ? began + *faults.seconds : seconds();
         if (faults.failExecution && faults.error) {
             error = [softwareMetalError(*faults.error) retain];
         }
@@ -207,7 +207,7 @@ struct SoftwareMetalCommands {
     [super dealloc];
 }
 - (id<MTLComputeCommandEncoder>)computeCommandEncoder {
-    if (faults().noEncoder) return nil;
+    if (befalls(&Faults::noEncoder)) return nil;
     if (_commands->encoding) misuse("a second encoder while one is open");
     return [[[SoftwareMetalEncoder alloc] initWithOwner:self commands:_commands] autorelease];
 }
@@ -221,7 +221,9 @@ struct SoftwareMetalCommands {
         misuse("a second commit");
         return;
     }
-    const Faults now = faults();
+    Faults now = faults();
+    now.failExecution = befalls(&Faults::failExecution);
+    if (now.atCommit) now.atCommit();
     [self retain];  // until the work is done
     (*_worker)->push([self, now] {
         @autoreleasepool {

@@ -6,7 +6,10 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <mutex>
 #include <sstream>
+#include <tuple>
 
 #include "software_metal/ledger.h"
 #include "software_metal/program.h"
@@ -103,14 +106,8 @@ Kernel kernelOf(void* library, const Signature& signature) {
     return kernel;
 }
 
-}  // namespace
-
-KernelModule::~KernelModule() {
-    ::dlclose(library_);
-}
-
-std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
-                                                   std::string* error) {
+std::shared_ptr<const KernelModule> compileAnew(const std::string& text, bool fastMaths,
+                                                std::string* error) {
     std::vector<Signature> signatures;
     if (!findKernels(text, signatures, error)) return nullptr;
     const Workshop workshop;
@@ -123,6 +120,40 @@ std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool
     auto module = std::make_shared<KernelModule>(library);
     for (const Signature& signature : signatures)
         module->kernels.push_back(kernelOf(library, signature));
+    return module;
+}
+
+// What was compiled before, as a driver keeps it too. Never destroyed: a queue's thread may outlive
+// main().
+struct Kept {
+    std::mutex mutex;
+    std::map<std::tuple<std::string, bool, std::string>, std::shared_ptr<const KernelModule>>
+        modules;
+};
+
+Kept& kept() {
+    static auto* const modules = new Kept;
+    return *modules;
+}
+
+}  // namespace
+
+KernelModule::~KernelModule() {
+    ::dlclose(library_);
+}
+
+std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
+                                                   std::string* error) {
+    const std::lock_guard lock(kept().mutex);
+    auto& module = kept().modules[{text, fastMaths, contraction()}];
+    if (module) {
+        count([&](Counts& counts) {
+            ++counts.compilations;
+            counts.lastFastMaths = fastMaths;
+        });
+    } else {
+        module = compileAnew(text, fastMaths, error);
+    }
     return module;
 }
 

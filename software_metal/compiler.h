@@ -18,7 +18,7 @@ struct Kernel {
     RunGroup run = nullptr;
 };
 
-// The code of one program text; unloaded with the last reference.
+// The code of one program text.
 class KernelModule {
 public:
     explicit KernelModule(void* library) : library_(library) {}
@@ -32,7 +32,8 @@ private:
     void* library_;
 };
 
-// Null on failure, *error then holding the compiler's words. Throws std::bad_alloc only.
+// A text that was compiled before is not compiled again. Null on failure, *error then holding the
+// compiler's words. Throws std::bad_alloc only. Threads: any, one at a time.
 std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
                                                    std::string* error);
 

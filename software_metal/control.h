@@ -4,6 +4,7 @@
 // Threads: every function from any thread.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,8 @@ namespace software_metal {
 // What the devices of this process do wrong from now on. A command buffer fails or waits as the
 // faults stand when it is committed.
 struct Faults {
+    // Not 0: of the calls that the switches below would have fail, from now on, only the nth does.
+    int nth = 0;
     bool noLibrary = false;
     bool noFunction = false;
     bool noPipeline = false;
@@ -26,10 +29,15 @@ struct Faults {
     std::string source;
     // What a command buffer waits before it runs.
     int delayMs = 0;
+    // What the device says that a command buffer ran; nothing: the truth.
+    std::optional<double> seconds;
+    // Called by the thread that commits a command buffer, unless empty.
+    std::function<void()> atCommit;
 };
 
 struct Counts {
-    long liveObjects = 0;   // devices, queues, buffers, libraries, functions, pipelines, commands
+    long liveObjects = 0;   // devices, queues, buffers, options, libraries, functions, pipelines,
+                            // commands
     long compilations = 0;  // all others: since the process began
     long buffers = 0;
     long commandBuffers = 0;
@@ -40,6 +48,8 @@ struct Counts {
 
 void setFaults(const Faults& faults);
 Faults faults();
+// Whether the nth failing call that was asked for has not come yet.
+bool isFaultDue();
 Counts counts();
 
 // Misuse of the interface since the last call, a line each, which a validation layer would stop at:

@@ -31,7 +31,7 @@ void give(NSError* error, NSError** to) {
     [super dealloc];
 }
 - (id<MTLCommandBuffer>)commandBuffer {
-    if (software_metal::faults().noCommandBuffer) return nil;
+    if (software_metal::befalls(&Faults::noCommandBuffer)) return nil;
     software_metal::count([](software_metal::Counts& counts) { ++counts.commandBuffers; });
     return [[[SoftwareMetalCommandBuffer alloc] initWithWorker:*_worker] autorelease];
 }
@@ -47,7 +47,7 @@ void give(NSError* error, NSError** to) {
 - (id<MTLBuffer>)newBufferWithBytes:(const void*)bytes
                              length:(NSUInteger)length
                             options:(MTLResourceOptions)options {
-    if (software_metal::faults().noBuffer) return nil;
+    if (software_metal::befalls(&Faults::noBuffer)) return nil;
     if (length == 0 || options != MTLResourceStorageModeShared) {
         software_metal::misuse("a buffer without bytes, or one that is not shared");
         return nil;
@@ -59,7 +59,7 @@ void give(NSError* error, NSError** to) {
                                options:(MTLCompileOptions*)options
                                  error:(NSError**)error {
     const Faults faults = software_metal::faults();
-    if (faults.noLibrary) {
+    if (software_metal::befalls(&Faults::noLibrary)) {
         give(injected(faults), error);
         return nil;
     }
@@ -75,9 +75,8 @@ void give(NSError* error, NSError** to) {
 }
 - (id<MTLComputePipelineState>)newComputePipelineStateWithFunction:(id<MTLFunction>)function
                                                              error:(NSError**)error {
-    const Faults faults = software_metal::faults();
-    if (faults.noPipeline) {
-        give(injected(faults), error);
+    if (software_metal::befalls(&Faults::noPipeline)) {
+        give(injected(software_metal::faults()), error);
         return nil;
     }
     return [[SoftwareMetalPipeline alloc]

@@ -9,6 +9,7 @@ namespace {
 struct Ledger {
     std::mutex mutex;
     Faults faults;
+    int callsLeft = 0;  // until the one that fails, where faults.nth asks for one
     Counts counts;
     std::string misuse;
     std::string contraction = "off";
@@ -25,11 +26,24 @@ Ledger& ledger() {
 void setFaults(const Faults& faults) {
     const std::lock_guard lock(ledger().mutex);
     ledger().faults = faults;
+    ledger().callsLeft = faults.nth;
 }
 
 Faults faults() {
     const std::lock_guard lock(ledger().mutex);
     return ledger().faults;
+}
+
+bool isFaultDue() {
+    const std::lock_guard lock(ledger().mutex);
+    return ledger().callsLeft > 0;
+}
+
+bool befalls(bool Faults::*which) {
+    const std::lock_guard lock(ledger().mutex);
+    const Faults& faults = ledger().faults;
+    if (!(faults.*which) || faults.nth == 0) return faults.*which;
+    return ledger().callsLeft > 0 && --ledger().callsLeft == 0;
 }
 
 Counts counts() {

@@ -10,6 +10,8 @@ namespace software_metal {
 
 // Changes the counts under the ledger's lock, which is taken last of all.
 void count(const std::function<void(Counts&)>& change);
+// Whether a call that this switch concerns is to fail. Counts it.
+bool befalls(bool Faults::*which);
 void misuse(const std::string& sentence);
 std::string contraction();
 

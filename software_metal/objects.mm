@@ -20,8 +20,15 @@ NSError* softwareMetalError(const std::string& description) {
 @implementation MTLCompileOptions
 - (id)init {
     self = [super init];
-    if (self) _fastMathEnabled = YES;
+    if (self) {
+        _fastMathEnabled = YES;
+        count([](Counts& counts) { ++counts.liveObjects; });
+    }
     return self;
+}
+- (void)dealloc {
+    count([](Counts& counts) { --counts.liveObjects; });
+    [super dealloc];
 }
 @synthesize fastMathEnabled = _fastMathEnabled;
 @end
@@ -109,7 +116,7 @@ NSError* softwareMetalError(const std::string& description) {
     [super dealloc];
 }
 - (id<MTLFunction>)newFunctionWithName:(NSString*)name {
-    if (software_metal::faults().noFunction) return nil;
+    if (software_metal::befalls(&software_metal::Faults::noFunction)) return nil;
     for (const Kernel& kernel : (*_module)->kernels) {
         if (kernel.name == [name UTF8String])
             return [[SoftwareMetalFunction alloc] initWithModule:*_module kernel:&kernel];

@@ -19,8 +19,10 @@ struct stat {
     __int64_t st_qspare[2];
 };
 #define S_IFMT 0170000
+#define S_IFIFO 0010000
 #define S_IFDIR 0040000
 #define S_IFREG 0100000
+#define S_ISFIFO(m) (((m)&S_IFMT) == S_IFIFO)
 #define S_ISDIR(m) (((m)&S_IFMT) == S_IFDIR)
 #define S_ISREG(m) (((m)&S_IFMT) == S_IFREG)
 #define S_IRWXU 0000700
