@@ -1,0 +1,115 @@
+#include <cmath>
+#include <limits>
+
+#include "fuzz/session/commands.h"
+#include "fuzz/session/ground.h"
+#include "fuzz/session/texts.h"
+#include "fuzz/session/violation.h"
+#include "tests/effect/effect_fixture.h"
+
+namespace session_fuzz {
+namespace {
+
+// Commands that the effect answers without doing anything need no record of their own; these do.
+bool needsMore(PF_Cmd command) {
+    switch (command) {
+        case PF_Cmd_GLOBAL_SETUP:
+        case PF_Cmd_PARAMS_SETUP:
+        case PF_Cmd_RENDER:
+        case PF_Cmd_USER_CHANGED_PARAM:
+        case PF_Cmd_UPDATE_PARAMS_UI:
+        case PF_Cmd_ARBITRARY_CALLBACK:
+            return true;
+        default:
+            return false;
+    }
+}
+
+constexpr char kAbout[] = "Tintwell 1.0\rApplies the colour match made in the Tintwell panel.";
+
+}  // namespace
+
+void apply(Stage& stage, Record&) {
+    if (stage.applied.size() == kMostInstances) return;
+    Applied fresh;
+    fresh.instance = &stage.host.apply();
+    fresh.lut = stage.reference.copy(stage.defaultValue);
+    stage.applied.push_back(fresh);
+}
+
+void duplicate(Stage& stage, Record& record) {
+    const Applied* const source = stage.chooseInstance(record);
+    if (source == nullptr || stage.applied.size() == kMostInstances) return;
+    Applied fresh;
+    fresh.instance = &stage.host.duplicate(*source->instance);
+    fresh.lut = stage.reference.copy(source->lut);
+    fresh.amount = source->amount;
+    stage.applied.push_back(fresh);
+}
+
+void remove(Stage& stage, Record& record) {
+    const Applied* const one = stage.chooseInstance(record);
+    if (one == nullptr) return;
+    stage.host.remove(*one->instance);
+    stage.applied.remove_if([&](const Applied& other) { return &other == one; });
+}
+
+// Projects hold no numbers but finite ones.
+void saveAndLoad(Stage& stage, Record& record) {
+    const Applied* const source = stage.chooseInstance(record);
+    if (source == nullptr || stage.applied.size() == kMostInstances) return;
+    if (!std::isfinite(source->amount)) return;
+    const std::string file = ground().home / "session.project";
+    stage.host.save(*source->instance, file);
+    const Value flat =
+        source->lut ? Value(stage.reference.flatten(source->lut, source->lut->size())) : Value();
+    Applied fresh;
+    fresh.instance = &stage.host.load(file);
+    stage.reference.copy(stage.defaultValue);
+    fresh.lut = flat ? stage.reference.unflatten(flat) : std::nullopt;
+    fresh.amount = source->amount;
+    stage.applied.push_back(fresh);
+}
+
+void setAmount(Stage& stage, Record& record) {
+    Applied* const one = stage.chooseInstance(record);
+    if (one == nullptr) return;
+    using Limits = std::numeric_limits<double>;
+    const double amounts[] = {
+        100.0, 50.1, 0.0, -20.0, 250.0, Limits::infinity(), 1e300, 1e-50, Limits::quiet_NaN()};
+    const int which = record.below(10);
+    one->amount = which < 9 ? amounts[which] : record.number<double>();
+    one->instance->setSlider(kParamAmount, one->amount);
+}
+
+void setBytes(Stage& stage, Record& record) {
+    Applied* const one = stage.chooseInstance(record);
+    if (one == nullptr) return;
+    one->lut = makeBytes(record);
+    one->instance->setBytes(kParamLut, *one->lut);
+}
+
+void setNull(Stage& stage, Record& record) {
+    Applied* const one = stage.chooseInstance(record);
+    if (one == nullptr) return;
+    one->lut.reset();
+    one->instance->setNull(kParamLut);
+}
+
+void otherCommand(Stage& stage, Record& record) {
+    const PF_Cmd command = record.below(64);
+    const Applied* const one = stage.chooseInstance(record);
+    if (one == nullptr || needsMore(command)) return;
+    const PF_OutData before = effect_test::fullOutData();
+    stage.host.outPreset() = before;
+    const host_sim::CommandResult result = one->instance->command(command);
+    stage.host.outPreset() = {};
+    require(result.error == PF_Err_NONE, "the command gave an error");
+    if (command == PF_Cmd_ABOUT) {
+        require(result.message() == kAbout, "ABOUT says something else");
+    } else {
+        require(effect_test::sameBytes(result.out, before), "out_data was written");
+    }
+}
+
+}  // namespace session_fuzz

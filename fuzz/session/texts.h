@@ -1,0 +1,20 @@
+// What panels, projects and files may hand to the effect: whole TWLUT texts and .cube files, and
+// spoilt ones, so that a session gets past the first look at them.
+#pragma once
+
+#include <string>
+
+#include "fuzz/session/script.h"
+
+namespace session_fuzz {
+
+// A form of TWLUT text as it is written, spoilt in one place or not, or the record's own text.
+std::string makeText(Record& record);
+
+// Bytes for the LUT parameter: such a text as 16-bit units or otherwise, or the record's own bytes.
+Bytes makeBytes(Record& record);
+
+// The same for the contents of a .cube file.
+std::string makeCube(Record& record);
+
+}  // namespace session_fuzz

@@ -1,0 +1,18 @@
+// The end of a session in which something was not as it must be.
+#pragma once
+
+#include <string>
+
+namespace session_fuzz {
+
+// What the session does now, for the message of a violation.
+void nowPlaying(const std::string& step);
+
+// Prints the step and the sentence, removes the process's temporary home, and aborts.
+[[noreturn]] void violation(const std::string& sentence);
+
+inline void require(bool holds, const char* sentence) {
+    if (!holds) violation(sentence);
+}
+
+}  // namespace session_fuzz

@@ -1,0 +1,33 @@
+// The parts of a TWLUT text as the writer makes them, and what the reader makes of such a text.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <sstream>
+#include <string>
+
+namespace twfuzz {
+
+struct WrittenText {
+    explicit WrittenText(const std::string& text) {
+        std::istringstream fields(text);
+        fields >> form >> id >> name >> size >> lo;
+        fields >> std::ws;
+        hiBegin = static_cast<std::size_t>(fields.tellg());
+        fields >> hi >> data;
+    }
+
+    // A name longer than 399 characters is not read back. And where the reader's first, short look
+    // ends within hi, it takes the number as it is cut there: a rule of the format.
+    bool readBackWhole() const {
+        constexpr std::size_t kMostName = 399;
+        constexpr std::size_t kShortLook = 96;
+        const bool cut = hiBegin < kShortLook && kShortLook < hiBegin + hi.size();
+        return name.size() <= kMostName && !cut;
+    }
+
+    std::string form, id, name, size, lo, hi, data;
+    std::size_t hiBegin = 0;
+};
+
+}  // namespace twfuzz
