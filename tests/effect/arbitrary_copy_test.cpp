@@ -79,6 +79,8 @@ std::vector<Foreign> foreignValues() {
     return {{"no bytes", {}},
             {"another text", widened("PLAIN0")},
             {"lower case", widened("twlut0")},
+            {"four of the five characters in 8 bits", bytesOf("TWLUX text")},
+            {"four of the five characters in 16 bits", widened("TWLUX text")},
             {"big-endian units", bigEndian("TWLUT0")},
             {"8-bit text of 9 bytes", bytesOf("TWLUT0   ")},
             {"16-bit text of 9 bytes", {'T', 0, 'W', 0, 'L', 0, 'U', 0, 'T'}},

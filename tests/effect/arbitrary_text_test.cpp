@@ -94,10 +94,10 @@ TEST_F(ArbitraryScanTest, storesTheTextItself_whenItCanBeRead) {
     for (const std::string& text :
          {std::string("TWLUT0"), std::string("TWLUT0 and more \xE9\xFF"), std::string("TWLUTP 17"),
           rotationText(), rotationText() + "  surplus", "TWLUT2 9 2 0 1 " + std::string(64, 'A'),
-          "TWLUT1 2 0 1 " + std::string(64, '/')}) {
+          "TWLUT1 2 0 1 " + std::string(64, '/'), std::string("TWLUTP 9\0behind a zero", 22)}) {
         EXPECT_EQ(contents(calls().scan(text)), widened(text)) << text;
     }
-    EXPECT_EQ(newLogLines(), Lines(7, "Arb SCAN"));
+    EXPECT_EQ(newLogLines(), Lines(8, "Arb SCAN"));
 }
 
 TEST_F(ArbitraryScanTest, readsAsManyBytesAsTold_whenMoreFollow) {

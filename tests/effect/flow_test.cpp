@@ -29,12 +29,24 @@ std::string cubeOfBytes(int size, std::size_t bytes) {
     return "#" + std::string(bytes - text.size() - 2, 'x') + "\n" + text;
 }
 
+Lines logLines(const std::string& text) {
+    static const std::regex time("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  ");
+    Lines lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        line = std::regex_replace(line, time, "");
+        if (!line.starts_with("Arb ")) lines.push_back(line);
+    }
+    return lines;
+}
+
 FlowTest::FlowTest() {
     host_ = std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro());
     host_->start();
     effect_ = &host_->apply();
     void* standIn = host_->module().symbol("tintwell_stand_in_dialogs");
     dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+    *dialogs_ = {};
     log();
 }
 
@@ -46,16 +58,10 @@ std::string FlowTest::write(const std::string& name, const std::string& contents
 }
 
 Lines FlowTest::log() {
-    static const std::regex time("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  ");
     const std::string whole = readFile(dataPath("effect.log"));
-    std::istringstream fresh(whole.substr(logRead_));
+    const std::string fresh = whole.substr(logRead_);
     logRead_ = whole.size();
-    Lines lines;
-    for (std::string line; std::getline(fresh, line);) {
-        line = std::regex_replace(line, time, "");
-        if (!line.starts_with("Arb ")) lines.push_back(line);
-    }
-    return lines;
+    return logLines(fresh);
 }
 
 host_sim::CommandResult FlowTest::pickFile(const std::string& file) {

@@ -28,6 +28,9 @@ std::string cube(int size, const std::string& lines = "");
 // The same padded with a comment to exactly that many bytes.
 std::string cubeOfBytes(int size, std::size_t bytes);
 
+// The lines of a log without their times, less those of the data callbacks.
+Lines logLines(const std::string& text);
+
 class FlowTest : public testing::Test {
 protected:
     FlowTest();

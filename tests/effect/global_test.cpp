@@ -110,6 +110,16 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteIsNull) {
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
 }
 
+TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
+    open(host_sim::premierePro()).registerEffect();
+    host->refusals().refuseSuite(kSuite);
+    expectVersionAndFlags(setUp(host_sim::premierePro()));
+    ASSERT_EQ(newLogLines().size(), 2U);
+    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
+    EXPECT_TRUE(host->pixelFormats().declared().empty());
+    EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
+}
+
 TEST_F(GlobalTest, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
     open(host_sim::premierePro()).registerEffect();
     host->refusals().withoutBasicSuite(true);

@@ -1,10 +1,13 @@
 #include <cstddef>
 #include <cstring>
+#include <set>
 #include <thread>
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/effect/flow_test.h"
+#include "tests/effect/held_lock.h"
+#include "tests/support/failing_calls.h"
 
 namespace {
 
@@ -96,6 +99,18 @@ TEST_F(ButtonLabel, changes_a_copy_of_the_definition_in_two_places) {
     EXPECT_EQ(std::memcmp(&update.definition, &expected, sizeof expected), 0);
 }
 
+// What else a host keeps in its record is its own affair, and comes back to it.
+TEST_F(ButtonLabel, carries_the_rest_of_the_hosts_record_of_the_button) {
+    PF_ParamDef& record = effect().record(kLutButton);
+    record.ui_width = 1234;
+    std::strcpy(record.name, "another name");
+    labelOf(named("Film"));
+    ASSERT_EQ(effect().updates().size(), 1u);
+    const PF_ParamDef update = effect().updates().front().definition;
+    EXPECT_EQ(update.ui_width, 1234);
+    EXPECT_STREQ(update.name, "LUT ");
+}
+
 TEST_F(ButtonLabel, keeps_every_text_where_the_host_found_it) {
     host_sim::Instance& other = host().apply();
     other.setBytes(kLut, stored(named("kept")));
@@ -144,6 +159,11 @@ TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
     expectNoSuite();
 }
 
+TEST_F(ButtonLabel, stays_when_the_suite_comes_with_an_error) {
+    host().refusals().refuseSuite(kSuite);
+    expectNoSuite();
+}
+
 TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
     host().refusals().withoutBasicSuite(true);
     expectNoSuite();
@@ -161,6 +181,29 @@ TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
 }
 
 // ---- Threads
+
+#ifdef TINTWELL_CHECK_LOCKS
+TEST_F(ButtonLabel, is_kept_and_compared_under_locks) {
+    if (!twtest::canFail(twtest::LibraryCall::kNew))
+        GTEST_SKIP() << "ThreadSanitizer allocates itself";
+    twtest::watchCallsOf(host().module().symbol("EffectMain"));
+    void* symbol = host().module().symbol("tintwell_held_lock");
+    const auto heldLock = reinterpret_cast<decltype(&tintwell_held_lock)>(symbol);
+    effect().setBytes(kLut, stored(named("a name that no string holds in itself")));
+    std::set<std::string> locks;
+    const std::function<void()> note = [&] {
+        if (const char* lock = heldLock()) locks.insert(lock);
+    };
+    twtest::tellOfBlocks(&note);
+    {
+        const twtest::Watch watch;
+        effect().updateUi();
+    }
+    twtest::tellOfBlocks(nullptr);
+    EXPECT_TRUE(locks.contains("kept labels"));
+    EXPECT_TRUE(locks.contains("label line"));
+}
+#endif
 
 TEST_F(ButtonLabel, may_be_worked_out_on_several_threads) {
     std::vector<std::thread> threads;

@@ -2,87 +2,20 @@
 #include <new>
 #include <thread>
 
-#include "native/src/lut_engine.h"
-#include "native/src/lut_text.h"
-#include "tests/effect/failing_allocations.h"
-#include "tests/effect/failing_reads.h"
-#include "tests/effect/flow_test.h"
+#include "tests/effect/lut_button_fixture.h"
+#include "tests/support/failing_calls.h"
 
 namespace {
 
-using twtest::Bytes;
+using twtest::Alerts;
 using twtest::cube;
 using twtest::kLut;
 using twtest::kLutButton;
+using twtest::kPressed;
+using twtest::kRefresh;
 using twtest::Lines;
-using twtest::ShownAlert;
+using twtest::LutButton;
 using twtest::stored;
-using Alerts = std::vector<ShownAlert>;
-
-constexpr PF_OutFlags kRefresh = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
-constexpr char kPressed[] = "USER_CHANGED_PARAM index 3";
-
-class LutButton : public twtest::FlowTest {
-protected:
-    std::string dialogLine() const {
-        return "LUT button: dialog in \"" + path("Documents/Tintwell LUTs") + "\"";
-    }
-
-    // Nothing but the log and an alert tells of the press.
-    void expectUnchanged(const host_sim::CommandResult& result, PF_Err error = PF_Err_NONE) {
-        EXPECT_EQ(result.error, error);
-        EXPECT_EQ(result.changed, std::vector<int>());
-        EXPECT_EQ(result.out.out_flags, 0);
-        EXPECT_EQ(lutBytes(), stored("TWLUT0"));
-        EXPECT_EQ(effect().updates().size(), 0u);
-        EXPECT_EQ(label(), "Change LUT");
-    }
-
-    void expectUnreadable(const std::string& file, const std::string& reason) {
-        expectUnchanged(pickFile(file));
-        EXPECT_EQ(log(), (Lines{kPressed, dialogLine(),
-                                "LUT button: could not read " + file + ": " + reason}));
-        EXPECT_EQ(dialogs().alerts, (Alerts{{"Tintwell could not read this LUT:\n" + file, true}}));
-    }
-
-    void expectForeignDomain(const std::string& domainLines) {
-        const std::string file = write("x.cube", cube(2, domainLines));
-        expectUnchanged(pickFile(file));
-        EXPECT_EQ(log(), (Lines{kPressed, dialogLine(),
-                                "LUT button: " + file + " has a domain other than 0..1"}));
-        EXPECT_EQ(dialogs().alerts,
-                  (Alerts{{"Tintwell only takes LUTs with a 0..1 domain.", true}}));
-    }
-
-    void expectNoMemoryFor(const std::string& file) {
-        using effect_test::FailingAllocations;
-        if (!FailingAllocations::isPossible()) GTEST_SKIP() << "ThreadSanitizer allocates itself";
-        const auto pickWithoutMemory = [&] {
-            const FailingAllocations fail(500000);
-            return pickFile(file);
-        };
-        expectUnchanged(pickWithoutMemory(), PF_Err_INTERNAL_STRUCT_DAMAGED);
-        EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
-        EXPECT_EQ(dialogs().alerts, Alerts());
-    }
-
-    // What the effect stores for a .cube text under a name.
-    static Bytes expectedBytes(const std::string& text, long id, const std::string& name) {
-        tw::Lut3D lut;
-        EXPECT_TRUE(tw::parseCube(text, lut, nullptr));
-        return stored(tw::toEmbeddedText(lut, id, name));
-    }
-
-    void expectLoaded(const std::string& fileName, const std::string& text, long id,
-                      const std::string& name) {
-        const host_sim::CommandResult result = pickFile(write(fileName, text));
-        EXPECT_EQ(result.error, PF_Err_NONE);
-        EXPECT_EQ(result.changed, std::vector<int>{kLut});
-        EXPECT_EQ(result.out.out_flags, kRefresh);
-        EXPECT_EQ(lutBytes(), expectedBytes(text, id, name));
-        EXPECT_EQ(dialogs().alerts, Alerts());
-    }
-};
 
 // ---- The dialog
 
@@ -130,7 +63,9 @@ TEST_F(LutButton, refuses_a_file_that_does_not_parse) {
 TEST_F(LutButton, refuses_a_file_that_cannot_be_read_to_its_end) {
     // Its first 64 KiB end with a line.
     const std::string file = write("long.cube", cube(30, "\n"));
-    twtest::failRead(2);
+    twtest::watchCallsOf(host().module().symbol("EffectMain"));
+    const twtest::Watch watch;
+    twtest::failCall(twtest::LibraryCall::kRead, 2);
     expectUnreadable(file, "wrong number of values");
 }
 
@@ -166,14 +101,6 @@ TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
     expectUnchanged(pickFile(write("x.cube", cube(2))), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
     EXPECT_EQ(dialogs().alerts, Alerts());
-}
-
-TEST_F(LutButton, ends_with_an_error_when_reading_runs_out_of_memory) {
-    expectNoMemoryFor(write("x.cube", twtest::cubeOfBytes(2, 1000000)));
-}
-
-TEST_F(LutButton, ends_with_an_error_when_parsing_runs_out_of_memory) {
-    expectNoMemoryFor(write("x.cube", "LUT_3D_SIZE 64\n"));
 }
 
 TEST_F(LutButton, ends_with_an_error_when_the_dialog_throws) {

@@ -104,6 +104,26 @@ TEST_F(RenderTest, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{64, 64, 64, 4}));
 }
 
+// Worlds that no simulated frame has.
+TEST_F(RenderTest, copiesNothing_whenASizeIsNegative) {
+    const PF_FilterProc effectMain = open(host_sim::afterEffects()).module().command("EffectMain");
+    for (const auto& [width, height] : {std::pair{-1, 2}, {2, -1}, {-1, -1}}) {
+        PF_InData in = {};
+        in.appl_id = host_sim::afterEffects().applId;
+        PF_OutData out = {};
+        A_u_char from[] = {1, 2, 3, 4, 5, 6, 7, 8}, to[sizeof from] = {};
+        PF_ParamDef input = {}, amount = {}, lut = {};
+        input.u.ld.data = reinterpret_cast<PF_PixelPtr>(from);
+        input.u.ld.width = width;
+        input.u.ld.height = height;
+        PF_LayerDef output = input.u.ld;
+        output.data = reinterpret_cast<PF_PixelPtr>(to);
+        PF_ParamDef* params[] = {&input, &amount, &lut};
+        EXPECT_EQ(effectMain(PF_Cmd_RENDER, &in, &out, params, &output, nullptr), 0);
+        EXPECT_EQ(to[0], 0) << width << " x " << height;
+    }
+}
+
 TEST_F(RenderTest, readsTextOfEightBits) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, bytesOf(rotationText()));

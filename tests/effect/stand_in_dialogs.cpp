@@ -1,5 +1,7 @@
 #include "tests/effect/stand_in_dialogs.h"
 
+#include <mutex>
+
 #include "native/src/export.h"
 #include "platform/mac/dialogs.h"
 
@@ -8,16 +10,26 @@ extern "C" TW_EXPORT twtest::StandInDialogs* tintwell_stand_in_dialogs() {
     return &dialogs;
 }
 
+namespace {
+
+// One dialog is open at a time.
+std::mutex screen;
+
+}  // namespace
+
 namespace tw_mac {
 
 std::string PickCube(const std::string& folder) {
     twtest::StandInDialogs& dialogs = *tintwell_stand_in_dialogs();
+    const std::lock_guard open(screen);
     dialogs.folders.push_back(folder);
     return dialogs.pick ? dialogs.pick() : std::string();
 }
 
 void Alert(const std::string& message, bool warning) {
-    tintwell_stand_in_dialogs()->alerts.push_back({message, warning});
+    twtest::StandInDialogs& dialogs = *tintwell_stand_in_dialogs();
+    const std::lock_guard open(screen);
+    dialogs.alerts.push_back({message, warning});
 }
 
 }  // namespace tw_mac

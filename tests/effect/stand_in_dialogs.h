@@ -14,10 +14,10 @@ struct ShownAlert {
     bool operator==(const ShownAlert&) const = default;
 };
 
-// Threads: the test sets it up before it sends commands; commands that open dialogs come one at a
-// time.
+// Threads: the test sets it up before it sends commands, and reads it when they are through. As on
+// the main thread of an application, one dialog is open at a time.
 struct StandInDialogs {
-    // The user's answer to the open panel; no answer cancels it.
+    // The user's answer to the open panel, called on the command's thread; no answer cancels it.
     std::function<std::string()> pick;
     std::vector<std::string> folders;  // that the panel was opened in
     std::vector<ShownAlert> alerts;

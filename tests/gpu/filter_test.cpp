@@ -162,8 +162,18 @@ TEST_F(MakeInstance, failsWithoutALine_whenASuiteItNeedsIsMissing) {
         host_.refusals().nullSuite(name);
         EXPECT_EQ(make().error(), kFail) << name;
         host_.refusals().clear();
+        host_.refusals().refuseSuite(name);
+        EXPECT_EQ(make().error(), kFail) << name;
+        host_.refusals().clear();
     }
     EXPECT_EQ(gpuLines(), Lines());
+}
+
+TEST_F(MakeInstance, works_whenASuiteIsMissingThatItDoesNotNeed) {
+    for (const char* name :
+         {"MediaCore GPU Image Processing Suite", "Premiere PPix 2 Suite", "PF Transition Suite"})
+        host_.refusals().hideSuite(name);
+    EXPECT_EQ(make().error(), 0);
 }
 
 TEST_F(MakeInstance, fails_withoutABasicSuite) {
@@ -171,6 +181,14 @@ TEST_F(MakeInstance, fails_withoutABasicSuite) {
     host_.refusals().withoutBasicSuite(true);
     EXPECT_EQ(GpuInstance(*gpu_, now).error(), kFail);
     host_.refusals().clear();
+}
+
+TEST_F(MakeInstance, fails_withoutTheHostsFunctions) {
+    PrGPUFilterInstance record = {};
+    EXPECT_EQ(gpu_->filter().CreateInstance(&record), kFail);
+    piSuites suites = {};
+    record.piSuites = &suites;
+    EXPECT_EQ(gpu_->filter().CreateInstance(&record), kFail);
 }
 
 TEST_F(MakeInstance, readsTheLutOnce_atTimeZero) {

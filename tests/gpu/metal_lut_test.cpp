@@ -166,6 +166,15 @@ TEST_F(Launch, hasThePictureReady_whenItWaits) {
     EXPECT_LT(gpuMs, 60e3);
 }
 
+TEST_F(Launch, givesTheDevicesTime_inMilliseconds) {
+    Faults slow;
+    slow.seconds = 0.25;
+    software_metal::setFaults(slow);
+    double gpuMs = -1.0;
+    EXPECT_TRUE(launch(true, nullptr, &gpuMs));
+    EXPECT_NEAR(gpuMs, 250.0, 1e-3);
+}
+
 TEST_F(Launch, returnsBeforeTheDeviceIsDone_whenItDoesNotWait) {
     Faults slow;
     slow.delayMs = 500;

@@ -41,7 +41,17 @@ inline Picture pictureOf(const std::vector<Colour>& colours, Shape shape) {
     return picture;
 }
 
-// What the CPU makes of it, in 32-bit floats, then stored as the picture stores.
+// A picture of `shape` that holds the CPU's 32-bit floats, stored as it stores.
+inline Picture storedPicture(const std::vector<float>& pixels, const Shape& shape) {
+    Picture picture(shape);
+    for (int y = 0; y < shape.height; ++y) {
+        for (int i = 0; i < shape.width * 4; ++i)
+            picture.set(i / 4, y, i % 4, pixels[static_cast<std::size_t>(y * shape.width * 4 + i)]);
+    }
+    return picture;
+}
+
+// What the CPU makes of it.
 inline Picture cpuPicture(const tw::Lut3D& lut, const Picture& source, float amount,
                           const Shape& shape) {
     std::vector<float> pixels;
@@ -52,12 +62,14 @@ inline Picture cpuPicture(const tw::Lut3D& lut, const Picture& source, float amo
     const tw::ImageF view{pixels.data(), shape.width, shape.height, shape.width * 16,
                           tw::kOrderBGRA};
     tw::applyF(lut, view, view, amount);
-    Picture picture(shape);
-    for (int y = 0; y < shape.height; ++y) {
-        for (int i = 0; i < shape.width * 4; ++i)
-            picture.set(i / 4, y, i % 4, pixels[static_cast<std::size_t>(y * shape.width * 4 + i)]);
-    }
-    return picture;
+    return storedPicture(pixels, shape);
+}
+
+inline Picture cpuPattern(int n, const Shape& shape) {
+    std::vector<float> pixels(static_cast<std::size_t>(shape.width) *
+                              static_cast<std::size_t>(shape.height) * 4);
+    tw::fillProbeF(n, {pixels.data(), shape.width, shape.height, shape.width * 16, tw::kOrderBGRA});
+    return storedPicture(pixels, shape);
 }
 
 inline twgpu::LutKernelArgs argumentsFor(const tw::Lut3D& lut, float amount, const Shape& source,
@@ -78,21 +90,39 @@ inline twgpu::LutKernelArgs argumentsFor(const tw::Lut3D& lut, float amount, con
     return args;
 }
 
+// What the kernel makes of it; *err is set when it could not run.
+inline Picture kernelPicture(const Device& device, const tw::Lut3D& lut, const Picture& source,
+                             float amount, Place place, const Shape& shape, std::string* err) {
+    const Handle samples = device.buffer(lut.data.data(), lut.data.size() * sizeof(float));
+    const Handle src = upload(device, source);
+    Handle other;
+    if (place == Place::kOtherBuffer) other = upload(device, Picture(shape));
+    const Handle& dst = place == Place::kOtherBuffer ? other : src;
+    twmetal::Launch(device.queue.get(), device.pipeline.get(), src.get(), dst.get(), samples.get(),
+                    argumentsFor(lut, amount, source.shape, shape), true, err, nullptr);
+    return download(dst, shape);
+}
+
+inline Picture kernelPattern(const Device& device, int n, const Shape& shape, std::string* err) {
+    const tw::Lut3D identity = identityLut(2);
+    twgpu::LutKernelArgs args = argumentsFor(identity, 0.0f, shape, shape);
+    args.probe = n;
+    tw::probeGrid(n, shape.width, shape.height, &args.probeCols, &args.probeRows);
+    const Handle samples = device.buffer(identity.data.data(), 96);
+    const Handle picture = upload(device, Picture(shape));
+    twmetal::Launch(device.queue.get(), device.pipeline.get(), picture.get(), picture.get(),
+                    samples.get(), args, true, err, nullptr);
+    return download(picture, shape);
+}
+
 class Parity : public DeviceTest {
 protected:
-    Picture kernelPicture(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
-                          const Shape& shape) {
-        const Handle samples = device_.buffer(lut.data.data(), lut.data.size() * sizeof(float));
-        const Handle src = upload(device_, source);
-        Handle other;
-        if (place == Place::kOtherBuffer) other = upload(device_, Picture(shape));
-        const Handle& dst = place == Place::kOtherBuffer ? other : src;
+    Picture graded(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
+                   const Shape& shape) {
         std::string err;
-        EXPECT_TRUE(twmetal::Launch(
-            device_.queue.get(), device_.pipeline.get(), src.get(), dst.get(), samples.get(),
-            argumentsFor(lut, amount, source.shape, shape), true, &err, nullptr))
-            << err;
-        return download(dst, shape);
+        const Picture picture = kernelPicture(device_, lut, source, amount, place, shape, &err);
+        EXPECT_EQ(err, "");
+        return picture;
     }
 
     void check(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
@@ -100,7 +130,7 @@ protected:
         SCOPED_TRACE(testing::Message() << "size " << lut.size << ", amount " << amount
                                         << (shape.half ? ", 16f" : ", 32f")
                                         << (place == Place::kInPlace ? ", in place" : ""));
-        const Picture actual = kernelPicture(lut, source, amount, place, shape);
+        const Picture actual = graded(lut, source, amount, place, shape);
         const Differences found = compare(cpuPicture(lut, source, amount, shape), actual);
         EXPECT_LE(found.largest, shape.half ? 1.0 / 16 : kTolerance) << found.first;
         EXPECT_EQ(found.notANumber, 0) << found.first;

@@ -23,8 +23,8 @@ protected:
         Picture source({1, 1, 1, false});
         for (int c = 0; c < 4; ++c)
             source.set(0, 0, c, value);
-        const Picture copy = kernelPicture(twtest::identityLut(2), source, 0.0f,
-                                           Place::kOtherBuffer, {1, 1, 2, false});
+        const Picture copy =
+            graded(twtest::identityLut(2), source, 0.0f, Place::kOtherBuffer, {1, 1, 2, false});
         EXPECT_TRUE(twtest::sameValue(copy.at(0, 0, 3), value));
         return copy.at(0, 0, 0);
     }
@@ -42,7 +42,7 @@ TEST_F(CopyThrough, equalsTheSource_forFiniteValues) {
     for (const bool half : {false, true}) {
         const Picture source = twtest::pictureOf(colours, {50, 60, 51, half});
         const Picture copy =
-            kernelPicture(identity, source, 0.0f, Place::kOtherBuffer, {50, 60, 53, half});
+            graded(identity, source, 0.0f, Place::kOtherBuffer, {50, 60, 53, half});
         const Differences found = compare(source, copy);
         // A value past the half floats' range was stored as infinity; an input that small as -0.
         if (!half) {

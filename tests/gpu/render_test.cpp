@@ -1,11 +1,13 @@
 // Frames through the GPU filter: what is drawn, read, logged and refused.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <new>
 #include <string>
 
 #include "tests/gpu/differences.h"
 #include "tests/gpu/filter_fixture.h"
+#include "tests/support/locales.h"
 
 namespace {
 
@@ -90,6 +92,18 @@ TEST_F(GpuRender, equalsTheCpuPicture_inPlace) {
     EXPECT_TRUE(samePicture(cpuPicture(picture), renderedInPlace(picture)));
 }
 
+TEST_F(GpuRender, equalsTheCpuPicture_whereverTheFramesBoundsBegin) {
+    setLook(lutText(9, 2));
+    const Frame picture = noisePicture(21, 18);
+    GpuInstance instance = make();
+    GpuFrame source = frame(picture);
+    GpuFrame destination(gpu_->device(), k32f, 21, 18, {.padding = 9, .left = 4, .top = 7});
+    EXPECT_EQ(instance.render(source, destination), 0);
+    gpu_->wait();
+    EXPECT_TRUE(samePicture(cpuPicture(picture), destination.download()));
+    EXPECT_EQ(destination.damage(), std::nullopt);
+}
+
 TEST_F(GpuRender, equalsTheCpuPicture_inHalfFloats) {
     setLook(lutText(9, 3));
     effect_->setSlider(kAmount, 63.0);
@@ -117,6 +131,17 @@ TEST_F(GpuRender, copies_withoutALook_orAtAmountZero) {
     EXPECT_EQ(gpu_->memory().disposed(), 2);
 }
 
+TEST_F(GpuRender, copies_atAnAmountThatIsNegativeOrNoNumber) {
+    const Frame picture = noisePicture(11, 5);
+    setLook(lutText(3, 4));
+    for (const double amount : {-25.0, std::numeric_limits<double>::quiet_NaN()}) {
+        effect_->setSlider(kAmount, amount);
+        EXPECT_TRUE(samePicture(picture, rendered(picture))) << amount;
+        EXPECT_TRUE(samePicture(picture, renderedInPlace(picture))) << amount;
+    }
+    EXPECT_EQ(counts().dispatches, 2);
+}
+
 TEST_F(GpuRender, touchesNoGpu_whenTheFrameIsRightAsItIs) {
     const Frame picture = noisePicture(11, 5);
     EXPECT_TRUE(samePicture(picture, renderedInPlace(picture)));
@@ -131,6 +156,16 @@ TEST_F(GpuRender, takesEveryOtherFormatForHalfFloats) {
     const Frame picture = noisePicture(6, 6);
     EXPECT_TRUE(
         samePicture(rendered(picture, k16f), rendered(picture, PrPixelFormat_BGRA_4444_8u)));
+    EXPECT_TRUE(gpuLines()[1].starts_with("GPU Render Metal fmt=16f 6x6"));
+}
+
+TEST_F(GpuRender, asksTheDestinationForTheFormat) {
+    const Frame picture = noisePicture(6, 6);
+    GpuInstance instance = make();
+    GpuFrame source = frame(picture, k32f);
+    GpuFrame destination = emptyFrame(picture, k16f);
+    EXPECT_EQ(instance.render(source, destination), 0);
+    gpu_->wait();
     EXPECT_TRUE(gpuLines()[1].starts_with("GPU Render Metal fmt=16f 6x6"));
 }
 
@@ -189,6 +224,14 @@ TEST_F(GpuRender, logsTheSetup_whenItChanges) {
                      "GPU Render Metal fmt=32f 8x6 src->dst amount=0.125 lut=4 pattern"}));
 }
 
+TEST_F(GpuRender, logsAFullStop_whenTheHostsLocaleHasAComma) {
+    const twtest::CommaLocale comma;
+    if (!comma.usable()) GTEST_SKIP() << "no locale with a decimal comma";
+    effect_->setSlider(kAmount, 12.5);
+    rendered(noisePicture(8, 6));
+    EXPECT_EQ(gpuLines()[1], "GPU Render Metal fmt=32f 8x6 src->dst amount=0.125 lut=0");
+}
+
 TEST_F(GpuRender, failsWithoutALine_withoutFrames) {
     GpuInstance instance = make();
     GpuFrame picture = frame(noisePicture(4, 4));
@@ -197,6 +240,22 @@ TEST_F(GpuRender, failsWithoutALine_withoutFrames) {
     EXPECT_EQ(instance.render(&out, 0, &out), kFail);
     EXPECT_EQ(instance.render(&out, 1, nullptr), kFail);
     EXPECT_EQ(instance.render(&out, 1, &none), kFail);
+    EXPECT_EQ(gpuLines(), kReadyLine);
+}
+
+TEST_F(GpuRender, failsWithoutALine_whenTheHostDoesNotGiveAFrame) {
+    setLook(lutText(3, 8));
+    GpuInstance instance = make();
+    GpuFrame source = frame(noisePicture(4, 4));
+    GpuFrame destination = emptyFrame(noisePicture(4, 4));
+    // After the Amount: memory and row bytes of both, then the format, which may be missing, and
+    // the bounds.
+    for (const int nth : {2, 3, 4, 5, 7}) {
+        host_.refusals().failGpuCall(nth);
+        EXPECT_EQ(instance.render(source, destination), kFail) << nth;
+        host_.refusals().clear();
+    }
+    EXPECT_EQ(counts().commandBuffers, 0);
     EXPECT_EQ(gpuLines(), kReadyLine);
 }
 

@@ -59,6 +59,20 @@ TEST_F(Sharing, anUploadForEachChangeOfLut) {
     EXPECT_EQ(uploads(first), 1);
 }
 
+// The old buffer is gone by then.
+TEST_F(Sharing, theOldLutGoesUpAgain_afterAnUploadThatFailed) {
+    setLook(lutText(9, 1));
+    GpuInstance first = make();
+    setLook(lutText(9, 2));
+    GpuInstance second = make();
+    EXPECT_EQ(uploads(first), 1);
+    GpuFrame both = frame(noisePicture(5, 5));
+    software_metal::setFaults(faultOf(&Faults::noBuffer));
+    EXPECT_EQ(second.render(both, both), kFail);
+    software_metal::setFaults({});
+    EXPECT_EQ(uploads(first), 1);
+}
+
 TEST_F(Sharing, theIdentityGoesUpForACopy) {
     setLook(lutText(9, 1));
     effect_->setSlider(kAmount, 0.0);

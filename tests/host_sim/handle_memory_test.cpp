@@ -76,6 +76,24 @@ TEST_F(Handles, locksAreCounted) {
                   ") was never disposed of, and is locked 1 time(s), first " + kWhere + "."}));
 }
 
+TEST_F(Handles, unrestIsWhatTheEffectHoldsOrHasDamagedBetweenCommands) {
+    const PF_Handle locked = memory.allocate(1);
+    const PF_Handle damaged = memory.hostAllocate({1, 2});
+    const PF_Handle ended = memory.allocate(3);
+    memory.reportUnrest();
+    EXPECT_EQ(books.problems(), Problems());
+
+    memory.lock(locked);
+    memory.hostLock(damaged);
+    (*damaged)[2] = 0;
+    memory.dispose(ended);
+    memory.reportUnrest();
+    EXPECT_EQ(books.problems(),
+              Problems({"The handle 1 (1 bytes, made " + kWhere +
+                            ") is still locked 1 time(s), first " + kWhere + ".",
+                        "Bytes beside handle 2 (2 bytes, made " + kWhere + ") were overwritten."}));
+}
+
 TEST_F(Handles, hostLocksKeepNothingFromTheEffect) {
     PF_Handle handle = memory.allocate(1);
     memory.hostLock(handle);

@@ -113,6 +113,23 @@ TEST(Host, startsCommandsWithThePresetOutData) {
     EXPECT_EQ(host.command(PF_Cmd_DO_DIALOG).message(), "");
 }
 
+TEST(Host, tellsAWatcherOfEachCallback_onItsThread) {
+    Host host(TEST_MODULE, host_sim::premierePro());
+    host.start();
+    Instance& effect = host.apply();
+    std::vector<std::thread::id> calls;
+    host.watchCallbacks([&] { calls.push_back(std::this_thread::get_id()); });
+    std::thread other([&] { effect.updateUi(); });
+    const std::thread::id id = other.get_id();
+    other.join();
+    // The suite is acquired, used and released.
+    EXPECT_EQ(calls, std::vector<std::thread::id>(3, id));
+    effect.print(kText);
+    // Size, lock and unlock, for the text's length and for the text.
+    EXPECT_EQ(calls.size(), 3U + 6U);
+    EXPECT_EQ(host.close(), Problems());
+}
+
 TEST(Host, refusesASecondOne) {
     const Host host(TEST_MODULE, host_sim::afterEffects());
     EXPECT_THROW(Host(TEST_MODULE, host_sim::afterEffects()), host_sim::SimError);

@@ -122,6 +122,17 @@ TEST_F(Project, cannotBeWritten_intoAMissingFolder) {
     EXPECT_THROW(host_sim::writeProject(folder_ / "none" / "file", {}), host_sim::ProjectError);
 }
 
+// The device takes no byte: what has begun must go, and the old project must stay.
+TEST_F(Project, leavesTheOldOne_whenTheDiskIsFull) {
+    writeExample();
+    const std::string before = readFile();
+    std::filesystem::create_symlink("/dev/full", file_.string() + ".tmp");
+    EXPECT_THROW(writeExample(), host_sim::ProjectError);
+    EXPECT_EQ(readFile(), before);
+    const auto files = std::filesystem::directory_iterator(folder_);
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+}
+
 TEST_F(Project, carriesAnInstanceOver) {
     {
         Host host(TEST_MODULE, host_sim::premierePro());

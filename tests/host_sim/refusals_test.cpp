@@ -100,11 +100,55 @@ TEST_F(Refusing, aSuiteTable_isNullInSpiteOfSuccess) {
     EXPECT_EQ(host.close(), Problems());
 }
 
+TEST_F(Refusing, aSuiteTable_comesWithAnError) {
+    host.refusals().refuseSuite(kPFPixelFormatSuite);
+    host.start();
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).acquired, 0);
+    EXPECT_EQ(host.pixelFormats().declared().size(), 0U);
+}
+
 TEST_F(Refusing, theBasicSuite_isNull) {
     host.refusals().withoutBasicSuite(true);
     host.start();
     EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 0);
     EXPECT_EQ(host.pixelFormats().clearCalls(), 0);
+}
+
+TEST_F(Refusing, anAcquisition_isOneOnly) {
+    host.refusals().failAcquisition(2);
+    host.start();
+    Instance& effect = host.apply();
+    effect.updateUi();
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).acquired, 1);
+    EXPECT_EQ(host.suites().use(kPFParamUtilsSuite, 3).refused, 1);
+    effect.updateUi();
+    EXPECT_EQ(host.suites().use(kPFParamUtilsSuite, 3).acquired, 1);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, anAcquisition_mayGiveANullTable) {
+    host.refusals().nullAcquisition(1);
+    host.start();
+    EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
+    EXPECT_EQ(host.pixelFormats().declared().size(), 0U);
+    EXPECT_EQ(host.close(), Problems());
+}
+
+TEST_F(Refusing, isDue_untilTheCallHasCome) {
+    host.start();
+    Instance& effect = host.apply();
+    EXPECT_FALSE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
+    host.refusals().failParamUpdate(9, 2);
+    EXPECT_TRUE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
+    effect.updateUi();
+    EXPECT_EQ(effect.updates().size(), 1U);
+    EXPECT_TRUE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
+    effect.updateUi();
+    EXPECT_EQ(effect.updates().size(), 1U);
+    EXPECT_FALSE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
+    effect.updateUi();
+    EXPECT_EQ(effect.updates().size(), 2U);
 }
 
 TEST_F(Refusing, aParamUpdate_keepsTheOldLabel) {

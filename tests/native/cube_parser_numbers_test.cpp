@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <utility>
@@ -210,6 +211,17 @@ TEST(ParseCubeNumbers, useFullStop_inDecimalCommaLocale) {
     ASSERT_TRUE(tw::parseCube(kSize + "DOMAIN_MAX 1.5 2.5 3.5\n" + zeroLines(8), lut, &error))
         << error;
     EXPECT_TRUE(twtest::sameBits(std::vector<float>{1.5f, 2.5f, 3.5f}, lut.domainMax));
+}
+
+TEST(ParseCubeNumbers, leaveTheLocaleToTheHost) {
+    const twtest::CommaLocale locale;
+    if (!locale.usable()) GTEST_SKIP() << "no locale with a decimal comma, and no way to make one";
+    tw::Lut3D lut;
+    EXPECT_TRUE(tw::parseCube(kSize + zeroLines(8), lut, nullptr));
+    EXPECT_FALSE(tw::parseCube("", lut, nullptr));
+    char text[8];
+    std::snprintf(text, sizeof text, "%.1f", 0.5);
+    EXPECT_STREQ("0,5", text);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // parseCube: what a text that parses yields.
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -77,70 +76,6 @@ TEST(ParseCube, readsDomain_perChannel) {
     twtest::setDomain(expected, 2, -0.25f, 4);
     const std::string domain = "DOMAIN_MIN -1 0.5 -.25\nDOMAIN_MAX 2 3 4\n";
     EXPECT_TRUE(parsesTo(expected, domain + "LUT_3D_SIZE 2\n" + kBody));
-}
-
-TEST(ParseCube, ignoresInputRange_besidesTitleAndDomain) {
-    EXPECT_TRUE(parsesTo(bodyLut(),
-                         "TITLE \"x\"\nLUT_3D_INPUT_RANGE 0 4\nDOMAIN_MAX 1 1 1\n"
-                         "LUT_3D_SIZE 2\n" +
-                             kBody));
-}
-
-TEST(ParseCube, readsSameCube_whenLinesEndInCrLf) {
-    std::string text;
-    for (const char c : "DOMAIN_MAX 1 1 1\nLUT_3D_SIZE 2\n\n# c\n" + kBody)
-        text += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    EXPECT_TRUE(parsesTo(bodyLut(), text));
-}
-
-TEST(ParseCube, readsLastLine_withoutLineEnd) {
-    const std::string text = "LUT_3D_SIZE 2\n" + kBody;
-    EXPECT_TRUE(parsesTo(bodyLut(), text.substr(0, text.size() - 1)));
-}
-
-// Each row is a text that must give the same cube as the plain one.
-struct SameCube {
-    const char* name;
-    std::string text;
-};
-
-void PrintTo(const SameCube& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class ParseCubeSame : public ::testing::TestWithParam<SameCube> {};
-
-TEST_P(ParseCubeSame, readsCube_when) {
-    EXPECT_TRUE(parsesTo(bodyLut(), GetParam().text));
-}
-
-const std::string kSize = "LUT_3D_SIZE 2\n";
-
-INSTANTIATE_TEST_SUITE_P(
-    , ParseCubeSame,
-    ::testing::Values(
-        SameCube{"SizeAfterData", kBody + "LUT_3D_SIZE 2"},
-        SameCube{"SizeGluedToKeyword", "LUT_3D_SIZE2\n" + kBody},
-        SameCube{"SizeSigned", "LUT_3D_SIZE +2\n" + kBody},
-        SameCube{"SizeWithFraction", "LUT_3D_SIZE 2.9\n" + kBody},
-        SameCube{"SizeAfterTabs", "LUT_3D_SIZE\t \t2 # points\n" + kBody},
-        SameCube{"SizeTwice", "LUT_3D_SIZE 3\n" + kBody + "LUT_3D_SIZE 2\n"},
-        SameCube{"SizeTwiceBeforeData", "LUT_3D_SIZE 256\nLUT_3D_SIZE 2\n" + kBody},
-        SameCube{"LeadingBlanks", " \t\r" + kSize + "  \t" + kBody},
-        SameCube{"BlankAndCommentLines", "\n \t\r\n  # a\n#b\n" + kSize + "\n" + kBody + "\n\n#"},
-        SameCube{"CommentHoldsKeyword", "# LUT_1D_SIZE 4\n#LUT_3D_SIZE 9\n" + kSize + kBody},
-        SameCube{"UnknownKeyword", "X\nZEBRA 1 2 3\n_x 1 2 3\nA\n" + kSize + kBody},
-        SameCube{"CapitalNanAndInf", "NAN 0 0\nINF 0 0\nINFINITY 1 1 1\n" + kSize + kBody},
-        SameCube{"OtherOneDKeyword", "LUT_1D_INPUT_RANGE 0 1\nLUT_1D_SIZ 4\n" + kSize + kBody},
-        SameCube{"NulInSkippedLines",
-                 std::string("TITLE \0 LUT_1D_SIZE\n#\0\n", 23) + kSize + kBody}),
-    [](const auto& row) { return row.param.name; });
-
-TEST(ParseCube, ignoresRestOfLine_afterThirdNumber) {
-    std::string text = "LUT_3D_SIZE 2\n";
-    for (const char c : kBody)
-        text += c == '\n' ? std::string(" 99 # more\n") : std::string(1, c);
-    EXPECT_TRUE(parsesTo(bodyLut(), text));
 }
 
 TEST(ParseCube, reservesOnce_whenSizeComesFirst) {

@@ -3,7 +3,6 @@
 
 #include <sys/stat.h>
 
-#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -14,30 +13,16 @@
 #include <vector>
 
 #include "native/src/log.h"
+#include "tests/support/log_stamp.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
 
 using twtest::TempHome;
 
+using twtest::messageOf;
+
 constexpr std::size_t kStampLength = 19;
-
-// Whether the text starts with a date and time and two blanks.
-bool startsWithStamp(const std::string& line) {
-    const std::string pattern = "dddd-dd-dd dd:dd:dd  ";
-    if (line.size() < pattern.size()) return false;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const bool digit = std::isdigit(static_cast<unsigned char>(line[i])) != 0;
-        if (pattern[i] == 'd' ? !digit : line[i] != pattern[i]) return false;
-    }
-    return true;
-}
-
-// What follows the stamp, with the line end; says so when there is no stamp.
-std::string messageOf(const std::string& text) {
-    if (!startsWithStamp(text)) return "no stamp: " + text;
-    return text.substr(kStampLength + 2);
-}
 
 std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines;

@@ -1,8 +1,6 @@
 // Writing a LUT as TWLUT text and reading it back.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -10,6 +8,7 @@
 
 #include "native/src/lut_text.h"
 #include "tests/support/luts.h"
+#include "tests/support/samples_kept.h"
 
 namespace {
 
@@ -22,25 +21,6 @@ tw::Lut3D roundTrip(const tw::Lut3D& lut, long id, const std::string& name) {
         tw::parseEmbeddedText(tw::embeddedText(units.data(), units.size() * 2), back, &error))
         << error;
     return back;
-}
-
-// Half a code step, plus the roundings of the reader: the step (counted up to 65535 times) and the
-// sum.
-::testing::AssertionResult samplesKept(const tw::Lut3D& lut, const tw::Lut3D& back, float lo,
-                                       float hi) {
-    if (lut.size != back.size || lut.data.size() != back.data.size())
-        return ::testing::AssertionFailure() << "size " << back.size << ", " << back.data.size();
-    const double range = static_cast<double>(hi) - static_cast<double>(lo);
-    const double largest =
-        std::max(std::abs(static_cast<double>(lo)), std::abs(static_cast<double>(hi)));
-    const double tolerance = range / 65535 / 2 + (3 * range + 2 * largest) / 16777216;
-    for (std::size_t i = 0; i < lut.data.size(); ++i) {
-        const auto close = twtest::within(tolerance, static_cast<double>(lut.data[i]),
-                                          static_cast<double>(back.data[i]));
-        if (!close)
-            return ::testing::AssertionFailure() << "index " << i << ": " << close.message();
-    }
-    return ::testing::AssertionSuccess();
 }
 
 tw::Lut3D spreadLut(std::int32_t size, float lo, float hi) {
@@ -59,7 +39,7 @@ TEST(TextRoundTrip, keepsSamples_withinHalfACode) {
         {-65504, 65504}, {1000, 1000.5f}, {-1e30f, 1e37f}};
     for (const auto& range : ranges) {
         const tw::Lut3D lut = spreadLut(9, range[0], range[1]);
-        EXPECT_TRUE(samplesKept(lut, roundTrip(lut, 1, "n"), range[0], range[1]))
+        EXPECT_TRUE(twtest::samplesKept(lut, roundTrip(lut, 1, "n"), range[0], range[1]))
             << range[0] << " to " << range[1];
     }
 }
@@ -67,7 +47,7 @@ TEST(TextRoundTrip, keepsSamples_withinHalfACode) {
 TEST(TextRoundTrip, keepsEveryAllowedSize) {
     for (const std::int32_t size : {2, 3, 17, 33, 65, 129}) {
         const tw::Lut3D lut = spreadLut(size, 0, 1);
-        EXPECT_TRUE(samplesKept(lut, roundTrip(lut, 1, "n"), 0, 1)) << size;
+        EXPECT_TRUE(twtest::samplesKept(lut, roundTrip(lut, 1, "n"), 0, 1)) << size;
     }
 }
 
@@ -81,7 +61,7 @@ TEST(TextRoundTrip, keepsEqualSamples_exactly) {
 TEST(TextRoundTrip, keepsIdentity_ofTwoPoints) {
     const tw::Lut3D identity = twtest::identityLut(2);
     const tw::Lut3D back = roundTrip(identity, 3, "id");
-    EXPECT_TRUE(samplesKept(identity, back, 0, 1));
+    EXPECT_TRUE(twtest::samplesKept(identity, back, 0, 1));
     EXPECT_EQ(3, back.id);
     EXPECT_EQ("id", back.name);
 }

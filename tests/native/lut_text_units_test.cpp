@@ -67,6 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"WideKeepsNulUnit", wide(std::string("TWLUT0\0", 7)), std::string("TWLUT0\0", 7)},
         Row{"WideUnitAbove255Last", wide("TWLUT0") + std::string("\0\x01", 2), ""},
         Row{"WideUnitAbove255First", wide("TWLUT0").replace(11, 1, "\x01"), ""},
+        Row{"WideUnitAbove255BeforeOthers", wide("TWLUT0 1").replace(13, 1, "\x01"), ""},
         Row{"WideUnitAbove255InLetters", wide("TWLUT0").replace(1, 1, "\x01"), ""},
         Row{"WideOddLastByteNotLookedAt", wide("TWLUT0") + "\xFF", "TWLUT0"},
         Row{"BigEndian", std::string(1, '\0') + wide("TWLUT0").substr(0, 11), ""},

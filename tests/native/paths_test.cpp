@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -212,6 +213,30 @@ TEST(OpenFile, isNullAndSaysWhy_whenItFails) {
     EXPECT_EQ(nullptr, tw::openFile(L"", "rb"));
 }
 
+// No process is at the other end: an open that waited would never come back.
+TEST(OpenFile, isNullAtOnce_forAFifo) {
+    const twtest::TempFolder folder;
+    ASSERT_EQ(0, mkfifo((folder / "fifo").c_str(), 0600));
+    std::filesystem::create_symlink(folder / "fifo", folder / "link");
+    for (const char* mode : {"rb", "wb", "a"}) {
+        EXPECT_EQ(nullptr, tw::openFile(wide(folder / "fifo"), mode)) << mode;
+        EXPECT_EQ(nullptr, tw::openFile(wide(folder / "link"), mode)) << mode;
+    }
+}
+
+TEST(OpenFile, isNull_whenThePathIsLongerThanTheSystemTakes) {
+    const twtest::TempFolder folder;
+    EXPECT_EQ(nullptr, tw::openFile(wide(folder / std::string(256, 'x')), "wb"));
+    EXPECT_EQ(ENAMETOOLONG, errno);
+    std::wstring path = wide(folder.path());
+    while (path.size() < PATH_MAX)
+        path += L"/.";
+    EXPECT_EQ(nullptr, tw::openFile(path + L"/file", "wb"));
+    EXPECT_EQ(ENAMETOOLONG, errno);
+    EXPECT_FALSE(tw::fileExists(path));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
 TEST(FileExists, isTrue_forEveryKindOfEntry) {
     const twtest::TempFolder folder;
     twtest::writeFile(folder / "\xC3\xA9", "");
@@ -221,6 +246,15 @@ TEST(FileExists, isTrue_forEveryKindOfEntry) {
     EXPECT_TRUE(tw::fileExists(wide(folder.path()) + L"/\u00E9"));
     EXPECT_TRUE(tw::fileExists(wide(folder / "fifo")));
     EXPECT_TRUE(tw::fileExists(wide(folder / "link")));
+}
+
+TEST(FileExists, isFalse_forLinksThatLeadNowhere) {
+    const twtest::TempFolder folder;
+    std::filesystem::create_symlink(folder / "missing", folder / "dangling");
+    std::filesystem::create_symlink(folder / "loop", folder / "loop");
+    EXPECT_FALSE(tw::fileExists(wide(folder / "dangling")));
+    EXPECT_FALSE(tw::fileExists(wide(folder / "loop")));
+    EXPECT_FALSE(tw::fileExists(wide(folder / "loop/below")));
 }
 
 TEST(FileExists, isFalse_forNothing) {

@@ -41,7 +41,7 @@ protected:
         program::enterHome(folder_.path());
         const std::string text = program::textFromCube(GetParam().look);
         cube_ = folder_ / "stored.cube";
-        program::writeText(cube_, program::cubeFromLut(program::lutFromText(text, "the look")));
+        program::writeWhole(cube_, program::cubeFromLut(program::lutFromText(text, "the look")));
 
         const program::Picture picture =
             program::readPicture(GetParam().picture, program::Depth::kFloat);

@@ -98,6 +98,28 @@ TEST_F(SoftwareDevice, compilesWithFastMaths_unlessToldOtherwise) {
     EXPECT_TRUE(software_metal::counts().lastFastMaths);
 }
 
+TEST_F(SoftwareDevice, keepsWhatItCompiled) {
+    const software_metal::Counts before = software_metal::counts();
+    id<MTLLibrary> again = [[device_ newLibraryWithSource:@(kPlaces) options:nil
+                                                    error:nullptr] autorelease];
+    EXPECT_NE([[again newFunctionWithName:@"Places"] autorelease], nil);
+    EXPECT_EQ(software_metal::counts().compilations, before.compilations + 1);
+    EXPECT_EQ(software_metal::counts().lastCompileMs, before.lastCompileMs);
+}
+
+TEST_F(SoftwareDevice, failsTheNthCallOnly_whenToldSo) {
+    software_metal::Faults faults;
+    faults.noCommandBuffer = true;
+    faults.nth = 2;
+    software_metal::setFaults(faults);
+    EXPECT_NE([queue_ commandBuffer], nil);
+    EXPECT_TRUE(software_metal::isFaultDue());
+    EXPECT_EQ([queue_ commandBuffer], nil);
+    EXPECT_FALSE(software_metal::isFaultDue());
+    EXPECT_NE([queue_ commandBuffer], nil);
+    software_metal::setFaults({});
+}
+
 TEST_F(SoftwareDevice, refusesAKernelThatReturnsAValue) {
     NSError* error = nil;
     NSString* text = @"kernel float K(device float* p [[buffer(0)]]) { return p[0]; }\n";

@@ -14,6 +14,7 @@ protected:
         void* module = dlopen(TINTWELL_STAND_IN, RTLD_LOCAL | RTLD_NOW);
         void* entry = dlsym(module, "tintwell_stand_in_dialogs");
         dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(entry)();
+        *dialogs_ = {};
         effect_.module = TINTWELL_STAND_IN;
     }
 

@@ -21,11 +21,13 @@ struct Outcome {
 
 class Program : public testing::Test {
 protected:
-    // Runs the program with the folder as present folder and as home.
-    Outcome run(const std::string& arguments) {
-        const std::string command = "cd '" + folder_.path() + "' && HOME='" + folder_.path() +
-                                    "' XDG_STATE_HOME= '" TINTWELL_HOST "' " + arguments + " >'" +
-                                    out_ + "' 2>'" + err_ + "'";
+    // Runs the program with the folder as present folder and as home, after what else the shell
+    // is told to do.
+    Outcome run(const std::string& arguments, const std::string& before = "") {
+        const std::string command = "cd '" + folder_.path() + "' && export HOME='" +
+                                    folder_.path() + "' XDG_STATE_HOME= && { " + before + " '" +
+                                    TINTWELL_HOST + "' " + arguments + "; } >'" + out_ + "' 2>'" +
+                                    err_ + "'";
         const int status = std::system(command.c_str());
         return {WEXITSTATUS(status), twtest::readFile(out_), twtest::readFile(err_)};
     }
@@ -38,8 +40,9 @@ protected:
     }
 
     // The same, which must end with 1 and just this sentence.
-    void runWrong(const std::string& arguments, const std::string& sentence) {
-        const Outcome outcome = run(arguments);
+    void runWrong(const std::string& arguments, const std::string& sentence,
+                  const std::string& before = "") {
+        const Outcome outcome = run(arguments, before);
         EXPECT_EQ(outcome.exitCode, 1) << arguments;
         EXPECT_EQ(outcome.err, "tintwell-host: " + sentence + "\n") << arguments;
     }

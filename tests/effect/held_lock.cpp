@@ -1,0 +1,12 @@
+#include "tests/effect/held_lock.h"
+
+#include "native/src/export.h"
+#include "native/src/mutex.h"
+
+extern "C" TW_EXPORT const char* tintwell_held_lock() {
+#ifdef TINTWELL_CHECK_LOCKS
+    return tw::heldLock();
+#else
+    return nullptr;
+#endif
+}

@@ -1,0 +1,5 @@
+// A look at the locks of the module TintwellStandIn, from outside.
+#pragma once
+
+// Name of a lock of the module that the calling thread holds; null: none, or locks are not checked.
+extern "C" const char* tintwell_held_lock();

@@ -1,0 +1,211 @@
+// The data folder and the files that the effect writes there, locked, full, or of another kind.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "tests/environment/day.h"
+#include "tests/environment/privileges.h"
+#include "tests/environment/small_disk.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using twtest::Lines;
+using twtest::readFile;
+using twtest::writeFile;
+
+class DataFolder : public twtest::Day {
+protected:
+    DataFolder()
+        : folder_(home_.dataFolder()),
+          log_(home_.dataFile("effect.log")),
+          request_(home_.dataFile("edit-request.json")) {}
+
+    void liveWithoutTrace() {
+        const auto before = twtest::treeOf(home_.path());
+        live();
+        EXPECT_EQ(twtest::treeOf(home_.path()), before);
+    }
+
+    // A day that leaves its request and no log.
+    void liveWithoutLog() {
+        live();
+        EXPECT_TRUE(hasRequest());
+        fs::remove(request_);
+    }
+
+    // A day that leaves its log, request or not.
+    void liveWithLog() {
+        live();
+        EXPECT_EQ(log(), wholeLog());
+        fs::remove(log_);
+    }
+
+    std::string folder_;
+    std::string log_;
+    std::string request_;
+};
+
+// ---- The folder
+
+TEST_F(DataFolder, appears_with_the_first_line_when_missing) {
+    fs::remove(folder_);
+    live();
+    EXPECT_EQ(log(), wholeLog());
+    EXPECT_TRUE(hasRequest());
+}
+
+TEST_F(DataFolder, costs_log_and_request_when_it_is_no_folder) {
+    fs::remove(folder_);
+    writeFile(folder_, "mine");
+    liveWithoutTrace();
+    fs::remove(folder_);
+    fs::create_symlink("nowhere", folder_);
+    liveWithoutTrace();
+    fs::remove(folder_);
+    fs::create_symlink("Tintwell", folder_);
+    liveWithoutTrace();
+    fs::remove(folder_);
+    ASSERT_EQ(mkfifo(folder_.c_str(), 0600), 0);
+    liveWithoutTrace();
+}
+
+TEST_F(DataFolder, may_be_a_link_to_another_folder) {
+    fs::remove(folder_);
+    fs::create_directory(home_ / "elsewhere");
+    fs::create_symlink(home_ / "elsewhere", folder_);
+    live();
+    EXPECT_EQ(logAt(home_ / "elsewhere/effect.log"), wholeLog());
+    EXPECT_TRUE(holdsRequest(home_ / "elsewhere/edit-request.json"));
+}
+
+TEST_F(DataFolder, costs_log_and_request_when_permissions_deny_it) {
+    const twtest::WithoutPrivileges none;
+    if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
+    for (const mode_t mode : {0555u, 0000u}) {
+        chmod(folder_.c_str(), mode);
+        live();
+        chmod(folder_.c_str(), 0755);
+        EXPECT_TRUE(fs::is_empty(folder_)) << mode;
+    }
+}
+
+// The files can be made, but not a byte of them: empty is what is left.
+TEST_F(DataFolder, costs_log_and_request_while_its_disk_is_full) {
+    const twtest::SmallDisk disk(folder_);
+    if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
+    disk.fill();
+    live();
+    EXPECT_EQ(readFile(log_), "");
+    EXPECT_EQ(readFile(request_), "");
+    disk.makeRoom();
+    live();
+    EXPECT_EQ(log(), wholeLog());
+    EXPECT_TRUE(hasRequest());
+}
+
+TEST_F(DataFolder, keeps_the_lines_it_has_while_its_disk_is_full) {
+    const twtest::SmallDisk disk(folder_);
+    if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
+    const std::string old = std::string(4095, 'x') + "\n";  // to the end of a block
+    writeFile(log_, old);
+    disk.fill();
+    live();
+    EXPECT_EQ(readFile(log_), old);
+}
+
+// ---- The log
+
+TEST_F(DataFolder, costs_the_log_alone_when_that_is_no_file) {
+    fs::create_directory(log_);
+    liveWithoutLog();
+    EXPECT_TRUE(fs::is_empty(log_));
+    fs::remove(log_);
+    fs::create_symlink("effect.log", log_);
+    liveWithoutLog();
+    fs::remove(log_);
+    fs::create_symlink("no/such/folder", log_);
+    liveWithoutLog();
+    fs::remove(log_);
+    fs::create_symlink("/dev/null", log_);
+    liveWithoutLog();
+}
+
+TEST_F(DataFolder, costs_the_log_alone_when_nothing_can_be_written_to_it) {
+    fs::create_symlink("/dev/full", log_);
+    liveWithoutLog();
+}
+
+// Nobody reads it: a log that waited would wait for ever.
+TEST_F(DataFolder, costs_the_log_alone_when_that_is_a_fifo) {
+    ASSERT_EQ(mkfifo(log_.c_str(), 0600), 0);
+    liveWithoutLog();
+}
+
+TEST_F(DataFolder, costs_the_log_alone_when_permissions_deny_it) {
+    const twtest::WithoutPrivileges none;
+    if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
+    writeFile(log_, "old\n");
+    chmod(log_.c_str(), 0444);
+    liveWithoutLog();
+    EXPECT_EQ(readFile(log_), "old\n");
+}
+
+TEST_F(DataFolder, makes_the_log_that_a_link_leads_to) {
+    fs::create_symlink(home_ / "elsewhere.log", log_);
+    live();
+    EXPECT_EQ(logAt(home_ / "elsewhere.log"), wholeLog());
+}
+
+TEST_F(DataFolder, adds_to_a_log_of_more_than_four_gigabytes) {
+    constexpr off_t kOld = (off_t{1} << 32) + 7;
+    const int sparse = open(log_.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    const bool made = ftruncate(sparse, kOld) == 0;
+    close(sparse);
+    if (!made) GTEST_SKIP() << "this file system has no files of that size";
+    live();
+    EXPECT_GT(fs::file_size(log_), static_cast<std::uintmax_t>(kOld));
+}
+
+// ---- The request
+
+TEST_F(DataFolder, costs_the_request_alone_when_that_is_no_file) {
+    fs::create_directory(request_);
+    liveWithLog();
+    EXPECT_TRUE(fs::is_empty(request_));
+    fs::remove(request_);
+    fs::create_symlink("edit-request.json", request_);
+    liveWithLog();
+    fs::remove(request_);
+    fs::create_symlink("no/such/folder", request_);
+    liveWithLog();
+}
+
+TEST_F(DataFolder, costs_the_request_alone_when_nothing_can_be_written_to_it) {
+    fs::create_symlink("/dev/full", request_);
+    liveWithLog();
+}
+
+TEST_F(DataFolder, costs_the_request_alone_when_that_is_a_fifo) {
+    ASSERT_EQ(mkfifo(request_.c_str(), 0600), 0);
+    liveWithLog();
+}
+
+TEST_F(DataFolder, keeps_the_older_request_when_permissions_deny_a_new_one) {
+    const twtest::WithoutPrivileges none;
+    if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
+    writeFile(request_, "older\n");
+    chmod(request_.c_str(), 0444);
+    liveWithLog();
+    EXPECT_EQ(readFile(request_), "older\n");
+}
+
+TEST_F(DataFolder, makes_the_request_that_a_link_leads_to) {
+    fs::create_symlink(home_ / "elsewhere.json", request_);
+    live();
+    EXPECT_TRUE(holdsRequest(home_ / "elsewhere.json"));
+}
+
+}  // namespace

@@ -1,0 +1,71 @@
+#include "tests/faults/effect_play.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/support/failing_calls.h"
+
+namespace faults {
+namespace {
+
+host_sim::Instance& applied(host_sim::Host& host, const Bytes& value) {
+    host.start();
+    host_sim::Instance& effect = host.apply();
+    effect.setBytes(kLut, value);
+    return effect;
+}
+
+// "2025-01-31 09:05:07  " and words.
+bool isWhole(const std::string& line) {
+    std::string shape = line.substr(0, effect_test::kStampLength);
+    for (char& character : shape)
+        character = character >= '0' && character <= '9' ? '0' : character;
+    return shape == "0000-00-00 00:00:00  " && line.size() > shape.size();
+}
+
+twtest::StandInDialogs& dialogsOf(const host_sim::Host& host) {
+    void* standIn = host.module().symbol("tintwell_stand_in_dialogs");
+    return *reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+}
+
+}  // namespace
+
+HostPlay::HostPlay(const host_sim::Personality& personality) : personality_(personality) {
+    host_.emplace(TINTWELL_MODULE, personality_);
+    twtest::watchCallsOf(host_->module().symbol("EffectMain"));
+}
+
+void HostPlay::reopen() {
+    EXPECT_EQ(host_->close(), Lines());
+    host_.emplace(TINTWELL_MODULE, personality_);
+}
+
+void HostPlay::close() {
+    EXPECT_EQ(host_->close(), Lines());
+    host_.reset();
+    expectWholeLines();
+}
+
+void HostPlay::expectWholeLines() const {
+    const std::string log = twtest::readFile(logFile());
+    EXPECT_TRUE(log.empty() || log.back() == '\n') << log;
+    std::istringstream text(log);
+    for (std::string line; std::getline(text, line);)
+        EXPECT_TRUE(isWhole(line)) << line;
+}
+
+EffectPlay::EffectPlay(const Bytes& value, const host_sim::Personality& personality)
+    : HostPlay(personality), effect_(applied(host(), value)), dialogs_(dialogsOf(host())) {}
+
+std::string answered(PF_Err error, const std::string& word) {
+    return error == PF_Err_NONE ? word : "error " + std::to_string(error);
+}
+
+void expectEffect(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected) {
+    // Loaded once, so that the children need not; nothing of it is called here.
+    const host_sim::Module module(TINTWELL_MODULE);
+    failInTurn(effectKinds(), begin, expected);
+}
+
+}  // namespace faults

@@ -1,0 +1,143 @@
+// The CPU render while calls fail.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "tests/effect/formats.h"
+#include "tests/effect/frames.h"
+#include "tests/faults/effect_play.h"
+
+namespace faults {
+namespace {
+
+using effect_test::HostFormat;
+using effect_test::kAmount;
+using effect_test::kARGB8;
+using effect_test::kBGRA32f;
+using effect_test::kBGRA8;
+using effect_test::rotationText;
+using effect_test::widened;
+using host_sim::Frame;
+
+// Enough rows for four threads.
+constexpr int kWidth = 5;
+constexpr int kHeight = 67;
+
+struct Shot {
+    HostFormat format;
+    std::string text;
+    double amount = 100.0;
+    bool hasBeenRendered = false;  // once before
+};
+
+class Rendering : public EffectPlay {
+public:
+    explicit Rendering(const Shot& shot)
+        : EffectPlay(widened(shot.text), shot.format.personality()),
+          input_(effect_test::scattered(shot.format.pixels, kWidth, kHeight)),
+          untouched_(shot.format.pixels, kWidth, kHeight),
+          output_(untouched_),
+          amount_(static_cast<float>(shot.amount / 100.0)) {
+        hasLut_ = tw::parseEmbeddedText(shot.text, lut_, nullptr) && lut_.size != 0;
+        effect().setSlider(kAmount, shot.amount);
+        if (shot.hasBeenRendered) act();
+    }
+
+    void act() override {
+        output_ = untouched_;
+        error_ = effect().render(input_, output_).error;
+    }
+
+    std::string outcome() override { return answered(error_, "no error") + ", " + picture(); }
+
+private:
+    std::string picture() const {
+        if (output_.sameMemory(untouched_)) return "untouched";
+        if (same(input_)) return "copy";
+        if (hasLut_ && same(effect_test::graded(lut_, input_, untouched_, amount_)))
+            return "graded";
+        const int n = lut_.probe;
+        if (n != 0 && same(effect_test::patterned(n, untouched_))) return "pattern";
+        return "other picture";
+    }
+
+    bool same(const Frame& expected) const { return expected.pixelBytes() == output_.pixelBytes(); }
+
+    Frame input_;
+    Frame untouched_;
+    Frame output_;
+    float amount_;
+    tw::Lut3D lut_;
+    bool hasLut_ = false;
+    PF_Err error_ = 0;
+};
+
+class RenderFaults : public testing::TestWithParam<HostFormat> {
+protected:
+    Shot shot(const std::string& text, double amount = 100.0) const {
+        return {GetParam(), text, amount};
+    }
+
+    // A render that comes to this picture. Without its value there is a copy. In
+    // Premiere Pro an output of unknown format counts as 8-bit.
+    Expected render(const std::string& picture) const {
+        const std::string good = "no error, " + picture;
+        Expected expected =
+            Expected(good).failed(kNew, {"error 512, untouched"}).failed(kLock, {"no error, copy"});
+        if (!GetParam().premiere) return expected;
+        const bool isFloat = GetParam().pixels == PrPixelFormat_BGRA_4444_32f;
+        const Outcomes asBytes = {isFloat ? "no error, other picture" : good};
+        return expected.failed(kFormat, asBytes).failed(kSuite, asBytes).failed(kNoTable, asBytes);
+    }
+
+    // The same with a line in the log.
+    Expected loggedRender(const std::string& picture) const {
+        return render(picture).harmless(kLogKinds);
+    }
+
+    // The same on several threads. What cannot have a thread is done without.
+    Expected threadedRender(const std::string& picture) const {
+        return loggedRender(picture)
+            .failed(kNew, {"error 512, untouched", "no error, " + picture})
+            .harmless({kThread});
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Formats, RenderFaults, testing::Values(kARGB8, kBGRA8, kBGRA32f),
+                         effect_test::FormatName());
+
+TEST_P(RenderFaults, ofALut) {
+    expectEffect(playing<Rendering>(shot(rotationText())), threadedRender("graded"));
+}
+
+TEST_P(RenderFaults, ofALutThatIsKnown) {
+    Shot again = shot(rotationText());
+    again.hasBeenRendered = true;
+    // Nothing is logged but a picture that has become another one.
+    expectEffect(playing<Rendering>(again),
+                 render("graded")
+                     .failed(kNew, {"error 512, untouched", "no error, graded"})
+                     .harmless({kThread})
+                     .keepsOther({kLock, kFormat, kSuite, kNoTable}));
+}
+
+TEST_P(RenderFaults, ofThePattern) {
+    expectEffect(playing<Rendering>(shot("TWLUTP 3")), threadedRender("pattern"));
+}
+
+TEST_P(RenderFaults, ofNoLut) {
+    expectEffect(playing<Rendering>(shot("TWLUT0")), loggedRender("copy"));
+}
+
+TEST_P(RenderFaults, atAmountZero) {
+    expectEffect(playing<Rendering>(shot(rotationText(), 0.0)), loggedRender("copy"));
+}
+
+TEST_P(RenderFaults, ofALutThatDoesNotDecode) {
+    expectEffect(playing<Rendering>(shot("TWLUT3 0 - 2 0 1 AAAA")), loggedRender("copy"));
+}
+
+}  // namespace
+}  // namespace faults

@@ -1,0 +1,32 @@
+// Threads take turns on a device: a frame is committed under its lock.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/effect/held_lock.h"
+#include "tests/gpu/filter_fixture.h"
+
+namespace {
+
+using namespace twtest;
+
+class DeviceLock : public FilterTest {};
+
+TEST_F(DeviceLock, isHeldWhenAFrameIsCommitted) {
+    void* symbol = host_.module().symbol("tintwell_held_lock");
+    const auto heldLock = reinterpret_cast<decltype(&tintwell_held_lock)>(symbol);
+    setLook(lutText(3, 1));
+    GpuInstance instance = make();
+    GpuFrame picture = frame(noisePicture(4, 4));
+    std::string held;
+    Faults none;
+    none.atCommit = [&] {
+        if (const char* lock = heldLock()) held = lock;
+    };
+    software_metal::setFaults(none);
+    EXPECT_EQ(instance.render(picture, picture), 0);
+    EXPECT_EQ(held, "device");
+    EXPECT_EQ(heldLock(), nullptr);
+}
+
+}  // namespace

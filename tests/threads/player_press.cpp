@@ -1,0 +1,90 @@
+// The buttons of a player's own effect.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "tests/threads/player.h"
+
+namespace stress {
+
+using effect_test::kEditButton;
+using effect_test::kLut;
+using effect_test::kLutButton;
+using tw_effect::LutFileResult;
+
+void Player::pressLutButton() {
+    const bool cancels = random_.below(4) == 0;
+    const CubeFile& file = any(repertoire().files());
+    account_.logs("USER_CHANGED_PARAM index 3");
+    account_.logs("LUT button: dialog in \"" + stage_.lutFolder() + "\"");
+    if (cancels) {
+        account_.logs("LUT button: cancelled");
+        account_.did("LUT button: cancelled");
+    } else {
+        pickFile(file);
+    }
+    Stage::pick(cancels ? "" : file.path);
+    EXPECT_EQ(own_.instance->press(kLutButton).error, 0);
+    EXPECT_EQ(stage_.host().handles().contents(own_.instance->arbitrary(kLut)), own_.look->bytes);
+    EXPECT_EQ(own_.instance->label(kLutButton), ownLabel_);
+    renderOwn();
+}
+
+// What is to come of it.
+void Player::pickFile(const CubeFile& file) {
+    switch (file.result) {
+        case LutFileResult::kLoaded:
+            own_.look = &file.look;
+            ownLabel_ = file.look.label;
+            account_.logs("LUT button: loaded " + file.path + " (2^3, " +
+                          std::to_string(file.look.bytes.size()) + " bytes)");
+            mayLogLabel(file.look, "picked");
+            mayLogLabel(file.look, "update");
+            account_.did("LUT button: loaded");
+            break;
+        case LutFileResult::kUnreadable:
+            account_.logs("LUT button: could not read " + file.path + ": " + file.reason);
+            account_.shows({"Tintwell could not read this LUT:\n" + file.path, true});
+            account_.did("LUT button: refused");
+            break;
+        case LutFileResult::kForeignDomain:
+            account_.logs("LUT button: " + file.path + " has a domain other than 0..1");
+            account_.shows({"Tintwell only takes LUTs with a 0..1 domain.", true});
+            account_.did("LUT button: refused");
+            break;
+    }
+}
+
+void Player::pressEditButton() {
+    const std::lock_guard lock(stage_.hands());
+    account_.logs("USER_CHANGED_PARAM index 4");
+    EXPECT_EQ(own_.instance->press(kEditButton).error, 0);
+    const tw::Lut3D& lut = own_.look->lut;
+    if (lut.id > 0) {
+        account_.logs("Edit LUT: requested match " + std::to_string(lut.id) + " (" + lut.name +
+                      ")");
+        account_.did("Edit LUT: requested");
+        readRequest(*own_.look);
+        return;
+    }
+    account_.logs("Edit LUT: no match ID");
+    account_.shows(
+        {"This LUT wasn't made in the Tintwell panel (or was made before Tintwell kept its "
+         "matches), so there is no match to open. Make one in the panel and press Apply.",
+         false});
+    account_.did("Edit LUT: no match");
+}
+
+void Player::readRequest(const Look& look) {
+    const std::string line = twtest::readFile(stage_.requestFile());
+    const std::string start =
+        "{\"id\":" + std::to_string(look.lut.id) + ",\"name\":\"" + look.lut.name + "\",\"at\":";
+    ASSERT_TRUE(line.starts_with(start) && line.ends_with("}\n")) << line;
+    const std::string at = line.substr(start.size(), line.size() - start.size() - 2);
+    EXPECT_TRUE(!at.empty() && std::all_of(at.begin(), at.end(), [](unsigned char digit) {
+        return std::isdigit(digit) != 0;
+    })) << line;
+}
+
+}  // namespace stress
