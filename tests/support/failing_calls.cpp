@@ -4,6 +4,7 @@
 #include <link.h>
 #include <stdio_ext.h>
 #include <unwind.h>
+#include <ext/malloc_allocator.h>
 
 #include <algorithm>
 #include <array>
@@ -14,7 +15,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <mutex>
 #include <new>
+#include <set>
 #include <system_error>
 #include <thread>
 
@@ -191,62 +195,76 @@ long watchedFiles() {
 
 namespace {
 
-// Stands before every block.
-struct alignas(16) Mark {
-    bool isWatched;
+// What was allocated for the module. Aside, not in the blocks: another C++ library in this process
+// may free a block that these operators gave, and give them one to free.
+class WatchedBlocks {
+public:
+    void add(const void* block) {
+        const std::lock_guard lock(mutex_);
+        places_.insert(block);
+        blocks = static_cast<long>(places_.size());
+    }
+
+    void remove(const void* block) {
+        const std::lock_guard lock(mutex_);
+        places_.erase(block);
+        blocks = static_cast<long>(places_.size());
+    }
+
+private:
+    std::mutex mutex_;
+    std::set<const void*, std::less<>, __gnu_cxx::malloc_allocator<const void*>> places_;
 };
 
-std::size_t headOf(std::size_t alignment) {
-    return std::max(alignment, sizeof(Mark));
+// Never destroyed: blocks are released to the end.
+WatchedBlocks& watchedPlaces() {
+    alignas(WatchedBlocks) static std::byte memory[sizeof(WatchedBlocks)];
+    static auto* const places = new (memory) WatchedBlocks;
+    return *places;
 }
 
 void* allocate(std::size_t size, std::size_t alignment, const void* caller) {
     const bool mine = isWatched(caller);
     if (mine && seenBlock) (*seenBlock)();
     if (mine && (size >= tooLarge || fails(LibraryCall::kNew))) throw std::bad_alloc();
-    const std::size_t head = headOf(alignment);
-    if (size > PTRDIFF_MAX - 2 * head) throw std::bad_alloc();
-    const std::size_t whole = (head + size + alignment - 1) / alignment * alignment;
-    auto* memory = static_cast<std::byte*>(std::aligned_alloc(alignment, whole));
+    if (size > PTRDIFF_MAX - alignment) throw std::bad_alloc();
+    const std::size_t whole = (size + alignment - 1) / alignment * alignment;
+    void* memory = std::aligned_alloc(alignment, std::max(whole, alignment));
     if (memory == nullptr) throw std::bad_alloc();
-    new (memory + head - sizeof(Mark)) Mark{mine};
-    if (mine) ++blocks;
-    return memory + head;
+    if (mine) watchedPlaces().add(memory);
+    return memory;
 }
 
-void release(void* block, std::size_t alignment) {
-    if (block == nullptr) return;
-    auto* bytes = static_cast<std::byte*>(block);
-    if (reinterpret_cast<const Mark*>(bytes - sizeof(Mark))->isWatched) --blocks;
-    std::free(bytes - headOf(alignment));
+void release(void* block) {
+    if (blocks != 0) watchedPlaces().remove(block);
+    std::free(block);
 }
 
 }  // namespace
 
 // The library's other forms of new and delete end in these.
 void* operator new(std::size_t size) {
-    return allocate(size, alignof(Mark), __builtin_return_address(0));
+    return allocate(size, alignof(std::max_align_t), __builtin_return_address(0));
 }
 
 void* operator new(std::size_t size, std::align_val_t alignment) {
-    const std::size_t least = std::max(static_cast<std::size_t>(alignment), alignof(Mark));
-    return allocate(size, least, __builtin_return_address(0));
+    return allocate(size, static_cast<std::size_t>(alignment), __builtin_return_address(0));
 }
 
 void operator delete(void* block) noexcept {
-    release(block, alignof(Mark));
+    release(block);
 }
 
 void operator delete(void* block, std::size_t) noexcept {
-    release(block, alignof(Mark));
+    release(block);
 }
 
-void operator delete(void* block, std::align_val_t alignment) noexcept {
-    release(block, std::max(static_cast<std::size_t>(alignment), alignof(Mark)));
+void operator delete(void* block, std::align_val_t) noexcept {
+    release(block);
 }
 
-void operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {
-    release(block, std::max(static_cast<std::size_t>(alignment), alignof(Mark)));
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    release(block);
 }
 
 #endif
