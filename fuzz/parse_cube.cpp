@@ -2,22 +2,18 @@
 // record held before; and what it calls valid can be used.
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <string>
 
 #include "fuzz/require.h"
 #include "fuzz/sparing.h"
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
+#include "tests/support/cube_messages.h"
 #include "tests/support/luts.h"
 
 namespace {
 
 using twfuzz::require;
-
-const char* const kMessages[] = {"LUT_3D_SIZE out of range", "1D LUTs are not supported",
-                                 "malformed data line",      "no LUT_3D_SIZE",
-                                 "wrong number of values",   "bad DOMAIN_MIN/MAX"};
 
 constexpr std::int32_t kMostInText = 129;
 
@@ -57,11 +53,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         requireValid(lut);
         use(lut);
     } else {
-        require(std::find(std::begin(kMessages), std::end(kMessages), error) != std::end(kMessages),
+        require(std::ranges::count(twtest::kCubeMessages, error) == 1,
                 "a message of the list, not \"" + error + "\"");
         require(lut.data.empty(), "no data after a failure");
         const bool sizeRefused = lut.size != 0 && (lut.size < 2 || lut.size > 256);
-        require(!sizeRefused || error == kMessages[0], "a size out of range is named");
+        require(!sizeRefused || error == twtest::kRange, "a size out of range is named");
     }
     tw::Lut3D used = twtest::scatteredLut(3, 1);
     used.id = 5;

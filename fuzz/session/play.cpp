@@ -59,26 +59,29 @@ void playCommand(Stage& stage, Record record) {
     stage.check();
 }
 
-void play(const std::vector<Bytes>& records) {
+// How many commands there were.
+int play(const std::vector<Bytes>& records) {
     nowPlaying("the beginning");
     Record first(records.front());
     Stage stage(first.flag() ? host_sim::afterEffects() : host_sim::premierePro());
+    int played = 0;
     if (setUp(stage, first)) {
         apply(stage, first);
-        for (std::size_t i = 1; i < records.size(); ++i)
+        for (std::size_t i = 1; i < records.size(); ++i, ++played)
             playCommand(stage, Record(records[i]));
     }
     stage.close();
+    return played;
 }
 
 }  // namespace
 
-void playSession(const std::uint8_t* bytes, std::size_t size) {
+int playSession(const std::uint8_t* bytes, std::size_t size) {
     const std::vector<Bytes> records = recordsOf(bytes, size, kMostRecords);
-    if (records.empty()) return;
+    if (records.empty()) return 0;
     ground().clear();
     try {
-        play(records);
+        return play(records);
     } catch (const std::exception& error) {
         violation(error.what());
     }

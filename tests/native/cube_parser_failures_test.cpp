@@ -7,18 +7,19 @@
 #include <string>
 
 #include "native/src/lut_engine.h"
+#include "tests/support/cube_messages.h"
 #include "tests/support/luts.h"
 
 namespace {
 
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
-const char kRange[] = "LUT_3D_SIZE out of range";
-const char kOneD[] = "1D LUTs are not supported";
-const char kData[] = "malformed data line";
-const char kNoSize[] = "no LUT_3D_SIZE";
-const char kCount[] = "wrong number of values";
-const char kDomain[] = "bad DOMAIN_MIN/MAX";
+using twtest::kCount;
+using twtest::kData;
+using twtest::kDomain;
+using twtest::kNoSize;
+using twtest::kOneD;
+using twtest::kRange;
 
 const std::string kSize = "LUT_3D_SIZE 2\n";
 const std::string kSeven = "0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n";
