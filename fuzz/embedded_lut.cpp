@@ -47,8 +47,8 @@ public:
     Expected() = default;
     Expected(const Expected&) = delete;
     Expected& operator=(const Expected&) = delete;
-    // Pushes everything out, so that the next input finds nothing of this one, by contents longer
-    // than any that an input can make.
+    // Pushes everything out, so that the next input finds nothing of this one, by contents that no
+    // input can make, as they begin with 40 hyphens.
     ~Expected() {
         static unsigned long count = 0;
         for (std::size_t i = 0; i < kKept; ++i)

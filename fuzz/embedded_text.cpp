@@ -21,7 +21,7 @@ namespace {
 using twfuzz::require;
 using twfuzz::WrittenText;
 
-// What the first `count` bytes of a text in 16-bit units hold.
+// A text in 16-bit units, the low byte first.
 std::string unitsOf(const std::string& text) {
     std::string bytes;
     for (const char character : text)

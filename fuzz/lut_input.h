@@ -1,10 +1,8 @@
-// Small LUTs, amounts and pixels from a fuzz input, every one of them valid and none of them tame.
+// Small LUTs and rows of values from a fuzz input, every one of them valid and none of them tame.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <string>
 #include <vector>
 
 #include "fuzz/input.h"

@@ -7,15 +7,15 @@ namespace {
 
 // Told at the end: a session is many commands, and far slower than other targets' inputs.
 struct Played {
-    unsigned long commands = 0;
+    std::size_t commands = 0;
 
-    ~Played() { std::fprintf(stderr, "stat::host_commands: %lu\n", commands); }
+    ~Played() { std::fprintf(stderr, "stat::host_commands: %zu\n", commands); }
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     static Played played;
-    played.commands += static_cast<unsigned long>(session_fuzz::playSession(bytes, size));
+    played.commands += session_fuzz::playSession(bytes, size);
     return 0;
 }

@@ -1,7 +1,6 @@
 // The parts of a TWLUT text as the writer makes them, and what the reader makes of such a text.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <sstream>
 #include <string>

@@ -203,7 +203,11 @@ PF_Err ArbitraryCalls::call(const PF_ArbParamsExtra& extra, PF_ArbitraryH first,
 
 Answer<PF_ArbitraryH> ArbitraryCalls::handleAnswer(PF_FunctionSelector selector, PF_Err error,
                                                    PF_ArbitraryH handle) const {
-    if (error != PF_Err_NONE) return {error, nullptr};
+    if (error != PF_Err_NONE) {
+        if (handle != kUnwrittenHandle)
+            problem(selector, "The effect gave an error and stored a handle");
+        return {error, nullptr};
+    }
     if (handle == kUnwrittenHandle) {
         problem(selector, "The effect stored no handle");
         return {error, nullptr};

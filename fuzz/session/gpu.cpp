@@ -1,9 +1,7 @@
-#include <chrono>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "fuzz/session/commands.h"
@@ -14,6 +12,7 @@
 #include "host_sim/gpu/gpu_side.h"
 #include "software_metal/control.h"
 #include "tests/effect/texts.h"
+#include "tests/software_metal/settled.h"
 
 namespace session_fuzz {
 namespace {
@@ -28,8 +27,12 @@ using host_sim::GpuValues;
 constexpr prSuiteError kFail = -2147483647 - 1;
 constexpr int kMostCommands = 2;
 
-// The first device is sound in every session of the process, the others stay as some earlier
-// session may have left them: what the effect keeps of a device it keeps to the end.
+// The first device is sound in every session of the process and the third is weak, the second one
+// stays as some earlier session may have left it: what the effect keeps of a device it keeps to the
+// end.
+constexpr unsigned kSound = 0;
+constexpr unsigned kWeak = 2;
+
 std::vector<host_sim::GpuDeviceSettings> makeDevices(Record& record) {
     host_sim::GpuDeviceSettings odd;
     odd.framework = static_cast<csSDK_uint32>(record.below(5));
@@ -153,6 +156,7 @@ void renderFrame(GpuSide& side, GpuInstance& filter, const GpuValues& values, Re
     side.refuseFormats(false);
     side.wait();
     require(isDocumented(error), "a GPU render's error is none of the documented ones");
+    require(error == suiteError_NoError || isFaulty(fault), "a sound device did not render");
     for (const GpuFrame* frame : {&source, &destination}) {
         if (const auto place = frame->damage())
             violation("a byte outside a GPU frame was written, at " + *place);
@@ -169,31 +173,34 @@ void renderNothing(GpuInstance& filter) {
     require(filter.precompute() == suiteError_NotImplemented, "something was precomputed");
 }
 
-void playFrame(GpuSide& side, unsigned device, const GpuValues& values, Record record) {
-    GpuInstance filter(side, values, device);
-    require(isDocumented(filter.error()), "an instance's error is none of the documented ones");
-    if (filter.error() != suiteError_NoError) return;
-    renderFrame(side, filter, values, record);
-    renderNothing(filter);
-}
+// One instance's life on one of the devices.
+struct Player {
+    Stage& stage;
+    GpuSide& side;
+    unsigned device;
 
-// A queue's thread gives up its command buffer a little after the work is seen to be done.
-bool comesDownTo(long live) {
-    for (int i = 0; i < 2000; ++i) {
-        if (software_metal::counts().liveObjects <= live) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    void playFrame(const GpuValues& values, Record record) const {
+        GpuInstance filter(side, values, device);
+        require(isDocumented(filter.error()), "an instance's error is none of the documented ones");
+        const bool isMade = filter.error() == suiteError_NoError;
+        const bool mustBeMade = device == kSound && !stage.reference.noBasicSuite;
+        require(isMade || !mustBeMade, "no instance was made on a sound device");
+        require(!isMade || device != kWeak, "an instance was made on a weak device");
+        if (!isMade) return;
+        renderFrame(side, filter, values, record);
+        renderNothing(filter);
     }
-    return false;
-}
 
-// The frame, and the same one with a look of another effect between it and the next one.
-void playBoth(GpuSide& side, unsigned device, const GpuValues& values, Record record) {
-    static const Bytes otherLook = effect_test::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
-    const GpuValue amount{kPrParamType_Int32, 70.0, {}, false};
-    const GpuValues others = {amount, lutValue(otherLook), {}, {}};
-    playFrame(side, device, values, record);
-    playFrame(side, device, others, record);
-}
+    // The frame, and the same one with a look of another effect between it and the next one.
+    void playBoth(const GpuValues& values, Record record) const {
+        static const Bytes otherLook =
+            effect_test::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
+        const GpuValue amount{kPrParamType_Int32, 70.0, {}, false};
+        const GpuValues others = {amount, lutValue(otherLook), {}, {}};
+        playFrame(values, record);
+        playFrame(others, record);
+    }
+};
 
 }  // namespace
 
@@ -204,11 +211,13 @@ void renderOnGpu(Stage& stage, Record& record) {
     GpuSide& side = sideOf(stage, record);
     const unsigned device = static_cast<unsigned>(record.below(8) < 6 ? 0 : 1 + record.below(2));
     const GpuValues values = makeValues(*one, record);
-    playBoth(side, device, values, record);
+    const Player player{stage, side, device};
+    player.playBoth(values, record);
     // By now everything that the process keeps of a device is there.
-    const long live = software_metal::counts().liveObjects;
-    playBoth(side, device, values, record);
-    require(comesDownTo(live), "objects of the device were kept");
+    const long live = twtest::restingLiveObjects();
+    stage.keepDescriptors();
+    player.playBoth(values, record);
+    require(twtest::settledLiveObjects(live) == live, "objects of the device were kept");
     require(side.memory().allocated() == side.memory().disposed(), "a memory block was kept");
     const std::string misuse = software_metal::takeMisuse();
     if (!misuse.empty()) violation("the device was misused: " + misuse);

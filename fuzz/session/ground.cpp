@@ -7,28 +7,18 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <string_view>
 
 #include "fuzz/session/violation.h"
+#include "tests/support/log_stamp.h"
 
 namespace session_fuzz {
 namespace {
 
 constexpr long kLongLog = 1 << 20;
-constexpr std::string_view kStamp = "dddd-dd-dd dd:dd:dd  ";
 constexpr std::size_t kLongestMessage = 1023;
 
 std::string step;
 const Ground* open = nullptr;
-
-bool beginsWithTime(std::string_view line) {
-    if (line.size() < kStamp.size()) return false;
-    for (std::size_t i = 0; i < kStamp.size(); ++i) {
-        const bool isDigit = line[i] >= '0' && line[i] <= '9';
-        if (kStamp[i] == 'd' ? !isDigit : line[i] != kStamp[i]) return false;
-    }
-    return true;
-}
 
 }  // namespace
 
@@ -52,25 +42,39 @@ LogWatch::~LogWatch() {
     ::close(file_);
 }
 
-void LogWatch::shorten() {
+void LogWatch::beginSession() {
+    session_.clear();
     if (seen_ < kLongLog) return;
     require(::ftruncate(file_, 0) == 0, "the log cannot be emptied");
     seen_ = 0;
 }
 
-std::string LogWatch::added() {
+void LogWatch::endSession() {
+    added();
+    const long begin = seen_ - static_cast<long>(session_.size());
+    require(textFrom(begin) == session_, "an older part of the log has changed");
+}
+
+std::string LogWatch::textFrom(long begin) const {
     struct stat status;
-    require(::fstat(file_, &status) == 0 && status.st_size >= seen_, "the log has shrunk");
-    std::string text(static_cast<std::size_t>(status.st_size - seen_), '\0');
-    const ssize_t count = ::pread(file_, text.data(), text.size(), seen_);
+    require(::fstat(file_, &status) == 0 && status.st_size >= begin, "the log has shrunk");
+    std::string text(static_cast<std::size_t>(status.st_size - begin), '\0');
+    const ssize_t count = ::pread(file_, text.data(), text.size(), begin);
     require(count == static_cast<ssize_t>(text.size()), "the log cannot be read");
-    seen_ = status.st_size;
+    return text;
+}
+
+std::string LogWatch::added() {
+    const std::string text = textFrom(seen_);
     if (text.empty()) return text;
+    seen_ += static_cast<long>(text.size());
+    session_ += text;
     if (text.back() != '\n') violation("the log ends within a line: " + text);
-    if (!beginsWithTime(text)) violation("a line of the log has no time: " + text);
+    if (!twtest::isStamped(text)) violation("a line of the log has no time: " + text);
     if (text.find('\0') != std::string::npos) violation("the log holds a zero byte: " + text);
     for (std::size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1)
-        require(end - at <= kStamp.size() + kLongestMessage, "a line of the log is too long");
+        require(end - at <= twtest::kLogStamp.size() + kLongestMessage,
+                "a line of the log is too long");
     return text;
 }
 
@@ -79,7 +83,7 @@ Ground::Ground() {
 }
 
 void Ground::clear() {
-    log.shorten();
+    log.beginSession();
     for (const char* name : {"lut-folder.txt", "edit-request.json"})
         ::unlink(home.dataFile(name).c_str());
 }

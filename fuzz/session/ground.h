@@ -16,15 +16,20 @@ public:
     LogWatch(const LogWatch&) = delete;
     LogWatch& operator=(const LogWatch&) = delete;
 
-    // Empties a log that has grown large. Not while a session is on.
-    void shorten();
+    // Empties a log that has grown large.
+    void beginSession();
+    // What was added since the session began must be there unchanged, and nothing unseen after it.
+    void endSession();
     // What was added since the last call, looked through: whole lines, the first of them with a
     // time. Anything else is a violation.
     std::string added();
 
 private:
+    std::string textFrom(long begin) const;
+
     int file_;
     long seen_ = 0;
+    std::string session_;  // what it has added
 };
 
 struct Ground {

@@ -137,8 +137,11 @@ def flatten(value, size=0):
     return record(b"F", value, size)
 
 
+SOUND, ODD, WEAK = b"\0", b"\6\0", b"\6\1"
+
+
 # Only the first one in a session has a side: the second device's framework, the third's weakness.
-def gpu(odd_values=0, values=b"", device=0, frame=b"", side=b"\2\0"):
+def gpu(odd_values=0, values=b"", device=SOUND, frame=b"", side=b"\2\0"):
     return record(b"G", 0, side, device, odd_values, values, frame)
 
 
@@ -395,7 +398,8 @@ def gpu_sessions():
         yield f"gpu-without-{name}", start + scan(LOOK, into=0) + b"".join(
             gpu(side=side, frame=b"\0\6\4\1\3\5\0" + bytes([fault]))
             for fault, side in zip(faults, (b"\2\0", b"")))
-    yield "gpu-weak-device", start + gpu(device=6, side=b"\0\1") + refuse(BASIC) + gpu(device=7)
+    yield "gpu-weak-device", start + gpu(device=WEAK, side=b"\2\1") + gpu(device=ODD, side=b"")
+    yield "gpu-without-suites", start + refuse(BASIC) + gpu()
 
 
 def sessions():

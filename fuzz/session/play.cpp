@@ -59,24 +59,24 @@ void playCommand(Stage& stage, Record record) {
     stage.check();
 }
 
-// How many commands there were.
-int play(const std::vector<Bytes>& records) {
+// How many commands the host has sent.
+std::size_t play(const std::vector<Bytes>& records) {
     nowPlaying("the beginning");
     Record first(records.front());
     Stage stage(first.flag() ? host_sim::afterEffects() : host_sim::premierePro());
-    int played = 0;
     if (setUp(stage, first)) {
         apply(stage, first);
-        for (std::size_t i = 1; i < records.size(); ++i, ++played)
+        for (std::size_t i = 1; i < records.size(); ++i)
             playCommand(stage, Record(records[i]));
     }
+    const std::size_t sent = stage.host.books().calls().size();
     stage.close();
-    return played;
+    return sent;
 }
 
 }  // namespace
 
-int playSession(const std::uint8_t* bytes, std::size_t size) {
+std::size_t playSession(const std::uint8_t* bytes, std::size_t size) {
     const std::vector<Bytes> records = recordsOf(bytes, size, kMostRecords);
     if (records.empty()) return 0;
     ground().clear();

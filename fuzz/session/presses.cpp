@@ -72,16 +72,26 @@ std::vector<twtest::ShownAlert> alertsFor(LutFileResult result, const std::strin
     return {};
 }
 
+std::string lineFor(LutFileResult result, const std::string& reason, const std::string& path) {
+    if (result == LutFileResult::kUnreadable) return "could not read " + path + ": " + reason;
+    if (result == LutFileResult::kForeignDomain) return path + " has a domain other than 0..1";
+    return "";
+}
+
 // Nothing, when the press changes nothing.
 std::optional<std::string> textToStore(Stage& stage, const std::string& path) {
     const std::wstring wide = tw::fromUtf8(path);
-    if (wide.empty()) return std::nullopt;
+    if (wide.empty()) {
+        stage.requireLine("LUT button: cancelled");
+        return std::nullopt;
+    }
     tw_effect::LutFile file;
     std::string reason;
     const LutFileResult result = tw_effect::loadLutFile(wide, file, reason);
     requireAlerts(stage, alertsFor(result, path));
-    if (result != LutFileResult::kLoaded) return std::nullopt;
-    return file.text;
+    if (result == LutFileResult::kLoaded) return file.text;
+    stage.requireLine("LUT button: " + lineFor(result, reason, tw::toUtf8(wide)));
+    return std::nullopt;
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ public:
     int resize = 0;
     bool noParamUtils = false;
     bool noPixelFormats = false;
+    bool noBasicSuite = false;
     PF_Err paramUpdateError = 0;
     PF_Err pixelFormatError = 0;
 

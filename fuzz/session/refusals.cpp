@@ -42,7 +42,7 @@ void refuse(Stage& stage, Record& record) {
             break;
         case 6:
             host.withoutBasicSuite(true);
-            reference.noParamUtils = reference.noPixelFormats = true;
+            reference.noParamUtils = reference.noPixelFormats = reference.noBasicSuite = true;
             break;
         default:
             host.failParamUpdate(reference.paramUpdateError = nth);

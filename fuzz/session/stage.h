@@ -52,6 +52,8 @@ public:
     // The effect has made `answer`; it must hold `value`. Held until the end or disposed of at once
     // when too many are held already.
     void hold(const host_sim::Answer<PF_ArbitraryH>& answer, const Value& value);
+    // Files that are open by now may stay so.
+    void keepDescriptors();
     // Whatever holds between two commands.
     void check();
     // In the command in progress the effect must have logged this.

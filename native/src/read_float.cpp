@@ -59,16 +59,14 @@ bool readExponent(const char*& at, std::ptrdiff_t& exponent) {
     return true;
 }
 
-// The nearest float to `value`, itself the double nearest to the number meant. Rounding twice errs
-// only where the double lies exactly between two floats (the number may have been on either side of
-// it) or where floats are no longer spaced by their leading bit; such values are refused: false.
+// The nearest float to `value`, itself the double nearest to the number meant: 0, or from 1e-22 to
+// 2^53 * 1e22, where floats are spaced by their leading bit. There rounding twice errs only where
+// the double lies exactly between two floats, as the number may have been on either side of it;
+// such values are refused: false.
 bool narrow(double value, float& narrowed) {
     constexpr std::uint64_t kBelowFloat = (std::uint64_t{1} << 29) - 1;
     constexpr std::uint64_t kMidpoint = std::uint64_t{1} << 28;
-    constexpr double kLeastNormal = 0x1p-126;
-    constexpr double kGreatest = 0x1.fffffep127;
     if ((std::bit_cast<std::uint64_t>(value) & kBelowFloat) == kMidpoint) return false;
-    if (value != 0.0 && (value < kLeastNormal || value > kGreatest)) return false;
     narrowed = static_cast<float>(value);
     return true;
 }

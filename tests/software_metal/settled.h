@@ -16,4 +16,16 @@ inline long settledLiveObjects(long expected) {
     return software_metal::counts().liveObjects;
 }
 
+// How many there are once their number has stayed the same for some milliseconds.
+inline long restingLiveObjects() {
+    long live = software_metal::counts().liveObjects;
+    for (int unchanged = 0; unchanged < 3; ++unchanged) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        const long now = software_metal::counts().liveObjects;
+        if (now != live) unchanged = -1;
+        live = now;
+    }
+    return live;
+}
+
 }  // namespace twtest

@@ -1,20 +1,26 @@
 // The date and time that log lines start with.
 #pragma once
 
-#include <cctype>
 #include <string>
+#include <string_view>
 
 namespace twtest {
 
-// What follows the date, the time and two blanks; says so when the text does not start with them.
-inline std::string messageOf(const std::string& text) {
-    const std::string pattern = "dddd-dd-dd dd:dd:dd  ";
-    bool stamped = text.size() >= pattern.size();
-    for (std::size_t i = 0; stamped && i < pattern.size(); ++i) {
-        const bool digit = std::isdigit(static_cast<unsigned char>(text[i])) != 0;
-        stamped = pattern[i] == 'd' ? digit : text[i] == pattern[i];
+inline constexpr std::string_view kLogStamp = "dddd-dd-dd dd:dd:dd  ";
+
+// Whether the text starts with a date, a time and two blanks.
+inline bool isStamped(std::string_view text) {
+    if (text.size() < kLogStamp.size()) return false;
+    for (std::size_t i = 0; i < kLogStamp.size(); ++i) {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9';
+        if (kLogStamp[i] == 'd' ? !isDigit : text[i] != kLogStamp[i]) return false;
     }
-    return stamped ? text.substr(pattern.size()) : "no stamp: " + text;
+    return true;
+}
+
+// What follows them; says so when the text does not start with them.
+inline std::string messageOf(const std::string& text) {
+    return isStamped(text) ? text.substr(kLogStamp.size()) : "no stamp: " + text;
 }
 
 }  // namespace twtest
