@@ -152,11 +152,15 @@ std::vector<const HandleBlock*> HandleMemory::liveBlocks() const {
     return live;
 }
 
+void HandleMemory::reportDamage(const HandleBlock& block) {
+    if (!block.isIntact())
+        books_.problemAtEnd("Bytes beside " + block.describe() + " were overwritten");
+}
+
 void HandleMemory::reportUnrest() {
     const std::lock_guard lock(mutex_);
     for (const HandleBlock* block : liveBlocks()) {
-        if (!block->isIntact())
-            books_.problemAtEnd("Bytes beside " + block->describe() + " were overwritten");
+        reportDamage(*block);
         if (!block->effectLocks.empty())
             books_.problemAtEnd("The " + block->describe() + " is still " + lockedWhen(*block));
     }
@@ -165,9 +169,7 @@ void HandleMemory::reportUnrest() {
 void HandleMemory::reportLeftovers() {
     const std::lock_guard lock(mutex_);
     for (const HandleBlock* block : liveBlocks()) {
-        if (!block->isIntact()) {
-            books_.problemAtEnd("Bytes beside " + block->describe() + " were overwritten");
-        }
+        reportDamage(*block);
         const bool locked = !block->effectLocks.empty();
         books_.problemAtEnd("The " + block->describe() + " was never disposed of" +
                             (locked ? ", and is " + lockedWhen(*block) : ""));

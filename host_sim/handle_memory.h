@@ -79,6 +79,7 @@ private:
     HandleBlock& add(std::size_t size);
     bool answersRefusal(PF_Handle handle);
     void checkCanaries(const HandleBlock& block, const char* callback);
+    void reportDamage(const HandleBlock& block);
     // The live ones in the order in which they were made.
     std::vector<const HandleBlock*> liveBlocks() const;
     void replace(HandleBlock& block, PF_Handle* handle);

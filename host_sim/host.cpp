@@ -11,7 +11,6 @@
 // The hosts leave this type incomplete to effects.
 struct PF_PluginData {
     std::vector<host_sim::Registration>* registrations;
-    host_sim::Session* session;
 };
 
 namespace host_sim {
@@ -30,7 +29,7 @@ A_Err recordRegistration(PF_PluginDataPtr data, const A_u_char* name, const A_u_
     data->registrations->push_back({data, text(name), text(matchName), text(category),
                                     text(entryPoint), kind, apiMajor, apiMinor, reservedInfo,
                                     text(supportUrl)});
-    return data->session->refusals.registrationError();
+    return Session::called().refusals.registrationError();
 }
 
 }  // namespace
@@ -57,7 +56,7 @@ void Host::start() {
 A_Err Host::registerEffect() {
     const auto entry = module_.registration();
     const CallScope scope(-1, 0, "the registration");
-    PF_PluginData data{&registrations_, &session_};
+    PF_PluginData data{&registrations_};
     SPBasicSuite* basic = session_.refusals.hidesBasicSuite() ? nullptr : &session_.basic;
     const A_Err error = entry(&data, recordRegistration, basic, session_.personality.name.c_str(),
                               session_.personality.version.c_str());

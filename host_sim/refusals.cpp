@@ -34,7 +34,7 @@ void Refusals::failLock(int nth) {
     set(Refusal::kLock, nth);
 }
 
-void Refusals::failAddParam(int nth, PF_Err error) {
+void Refusals::failAddParam(PF_Err error, int nth) {
     set(Refusal::kAddParam, nth, error);
 }
 

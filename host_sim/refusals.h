@@ -24,11 +24,11 @@ enum class Refusal {
     kPixelFormat,
     kParamUpdate
 };
-constexpr std::size_t kRefusals = 10;
+constexpr std::size_t kRefusals = static_cast<std::size_t>(Refusal::kParamUpdate) + 1;
 
 // All switches start off. "nth" counts the effect's calls from the moment of the request, 1 being
 // the next one, and refuses that one only; where it may be left out it is 0, which refuses them
-// all.
+// all, and elsewhere at least 1. A request takes the place of the one before it of its kind.
 //
 // Threads: every function from any thread.
 class Refusals {
@@ -37,9 +37,9 @@ public:
     void failAllAllocations(bool on);  // every one of them
     void failResize(int nth);          // host_resize_handle gives PF_Err_OUT_OF_MEMORY
     void failLock(int nth);            // host_lock_handle gives null
-    void failAddParam(int nth, PF_Err error);
-    // Answers of the registration callback, of GetPixelFormat, which writes nothing then, and of
-    // PF_UpdateParamUI, which keeps nothing. The error 0 switches off.
+    // Answers of PF_ADD_PARAM, of the registration callback, of GetPixelFormat, which writes
+    // nothing then, and of PF_UpdateParamUI, which keeps nothing. The error 0 switches off.
+    void failAddParam(PF_Err error, int nth = 0);
     void failRegistration(A_Err error, int nth = 0);
     void failPixelFormat(PF_Err error, int nth = 0);
     void failParamUpdate(PF_Err error, int nth = 0);

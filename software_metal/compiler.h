@@ -33,7 +33,8 @@ private:
 };
 
 // A text that was compiled before is not compiled again. Null on failure, *error then holding the
-// compiler's words. Throws std::bad_alloc only. Threads: any, one at a time.
+// compiler's words. Throws std::bad_alloc only. Threads: any; calls wait for one another. What was
+// compiled stays to the end of the process.
 std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
                                                    std::string* error);
 

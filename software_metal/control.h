@@ -36,13 +36,14 @@ struct Faults {
 };
 
 struct Counts {
-    long liveObjects = 0;   // devices, queues, buffers, options, libraries, functions, pipelines,
-                            // commands
-    long compilations = 0;  // all others: since the process began
+    long liveObjects = 0;  // devices, queues, buffers, options, libraries, functions, pipelines,
+                           // commands
+    // Since the process began, as all that follow.
+    long compilations = 0;  // also of a text that was compiled before
     long buffers = 0;
     long commandBuffers = 0;
-    long dispatches = 0;  // that ran
-    double lastCompileMs = 0.0;
+    long dispatches = 0;         // that ran
+    double lastCompileMs = 0.0;  // of the last text that was new
     bool lastFastMaths = false;  // as the last compilation asked for
 };
 

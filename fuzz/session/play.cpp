@@ -24,7 +24,7 @@ struct Trouble {
     void cause(Stage& stage) const {
         host_sim::Refusals& host = stage.host.refusals();
         if (atRegistration()) host.failRegistration(nth);
-        if (atParams() != PF_Err_NONE) host.failAddParam(nth, atParams());
+        if (atParams() != PF_Err_NONE) host.failAddParam(atParams(), nth);
         if (what == 3) host.failAllocation(stage.reference.allocation = 1);
         if (what == 4) host.failLock(stage.reference.lock = 1);
         if (what == 5) host.hideSuite(kPFPixelFormatSuite);

@@ -4,17 +4,10 @@
 
 #include "fuzz/session/ground.h"
 #include "fuzz/session/violation.h"
+#include "tests/effect/stand_in_module.h"
 
 namespace session_fuzz {
 namespace {
-
-twtest::StandInDialogs& dialogsOf(const host_sim::Module& module) {
-    using Find = twtest::StandInDialogs* (*)();
-    twtest::StandInDialogs& dialogs =
-        *reinterpret_cast<Find>(module.symbol("tintwell_stand_in_dialogs"))();
-    dialogs = {};
-    return dialogs;
-}
 
 void requireReleased(const host_sim::SuiteLedger& suites, const char* name, int version) {
     const host_sim::SuiteUse use = suites.use(name, version);
@@ -25,9 +18,11 @@ void requireReleased(const host_sim::SuiteLedger& suites, const char* name, int 
 
 Stage::Stage(const host_sim::Personality& personality)
     : host(TINTWELL_MODULE, personality),
-      dialogs(dialogsOf(host.module())),
+      dialogs(twtest::dialogsOf(host.module())),
       isPremiere_(personality.isPremiere()),
-      nextDescriptor_(nextDescriptor()) {}
+      nextDescriptor_(nextDescriptor()) {
+    dialogs = {};
+}
 
 void Stage::close() {
     nowPlaying("the end");

@@ -45,6 +45,10 @@ GpuSide::~GpuSide() {
 
 GpuSide& GpuSide::called() {
     Session::called();
+    return current();
+}
+
+GpuSide& GpuSide::current() {
     GpuSide* side = openSide;
     if (side == nullptr) {
         std::fputs("A GPU suite was called while no GPU side is open.\n", stderr);

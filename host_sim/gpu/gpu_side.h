@@ -68,6 +68,8 @@ public:
     piSuites& suites() { return suites_; }
 
     // Answers of the suites. The side that a callback is meant for.
+    static GpuSide& current();
+    // The same for a callback that has not told of itself yet.
     static GpuSide& called();
     prSuiteError deviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPUDeviceInfo* info);
     prSuiteError param(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param);

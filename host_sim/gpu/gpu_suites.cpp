@@ -9,7 +9,7 @@ namespace {
 
 // Asked once by every call that can fail.
 bool isRefused() {
-    return Session::current().refusals.refusesGpuCall();
+    return Session::called().refusals.refusesGpuCall();
 }
 
 prSuiteError getDeviceCount(csSDK_uint32* count) {
@@ -19,14 +19,14 @@ prSuiteError getDeviceCount(csSDK_uint32* count) {
 
 prSuiteError getDeviceInfo(csSDK_uint32 version, csSDK_uint32 index, PrGPUDeviceInfo* info) {
     if (isRefused()) return suiteError_Fail;
-    return GpuSide::called().deviceInfo(version, index, info);
+    return GpuSide::current().deviceInfo(version, index, info);
 }
 
 // Calls answer(frame) for a frame that the host knows.
 template <class Answer>
 prSuiteError ask(PPixHand handle, const char* callback, Answer answer) {
     if (isRefused()) return suiteError_Fail;
-    GpuFrame* frame = GpuSide::called().frameOf(handle, callback);
+    GpuFrame* frame = GpuSide::current().frameOf(handle, callback);
     if (frame == nullptr) return suiteError_IDNotValid;
     answer(*frame);
     return suiteError_NoError;
@@ -45,8 +45,11 @@ prSuiteError getRowBytes(PPixHand handle, csSDK_int32* rowBytes) {
 }
 
 prSuiteError getPixelFormat(PPixHand handle, PrPixelFormat* format) {
-    if (GpuSide::called().refusesFormats()) return suiteError_Fail;
-    return ask(handle, "GetPixelFormat", [&](GpuFrame& frame) { *format = frame.format(); });
+    const bool refused = GpuSide::current().refusesFormats();
+    const prSuiteError error = ask(handle, "GetPixelFormat", [&](GpuFrame& frame) {
+        if (!refused) *format = frame.format();
+    });
+    return refused ? suiteError_Fail : error;
 }
 
 csSDK_uint32 getPtrSize(PrMemoryPtr block) {
@@ -59,7 +62,7 @@ void disposePtr(PrMemoryPtr block) {
 
 prSuiteError getParam(csSDK_int32 node, csSDK_int32 index, PrTime time, PrParam* param) {
     if (isRefused()) return suiteError_Fail;
-    return GpuSide::called().param(node, index, time, param);
+    return GpuSide::current().param(node, index, time, param);
 }
 
 PrSDKGPUDeviceSuite deviceSuite() {

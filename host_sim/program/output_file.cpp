@@ -52,15 +52,16 @@ std::string readText(const std::string& path) {
 void writeWhole(const std::string& path, std::string_view bytes) {
     const fs::path partial = partialName(path);
     std::ofstream out(partial, std::ios::binary);
-    out << bytes << std::flush;
+    if (!out) throw Failure("cannot write '" + path + "': " + reason());
+    out << bytes;
+    // Some disks tell only now that they are full.
+    out.close();
+    std::string why = reason();
     std::error_code failed;
-    std::string why;
-    if (!out) {
-        why = reason();
-    } else if (fs::rename(partial, path, failed); failed) {
+    if (out) {
+        fs::rename(partial, path, failed);
+        if (!failed) return;
         why = failed.message();
-    } else {
-        return;
     }
     fs::remove(partial, failed);
     throw Failure("cannot write '" + path + "': " + why);

@@ -91,8 +91,8 @@ private:
 
     template <bool kStream>
     void gradeBatch(const float* src, float* dst, int count) const {
-        const FloatRow row =
-            *this;  // so that the compiler sees that stores to dst do not change it
+        // A copy, so that the compiler sees that stores to dst do not change it.
+        const FloatRow row = *this;
         Batch batch;
         for (int at = 0; at < count; at += kGroup) {
             prefetch<sizeof(float) * kChannels * kGroup>(src + kChannels * at);

@@ -4,6 +4,8 @@
 #include <regex>
 #include <sstream>
 
+#include "tests/effect/stand_in_module.h"
+
 namespace twtest {
 namespace fs = std::filesystem;
 
@@ -44,8 +46,7 @@ FlowTest::FlowTest() {
     host_ = std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro());
     host_->start();
     effect_ = &host_->apply();
-    void* standIn = host_->module().symbol("tintwell_stand_in_dialogs");
-    dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+    dialogs_ = &dialogsOf(host_->module());
     *dialogs_ = {};
     log();
 }

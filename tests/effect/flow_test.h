@@ -17,6 +17,9 @@ namespace twtest {
 
 enum Index { kAmount = 1, kLut = 2, kLutButton = 3, kEditButton = 4 };
 
+// The flags of a press that has stored a new value.
+inline constexpr PF_OutFlags kRefresh = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
+
 using Bytes = std::vector<std::uint8_t>;
 using Lines = std::vector<std::string>;
 

@@ -6,7 +6,7 @@
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/effect/flow_test.h"
-#include "tests/effect/held_lock.h"
+#include "tests/effect/stand_in_module.h"
 #include "tests/support/failing_calls.h"
 
 namespace {
@@ -187,8 +187,7 @@ TEST_F(ButtonLabel, is_kept_and_compared_under_locks) {
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
     twtest::watchCallsOf(host().module().symbol("EffectMain"));
-    void* symbol = host().module().symbol("tintwell_held_lock");
-    const auto heldLock = reinterpret_cast<decltype(&tintwell_held_lock)>(symbol);
+    const auto heldLock = twtest::heldLockOf(host().module());
     effect().setBytes(kLut, stored(named("a name that no string holds in itself")));
     std::set<std::string> locks;
     const std::function<void()> note = [&] {

@@ -15,7 +15,6 @@ namespace twtest {
 
 using Alerts = std::vector<ShownAlert>;
 
-inline constexpr PF_OutFlags kRefresh = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
 inline constexpr char kPressed[] = "USER_CHANGED_PARAM index 3";
 
 class LutButton : public twtest::FlowTest {

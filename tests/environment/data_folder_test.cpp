@@ -109,7 +109,7 @@ TEST_F(DataFolder, costs_log_and_request_while_its_disk_is_full) {
 TEST_F(DataFolder, keeps_the_lines_it_has_while_its_disk_is_full) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
-    const std::string old = std::string(4095, 'x') + "\n";  // to the end of a block
+    const std::string old = std::string(disk.blockSize() - 1, 'x') + "\n";
     writeFile(log_, old);
     disk.fill();
     live();

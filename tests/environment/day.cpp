@@ -1,11 +1,12 @@
 #include "tests/environment/day.h"
 
 #include <filesystem>
-#include <regex>
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/effect/frames.h"
+#include "tests/effect/stand_in_module.h"
+#include "tests/support/request_line.h"
 
 namespace twtest {
 namespace {
@@ -56,8 +57,7 @@ void Day::live() {
     host_sim::Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
     host_sim::Instance& effect = host.apply();
-    void* standIn = host.module().symbol("tintwell_stand_in_dialogs");
-    dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+    dialogs_ = &dialogsOf(host.module());
     *dialogs_ = {};
     EXPECT_EQ(effect.updateUi().error, PF_Err_NONE);
     EXPECT_EQ(effect.label(kLutButton), "Choose a LUT");
@@ -152,8 +152,7 @@ Lines Day::logAt(const std::string& file) {
 
 testing::AssertionResult Day::holdsRequest(const std::string& file) {
     const std::string text = readFile(file);
-    const std::regex request(R"(\{"id":42,"name":"Film","at":\d+\}\n)");
-    if (std::regex_match(text, request)) return testing::AssertionSuccess();
+    if (isRequest(text, kMatch, "Film")) return testing::AssertionSuccess();
     return testing::AssertionFailure() << "the file holds " << testing::PrintToString(text);
 }
 

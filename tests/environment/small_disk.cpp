@@ -7,12 +7,16 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <stdexcept>
 
 namespace twtest {
 namespace {
 
 constexpr char kBallast[] = "/ballast";
-constexpr char kOptions[] = "size=64k";
+
+std::string options() {
+    return "size=" + std::to_string(16 * SmallDisk::blockSize());
+}
 
 void tellKernel(const std::string& file, const std::string& text) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CLOEXEC);
@@ -42,17 +46,22 @@ bool hasOwnMounts() {
 }  // namespace
 
 SmallDisk::SmallDisk(const std::string& folder) : folder_(folder) {
-    mounted_ = hasOwnMounts() && mount("tmpfs", folder.c_str(), "tmpfs", 0, kOptions) == 0;
+    mounted_ = hasOwnMounts() && mount("tmpfs", folder.c_str(), "tmpfs", 0, options().c_str()) == 0;
 }
 
 SmallDisk::~SmallDisk() {
     if (mounted_) umount2(folder_.c_str(), MNT_DETACH);
 }
 
+std::size_t SmallDisk::blockSize() {
+    return static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
 void SmallDisk::fill() const {
     const std::string ballast = folder_ + kBallast;
     const int descriptor = open(ballast.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-    const std::string block(4096, '.');
+    if (descriptor < 0) throw std::runtime_error("cannot fill the disk");
+    const std::string block(blockSize(), '.');
     while (write(descriptor, block.data(), block.size()) > 0) {
     }
     close(descriptor);
@@ -63,7 +72,7 @@ void SmallDisk::makeRoom() const {
 }
 
 void SmallDisk::makeReadOnly() const {
-    mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, kOptions);
+    mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, options().c_str());
 }
 
 }  // namespace twtest

@@ -1,12 +1,13 @@
 // Disks that are full or cannot be written.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace twtest {
 
-// A disk of 64 KiB in the place of a folder, for this process alone; gone with the object. Needs
-// root, or a system that lets users have mounts of their own.
+// A disk of sixteen blocks in the place of a folder, for this process alone; gone with the object.
+// Needs root, or a system that lets users have mounts of their own.
 class SmallDisk {
 public:
     explicit SmallDisk(const std::string& folder);
@@ -15,8 +16,11 @@ public:
     SmallDisk& operator=(const SmallDisk&) = delete;
 
     bool mounted() const { return mounted_; }
+    // Bytes in which room is given out.
+    static std::size_t blockSize();
 
-    // Leaves no room for another byte of any file, until emptied.
+    // Leaves no room for another block of any file, until emptied. Throws std::runtime_error when
+    // it cannot.
     void fill() const;
     void makeRoom() const;
     void makeReadOnly() const;

@@ -7,6 +7,7 @@
 #include "native/src/lut_engine.h"
 #include "tests/effect/flow_test.h"
 #include "tests/faults/effect_play.h"
+#include "tests/support/request_line.h"
 
 namespace faults {
 namespace {
@@ -15,9 +16,8 @@ using effect_test::emptyLut;
 using effect_test::quarterText;
 using effect_test::rotationText;
 using effect_test::widened;
+using twtest::kRefresh;
 using twtest::writeFile;
-
-constexpr PF_OutFlags kRefresh = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
 
 // Empties it for good.
 template <class List>
@@ -162,9 +162,7 @@ private:
         const std::string line = twtest::readFile(request());
         if (line.empty()) return "empty request";
         if (line == kOlder) return "older request";
-        const bool isWhole =
-            line.starts_with("{\"id\":7,\"name\":\"Turn\",\"at\":1") && line.ends_with("}\n");
-        return isWhole ? "request" : line;
+        return twtest::isRequest(line, 7, "Turn") ? "request" : line;
     }
 
     host_sim::CommandResult result_;

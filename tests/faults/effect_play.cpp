@@ -4,7 +4,9 @@
 
 #include <sstream>
 
+#include "tests/effect/stand_in_module.h"
 #include "tests/support/failing_calls.h"
+#include "tests/support/log_stamp.h"
 
 namespace faults {
 namespace {
@@ -16,17 +18,8 @@ host_sim::Instance& applied(host_sim::Host& host, const Bytes& value) {
     return effect;
 }
 
-// "2025-01-31 09:05:07  " and words.
 bool isWhole(const std::string& line) {
-    std::string shape = line.substr(0, effect_test::kStampLength);
-    for (char& character : shape)
-        character = character >= '0' && character <= '9' ? '0' : character;
-    return shape == "0000-00-00 00:00:00  " && line.size() > shape.size();
-}
-
-twtest::StandInDialogs& dialogsOf(const host_sim::Host& host) {
-    void* standIn = host.module().symbol("tintwell_stand_in_dialogs");
-    return *reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(standIn)();
+    return twtest::isStamped(line) && line.size() > twtest::kLogStamp.size();
 }
 
 }  // namespace
@@ -56,7 +49,7 @@ void HostPlay::expectWholeLines() const {
 }
 
 EffectPlay::EffectPlay(const Bytes& value, const host_sim::Personality& personality)
-    : HostPlay(personality), effect_(applied(host(), value)), dialogs_(dialogsOf(host())) {}
+    : HostPlay(personality), effect_(applied(host(), value)), dialogs_(twtest::dialogsOf(host().module())) {}
 
 std::string answered(PF_Err error, const std::string& word) {
     return error == PF_Err_NONE ? word : "error " + std::to_string(error);
@@ -65,7 +58,7 @@ std::string answered(PF_Err error, const std::string& word) {
 void expectEffect(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected) {
     // Loaded once, so that the children need not; nothing of it is called here.
     const host_sim::Module module(TINTWELL_MODULE);
-    failInTurn(effectKinds(), begin, expected);
+    failInTurn(hostKinds(), begin, expected);
 }
 
 }  // namespace faults

@@ -162,7 +162,7 @@ Expected alwaysFailing(const std::string& words) {
 TEST(GpuFaults, ofMakingAnInstanceOnABadDevice) {
     for (const auto fault : {&Faults::noLibrary, &Faults::noFunction, &Faults::noPipeline})
         expectGpu(playing<Making>(faultOf(fault)),
-                  alwaysFailing("fails").harmless({kSuite, kNoTable}), gpuHostKinds());
+                  alwaysFailing("fails").harmless({kSuite, kNoTable}), hostKinds());
 }
 
 // Without the Amount there is a copy, without a format half floats are written.
@@ -198,7 +198,7 @@ TEST(GpuFaults, ofARenderOfThePattern) {
 TEST(GpuFaults, ofARenderThatFails) {
     for (const auto fault : {&Faults::noBuffer, &Faults::noCommandBuffer, &Faults::noEncoder})
         expectGpu(playing<Rendering>(rotationText(), "", faultOf(fault)),
-                  alwaysFailing("fails, untouched").keepsOther({kGpuCall}), gpuHostKinds());
+                  alwaysFailing("fails, untouched").keepsOther({kGpuCall}), hostKinds());
 }
 
 TEST(GpuFaults, ofARenderThatFailsLater) {
@@ -208,7 +208,7 @@ TEST(GpuFaults, ofARenderThatFailsLater) {
                   .failed(kGpuCall, {"fails, untouched", "no error, untouched"})
                   .harmless(kLogKinds)
                   .keepsOther({kGpuCall}),
-              gpuHostKinds());
+              hostKinds());
 }
 
 TEST(GpuFaults, ofAWholeLife) {

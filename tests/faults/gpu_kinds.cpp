@@ -1,4 +1,3 @@
-#include "host_sim/session.h"
 #include "software_metal/control.h"
 #include "tests/faults/kinds.h"
 
@@ -19,17 +18,8 @@ Kind deviceKind(const std::string& name, bool Faults::*which) {
 
 }  // namespace
 
-std::vector<Kind> gpuHostKinds() {
-    std::vector<Kind> kinds = effectKinds();
-    kinds.push_back(
-        {kGpuCall, [](int nth) { host_sim::Session::current().refusals.failGpuCall(nth); },
-         [] { return host_sim::Session::current().refusals.isDue(host_sim::Refusal::kGpuCall); },
-         [] { host_sim::Session::current().refusals.clear(); }});
-    return kinds;
-}
-
 std::vector<Kind> gpuKinds() {
-    std::vector<Kind> kinds = gpuHostKinds();
+    std::vector<Kind> kinds = hostKinds();
     kinds.insert(
         kinds.end(),
         {deviceKind(kLibrary, &Faults::noLibrary), deviceKind(kFunction, &Faults::noFunction),

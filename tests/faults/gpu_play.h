@@ -33,6 +33,8 @@ class GpuPlay : public EffectPlay {
 public:
     explicit GpuPlay(const std::string& text, const std::optional<Faults>& faults = {});
 
+    // The device's thread logs what it finds wrong.
+    void settle() override { side_->wait(); }
     void close() override;
 
 protected:

@@ -46,13 +46,15 @@ void run(Play& play, const std::vector<Kind>& kinds, int nth, Report& report) {
             kind.fail(nth);
         const twtest::Watch watch;
         play.act();
+        write(report.failed, endFailures(kinds));
+        play.settle();
     }
-    write(report.failed, endFailures(kinds));
     EXPECT_EQ(twtest::watchedFiles(), 0);
     write(report.outcome, play.outcome());
     {
         const twtest::Watch watch;
         play.repeat();
+        play.settle();
     }
     EXPECT_EQ(twtest::watchedFiles(), 0);
     write(report.repeated, play.outcome());

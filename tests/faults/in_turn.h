@@ -19,6 +19,8 @@ public:
 
     // What is tried. The failing call is one of those it leads to.
     virtual void act() = 0;
+    // Until threads of others have done what the act has left to them. Nothing fails meanwhile.
+    virtual void settle() {}
     // What the act has led to, in a few words. Nothing fails meanwhile.
     virtual std::string outcome() = 0;
     // The act once more, with nothing failing.

@@ -37,7 +37,7 @@ Kind errorKind(const std::string& name, Refusal which, void (Refusals::*refuse)(
 
 }  // namespace
 
-std::vector<Kind> effectKinds() {
+std::vector<Kind> hostKinds() {
     return {libraryKind(kNew, LibraryCall::kNew),
             libraryKind(kThread, LibraryCall::kThreadStart),
             libraryKind(kOpen, LibraryCall::kOpen),
@@ -49,8 +49,8 @@ std::vector<Kind> effectKinds() {
             countedKind(kResize, Refusal::kResize, &Refusals::failResize),
             countedKind(kSuite, Refusal::kAcquisition, &Refusals::failAcquisition),
             countedKind(kNoTable, Refusal::kSuiteTable, &Refusals::nullAcquisition),
-            hostKind(kAddParam, Refusal::kAddParam,
-                     [](Refusals& host, int nth) { host.failAddParam(nth, kHostError); }),
+            countedKind(kGpuCall, Refusal::kGpuCall, &Refusals::failGpuCall),
+            errorKind(kAddParam, Refusal::kAddParam, &Refusals::failAddParam),
             errorKind(kRegister, Refusal::kRegistration, &Refusals::failRegistration),
             errorKind(kFormat, Refusal::kPixelFormat, &Refusals::failPixelFormat),
             errorKind(kUpdate, Refusal::kParamUpdate, &Refusals::failParamUpdate)};

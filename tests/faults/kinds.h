@@ -40,10 +40,8 @@ inline const std::string kExecution = "a device's execution";
 // The error that the host's callbacks answer where it may be any.
 constexpr int kHostError = 77;
 
-// Those of the library and of the host's CPU side.
-std::vector<Kind> effectKinds();
 // Those of the library and of the host.
-std::vector<Kind> gpuHostKinds();
+std::vector<Kind> hostKinds();
 // All of them. Afterwards the device has no faults.
 std::vector<Kind> gpuKinds();
 

@@ -80,8 +80,8 @@ protected:
         return {GetParam(), text, amount};
     }
 
-    // A render that comes to this picture. Without its value there is a copy. In
-    // Premiere Pro an output of unknown format counts as 8-bit.
+    // A render that comes to this picture. Without its value there is a copy. In Premiere Pro an
+    // output of unknown format counts as 8-bit.
     Expected render(const std::string& picture) const {
         const std::string good = "no error, " + picture;
         Expected expected =

@@ -28,7 +28,15 @@ void* keptBy(const PrGPUFilterInstance& instance) {
     return instance.ioPrivatePluginData;
 }
 
-TEST(FilterModule, keepsTheFilter_untilTheInstanceIsDisposedOf) {
+class FilterModule : public testing::Test {
+protected:
+    ~FilterModule() override {
+        Filter::answer = suiteError_NoError;
+        Filter::throws = false;
+    }
+};
+
+TEST_F(FilterModule, keepsTheFilter_untilTheInstanceIsDisposedOf) {
     PrGPUFilterInstance instance = {};
     EXPECT_EQ(Module::CreateInstance(&instance), 0);
     EXPECT_EQ(Filter::alive, 1);
@@ -39,7 +47,7 @@ TEST(FilterModule, keepsTheFilter_untilTheInstanceIsDisposedOf) {
     }
 }
 
-TEST(FilterModule, keepsNoFilter_thatCouldNotBeInitialised) {
+TEST_F(FilterModule, keepsNoFilter_thatCouldNotBeInitialised) {
     PrGPUFilterInstance instance = {};
     Filter::answer = suiteError_NotImplemented;
     EXPECT_EQ(Module::CreateInstance(&instance), suiteError_NotImplemented);
@@ -47,7 +55,7 @@ TEST(FilterModule, keepsNoFilter_thatCouldNotBeInitialised) {
     EXPECT_EQ(Filter::alive, 0);
 }
 
-TEST(FilterModule, keepsNoFilter_thatThrew) {
+TEST_F(FilterModule, keepsNoFilter_thatThrew) {
     PrGPUFilterInstance instance = {};
     Filter::throws = true;
     EXPECT_EQ(Module::CreateInstance(&instance), suiteError_Fail);

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/effect/held_lock.h"
+#include "tests/effect/stand_in_module.h"
 #include "tests/gpu/filter_fixture.h"
 
 namespace {
@@ -13,8 +13,7 @@ using namespace twtest;
 class DeviceLock : public FilterTest {};
 
 TEST_F(DeviceLock, isHeldWhenAFrameIsCommitted) {
-    void* symbol = host_.module().symbol("tintwell_held_lock");
-    const auto heldLock = reinterpret_cast<decltype(&tintwell_held_lock)>(symbol);
+    const auto heldLock = heldLockOf(host_.module());
     setLook(lutText(3, 1));
     GpuInstance instance = make();
     GpuFrame picture = frame(noisePicture(4, 4));

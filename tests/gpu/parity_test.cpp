@@ -60,11 +60,12 @@ TEST_F(Parity, withSamplesThatAreNotFinite) {
 
 // A corner without weight shows then: which one it is decides about a result that is no number.
 TEST_F(Parity, inTiesBesideSamplesThatAreInfinite) {
-    tw::Lut3D lut = twtest::scatteredLut(3, 15);
-    for (std::size_t i = 0; i < lut.data.size(); ++i) {
-        if ((i / 3 + i % 3) % 3 != 0) lut.data[i] = std::numeric_limits<float>::infinity();
+    for (std::size_t corner = 0; corner < 8; ++corner) {
+        tw::Lut3D lut = twtest::scatteredLut(2, 15);
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            lut.data[corner * 3 + channel] = std::numeric_limits<float>::infinity();
+        checkColours(lut, twtest::tetrahedra(lut));
     }
-    checkColours(lut, twtest::tetrahedra(lut));
 }
 
 TEST_F(Parity, onFramesOfOddSizesAndPitches) {

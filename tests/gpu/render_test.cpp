@@ -202,6 +202,7 @@ TEST_F(GpuRender, takesAnAmountOfAnotherTypeForZero) {
         GpuFrame both = frame(noisePicture(6, 6));
         EXPECT_EQ(instance.render(both, both), 0);
     }
+    gpu_->wait();
     EXPECT_EQ(counts().dispatches, 0);
 }
 

@@ -71,7 +71,7 @@ TEST_F(Refusing, aLock_mayBeUnlockedAllTheSame) {
 
 TEST_F(Refusing, addParam_endsTheSetupAndFreesTheDefault) {
     host.registerEffect();
-    host.refusals().failAddParam(2, 77);
+    host.refusals().failAddParam(77, 2);
     EXPECT_EQ(host.paramsSetup().error, 77);
     EXPECT_EQ(host.params().count(), 2);
     EXPECT_EQ(host.handles().counts().live, 0U);

@@ -77,12 +77,14 @@ TEST(Apply8, roundsHalfUpAndClamps_whenQuantising) {
         float value;
         int byte;
     };
-    const Row rows[] = {
-        {1.0f, 255},   {0.999f, 255}, {0.998f, 254},  {0.5f, 128},  {kNan, 0},
-        {-kNan, 0},    {-0.1f, 0},    {-1e30f, 0},    {3e38f, 255}, {-3e38f, 0},
-        {1e30f, 255},  {2.0f, 255},   {0.0f, 0},      {-0.0f, 0},   {0.0019f, 0},
-        {0.00197f, 1}, {-0.001f, 0},  {-0.00197f, 0}, {0.0058f, 1}, {0.0059f, 2},
-        {0.25f, 64},   {0.75f, 191},  {3.0e9f, 255},  {-3.0e9f, 0}, {0.99607843f, 254}};
+    // The last two: 255 times the value is 0.5 but for the last bit, and 255.5.
+    const Row rows[] = {{1.0f, 255},        {0.999f, 255},     {0.998f, 254},       {0.5f, 128},
+                        {kNan, 0},          {-kNan, 0},        {-0.1f, 0},          {-1e30f, 0},
+                        {3e38f, 255},       {-3e38f, 0},       {1e30f, 255},        {2.0f, 255},
+                        {0.0f, 0},          {-0.0f, 0},        {0.0019f, 0},        {0.00197f, 1},
+                        {-0.001f, 0},       {-0.00197f, 0},    {0.0058f, 1},        {0.0059f, 2},
+                        {0.25f, 64},        {0.75f, 191},      {3.0e9f, 255},       {-3.0e9f, 0},
+                        {0.99607843f, 254}, {0x1.0101p-9f, 1}, {0x1.00808p+0f, 255}};
     for (const Row& row : rows)
         EXPECT_EQ(row.byte, quantised(row.value)) << twtest::shown(row.value);
 }

@@ -12,12 +12,23 @@
 
 namespace {
 
-// Each call of the two functions below with the lock that its thread held.
-std::vector<std::string> calls;
+using Calls = std::vector<std::string>;
+
+// Where this thread's calls of the two functions below are noted; null: nowhere.
+thread_local Calls* notes = nullptr;
 
 void note(const char* function) {
+    if (!notes) return;
     const char* lock = tw::heldLock();
-    calls.push_back(std::string(function) + ", " + (lock ? lock : "no lock"));
+    notes->push_back(std::string(function) + ", " + (lock ? lock : "no lock"));
+}
+
+Calls callsOfALine() {
+    Calls calls;
+    notes = &calls;
+    tw::logLine("line");
+    notes = nullptr;
+    return calls;
 }
 
 template <class Function>
@@ -42,16 +53,12 @@ namespace {
 
 TEST(LogLock, isHeldAsLongAsTheFileIsOpen) {
     const twtest::TempHome home;
-    calls.clear();
-    tw::logLine("line");
-    EXPECT_EQ(calls, (std::vector<std::string>{"fopen, log", "fclose, log"}));
+    EXPECT_EQ(callsOfALine(), (Calls{"fopen, log", "fclose, log"}));
 }
 
 TEST(LogLock, isHeldOverTheSecondTry_whenTheFolderIsMissing) {
     const twtest::TempHome home(twtest::TempHome::Holds::kSupportFolder);
-    calls.clear();
-    tw::logLine("line");
-    EXPECT_EQ(calls, (std::vector<std::string>{"fopen, log", "fopen, log", "fclose, log"}));
+    EXPECT_EQ(callsOfALine(), (Calls{"fopen, log", "fopen, log", "fclose, log"}));
 }
 
 }  // namespace

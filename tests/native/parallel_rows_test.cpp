@@ -179,6 +179,13 @@ TEST(ParallelRowsWith, startsNoThread_forEmptyLastRange) {
     EXPECT_TRUE(ledger.covers(545));
 }
 
+TEST(ParallelRowsWith, startsNoThreadForNoRows_whenTheRangesEndExactly) {
+    Ledger ledger;
+    tw::parallelRowsWith(527, 32, startThread, ledger.work());
+    EXPECT_EQ(31U, ledger.sortedRanges().size());
+    EXPECT_TRUE(ledger.covers(527));
+}
+
 TEST(ParallelRowsWith, startsNoThread_belowTwoThreads) {
     for (const int rows : {0, -5, 1, 31}) {
         Ledger ledger;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <limits>
 #include <map>
 #include <utility>
 #include <vector>
@@ -47,6 +48,15 @@ TEST(ProbeGrid, followsTable) {
         EXPECT_EQ(row.cols, cols) << row.n << ", " << row.width << " x " << row.height;
         EXPECT_EQ(row.rows, rows) << row.n << ", " << row.width << " x " << row.height;
     }
+}
+
+TEST(ProbeGrid, hasAsManyColumnsAsAnIntHolds_atMost) {
+    constexpr int kMost = std::numeric_limits<int>::max();
+    int cols = -1;
+    int rows = -1;
+    tw::probeGrid(100000, kMost, 1, &cols, &rows);
+    EXPECT_EQ(kMost, cols);
+    EXPECT_EQ(465662, rows);
 }
 
 TEST(ProbeGrid, takesAspectOne_withoutHeight) {

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <functional>
@@ -46,7 +47,8 @@ inline int failuresSoFar() {
     return failures;
 }
 
-[[noreturn]] inline void beChild(const std::function<void()>& body, unsigned seconds) {
+// What is thrown and no std::exception ends the child: it must not go on with the parent's tests.
+[[noreturn]] inline void beChild(const std::function<void()>& body, unsigned seconds) noexcept {
     const int before = failuresSoFar();
     alarm(seconds);
     try {
@@ -66,7 +68,13 @@ inline bool runInChild(const std::function<void()>& body, unsigned seconds = 30)
     const pid_t child = fork();
     if (child == 0) beChild(body, seconds);
     int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child) {
+    pid_t ended = child;
+    if (child > 0) {
+        do {
+            ended = waitpid(child, &status, 0);
+        } while (ended < 0 && errno == EINTR);
+    }
+    if (child < 0 || ended != child) {
         ADD_FAILURE() << "no child process";
         return false;
     }

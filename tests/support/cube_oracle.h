@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "native/src/lut_engine.h"
+#include "tests/support/cube_messages.h"
 
 namespace twtest {
 
@@ -50,7 +51,7 @@ private:
         if (line.substr(0, 10) == "DOMAIN_MIN") return readDomain(at + 10, read_.lut.domainMin);
         if (line.substr(0, 10) == "DOMAIN_MAX") return readDomain(at + 10, read_.lut.domainMax);
         if (line.substr(0, 11) == "LUT_1D_SIZE") {
-            read_.error = "1D LUTs are not supported";
+            read_.error = kOneD;
             return;
         }
         if (line[0] == '_' || (line[0] >= 'A' && line[0] <= 'Z')) return;
@@ -59,7 +60,7 @@ private:
 
     void readSize(std::size_t at) {
         read_.lut.size = std::atoi(text_.c_str() + at);
-        if (read_.lut.size < 2 || read_.lut.size > 256) read_.error = "LUT_3D_SIZE out of range";
+        if (read_.lut.size < 2 || read_.lut.size > 256) read_.error = kRange;
     }
 
     void readDomain(std::size_t at, float* bound) {
@@ -72,7 +73,7 @@ private:
             const std::size_t before = at;
             const float value = readNumber(at);
             if (at == before) {
-                read_.error = "malformed data line";
+                read_.error = kData;
                 return;
             }
             values_.push_back(value);
@@ -90,13 +91,13 @@ private:
         const tw::Lut3D& lut = read_.lut;
         const auto points = static_cast<std::size_t>(lut.size);
         if (lut.size == 0) {
-            read_.error = "no LUT_3D_SIZE";
+            read_.error = kNoSize;
         } else if (values_.size() != points * points * points * 3) {
-            read_.error = "wrong number of values";
+            read_.error = kCount;
         } else {
             for (int channel = 0; channel < 3; ++channel) {
                 const bool rises = lut.domainMax[channel] > lut.domainMin[channel];
-                if (!rises) read_.error = "bad DOMAIN_MIN/MAX";
+                if (!rises) read_.error = kDomain;
             }
         }
     }

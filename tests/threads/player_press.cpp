@@ -1,9 +1,7 @@
 // The buttons of a player's own effect.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cctype>
-
+#include "tests/support/request_line.h"
 #include "tests/threads/player.h"
 
 namespace stress {
@@ -78,13 +76,7 @@ void Player::pressEditButton() {
 
 void Player::readRequest(const Look& look) {
     const std::string line = twtest::readFile(stage_.requestFile());
-    const std::string start =
-        "{\"id\":" + std::to_string(look.lut.id) + ",\"name\":\"" + look.lut.name + "\",\"at\":";
-    ASSERT_TRUE(line.starts_with(start) && line.ends_with("}\n")) << line;
-    const std::string at = line.substr(start.size(), line.size() - start.size() - 2);
-    EXPECT_TRUE(!at.empty() && std::all_of(at.begin(), at.end(), [](unsigned char digit) {
-        return std::isdigit(digit) != 0;
-    })) << line;
+    EXPECT_TRUE(twtest::isRequest(line, look.lut.id, look.lut.name)) << line;
 }
 
 }  // namespace stress

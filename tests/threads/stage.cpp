@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "software_metal/control.h"
+#include "tests/effect/stand_in_module.h"
 #include "tests/software_metal/settled.h"
 #include "tests/support/log_stamp.h"
 
@@ -56,10 +57,8 @@ Stage::Stage(const Repertoire& repertoire, bool gpuFails)
       gpuFails_(gpuFails),
       host_(std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro())) {
     host_->start();
-    const auto symbol = [this](const char* name) { return host_->module().symbol(name); };
-    dialogs_ = reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(
-        symbol("tintwell_stand_in_dialogs"))();
-    heldLock_ = reinterpret_cast<decltype(&tintwell_held_lock)>(symbol("tintwell_held_lock"));
+    dialogs_ = &twtest::dialogsOf(host_->module());
+    heldLock_ = twtest::heldLockOf(host_->module());
     dialogs_->pick = [this] {
         expectNoLock("while a dialog is open");
         return picked;

@@ -9,13 +9,13 @@
 #include "tests/host_sim/program/program_fixture.h"
 #include "tests/support/locales.h"
 
-namespace program_test {
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 #define TINTWELL_SANITIZED
 #endif
 #endif
 
+namespace program_test {
 namespace {
 
 // For the shell: the file that is written before it gets its name cannot grow.
@@ -199,8 +199,9 @@ TEST_F(Environment, saysThatMemoryIsShort_forALookOfTwoGigabytes) {
     GTEST_SKIP() << "a sanitizer takes more memory than the limit leaves";
 #endif
     const int sparse = open(file("sparse.cube").c_str(), O_CREAT | O_WRONLY, 0600);
-    ASSERT_EQ(ftruncate(sparse, off_t{1} << 31), 0);
+    const bool isMade = ftruncate(sparse, off_t{1} << 31) == 0;
     close(sparse);
+    if (!isMade) GTEST_SKIP() << "the file system has no sparse files of 2 GiB";
     runWrong("encode sparse.cube", "there is not enough memory", "ulimit -v 1000000;");
 }
 

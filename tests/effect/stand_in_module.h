@@ -1,0 +1,19 @@
+// What the module TintwellStandIn has beside the effect, once it is loaded.
+#pragma once
+
+#include "host_sim/module.h"
+#include "tests/effect/held_lock.h"
+#include "tests/effect/stand_in_dialogs.h"
+
+namespace twtest {
+
+inline StandInDialogs& dialogsOf(const host_sim::Module& module) {
+    void* const symbol = module.symbol("tintwell_stand_in_dialogs");
+    return *reinterpret_cast<decltype(&tintwell_stand_in_dialogs)>(symbol)();
+}
+
+inline decltype(&tintwell_held_lock) heldLockOf(const host_sim::Module& module) {
+    return reinterpret_cast<decltype(&tintwell_held_lock)>(module.symbol("tintwell_held_lock"));
+}
+
+}  // namespace twtest
