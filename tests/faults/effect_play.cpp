@@ -49,7 +49,9 @@ void HostPlay::expectWholeLines() const {
 }
 
 EffectPlay::EffectPlay(const Bytes& value, const host_sim::Personality& personality)
-    : HostPlay(personality), effect_(applied(host(), value)), dialogs_(twtest::dialogsOf(host().module())) {}
+    : HostPlay(personality),
+      effect_(applied(host(), value)),
+      dialogs_(twtest::dialogsOf(host().module())) {}
 
 std::string answered(PF_Err error, const std::string& word) {
     return error == PF_Err_NONE ? word : "error " + std::to_string(error);
