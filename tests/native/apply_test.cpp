@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "native/src/lut_engine.h"
+#include "native/src/pixel.h"
 #include "tests/support/float_steps.h"
 #include "tests/support/guarded_picture.h"
 #include "tests/support/luts.h"
@@ -85,8 +86,10 @@ TEST(Apply8, roundsHalfUpAndClamps_whenQuantising) {
                         {-0.001f, 0},       {-0.00197f, 0},    {0.0058f, 1},        {0.0059f, 2},
                         {0.25f, 64},        {0.75f, 191},      {3.0e9f, 255},       {-3.0e9f, 0},
                         {0.99607843f, 254}, {0x1.0101p-9f, 1}, {0x1.00808p+0f, 255}};
-    for (const Row& row : rows)
+    for (const Row& row : rows) {
         EXPECT_EQ(row.byte, quantised(row.value)) << twtest::shown(row.value);
+        EXPECT_EQ(row.byte, tw::quantise8(row.value)) << twtest::shown(row.value);
+    }
 }
 
 TEST(Apply8, givesLutValue_whenAmountIsOne) {
