@@ -52,6 +52,9 @@ Faults faults();
 // Whether the nth failing call that was asked for has not come yet.
 bool isFaultDue();
 Counts counts();
+// Returns once every command buffer that was committed has run and its queue's thread has given it
+// up, which is a little after the work is seen to be done. Not from a completed handler.
+void waitUntilIdle();
 
 // Misuse of the interface since the last call, a line each, which a validation layer would stop at:
 // an encoder left open, a handler after the commit, a buffer that is not bound, ...

@@ -1,5 +1,6 @@
 #include "software_metal/ledger.h"
 
+#include <condition_variable>
 #include <mutex>
 #include <utility>
 
@@ -11,6 +12,8 @@ struct Ledger {
     Faults faults;
     int callsLeft = 0;  // until the one that fails, where faults.nth asks for one
     Counts counts;
+    long jobs = 0;  // of all queues, not yet through
+    std::condition_variable idle;
     std::string misuse;
     std::string contraction = "off";
 };
@@ -51,6 +54,11 @@ Counts counts() {
     return ledger().counts;
 }
 
+void waitUntilIdle() {
+    std::unique_lock lock(ledger().mutex);
+    ledger().idle.wait(lock, [] { return ledger().jobs == 0; });
+}
+
 std::string takeMisuse() {
     const std::lock_guard lock(ledger().mutex);
     return std::exchange(ledger().misuse, {});
@@ -74,6 +82,16 @@ void count(const std::function<void(Counts&)>& change) {
 void misuse(const std::string& sentence) {
     const std::lock_guard lock(ledger().mutex);
     ledger().misuse += sentence + "\n";
+}
+
+void jobComes() {
+    const std::lock_guard lock(ledger().mutex);
+    ++ledger().jobs;
+}
+
+void jobEnds() {
+    const std::lock_guard lock(ledger().mutex);
+    if (--ledger().jobs == 0) ledger().idle.notify_all();
 }
 
 }  // namespace software_metal

@@ -13,6 +13,9 @@ void count(const std::function<void(Counts&)>& change);
 // Whether a call that this switch concerns is to fail. Counts it.
 bool befalls(bool Faults::*which);
 void misuse(const std::string& sentence);
+// A job that a queue's thread has before it, and its end.
+void jobComes();
+void jobEnds();
 std::string contraction();
 
 }  // namespace software_metal

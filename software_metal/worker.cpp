@@ -6,6 +6,8 @@
 #include <thread>
 #include <utility>
 
+#include "software_metal/ledger.h"
+
 namespace software_metal {
 
 // Shared by the Worker and its thread, either of which may be the last to go.
@@ -28,8 +30,11 @@ struct Worker::State {
 
 Worker::Worker() : state_(std::make_shared<State>()) {
     state_->thread = std::thread([state = state_] {
-        while (const std::function<void()> job = state->next())
+        while (std::function<void()> job = state->next()) {
             job();
+            job = nullptr;
+            jobEnds();
+        }
     });
 }
 
@@ -50,6 +55,7 @@ void Worker::push(std::function<void()> job) {
     {
         const std::lock_guard lock(state_->mutex);
         state_->jobs.push_back(std::move(job));
+        jobComes();
     }
     state_->changed.notify_one();
 }

@@ -214,10 +214,10 @@ void renderOnGpu(Stage& stage, Record& record) {
     const Player player{stage, side, device};
     player.playBoth(values, record);
     // By now everything that the process keeps of a device is there.
-    const long live = twtest::restingLiveObjects();
+    const long live = twtest::settledLiveObjects();
     stage.keepDescriptors();
     player.playBoth(values, record);
-    require(twtest::settledLiveObjects(live) == live, "objects of the device were kept");
+    require(twtest::settledLiveObjects() == live, "objects of the device were kept");
     require(side.memory().allocated() == side.memory().disposed(), "a memory block was kept");
     const std::string misuse = software_metal::takeMisuse();
     if (!misuse.empty()) violation("the device was misused: " + misuse);

@@ -29,7 +29,7 @@ GpuPlay::GpuPlay(const std::string& text, const std::optional<Faults>& faults)
 void GpuPlay::close() {
     side_.reset();
     HostPlay::close();
-    EXPECT_EQ(twtest::settledLiveObjects(keptObjects_), keptObjects_);
+    EXPECT_EQ(twtest::settledLiveObjects(), keptObjects_);
     EXPECT_EQ(software_metal::takeMisuse(), "");
 }
 

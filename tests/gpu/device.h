@@ -48,7 +48,7 @@ protected:
     void TearDown() override {
         software_metal::setFaults({});
         EXPECT_EQ(software_metal::takeMisuse(), "");
-        EXPECT_EQ(settledLiveObjects(0), 0);
+        EXPECT_EQ(settledLiveObjects(), 0);
     }
 };
 

@@ -43,7 +43,7 @@ protected:
         [queue_ release];
         [device_ release];
         [pool_ release];
-        EXPECT_EQ(twtest::settledLiveObjects(0), 0);
+        EXPECT_EQ(twtest::settledLiveObjects(), 0);
     }
 
     id<MTLComputeCommandEncoder> encoder() {

@@ -101,7 +101,7 @@ Account Stage::finish(const std::vector<Account>& players) {
     EXPECT_EQ(host_->close(), std::vector<std::string>());
     EXPECT_EQ(software_metal::takeMisuse(), "");
     // Two devices keep their pipeline, its function and one LUT.
-    EXPECT_EQ(twtest::settledLiveObjects(6), 6);
+    EXPECT_EQ(twtest::settledLiveObjects(), 6);
 
     Account sum = accountOf(host_->books().calls());
     sum.logs("GlobalSetup build 11 host=PrMr api=13.4");
