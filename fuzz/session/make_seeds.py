@@ -349,7 +349,8 @@ def press_sessions():
     yield "press-spoilt-files", start + press(file(b"s", spoilt_cube(CUT, 60))) + press(
         file(b"s", spoilt_cube(INSERT, 52, b"LUT_3D_SIZE 3\n"))) + press(
         file(b"s", spoilt_cube(OVERWRITE, 60, b"x"))) + press(file(b"s", spoilt_cube(ERASE, 70, b"\3")))
-    names = (b"\xc0\xaf..\xc0\xaf", b"\xf0\x9f\x8e\xa8.cube", b"\xe2\x82", b"%s%n", b".", b"a\nb.cube")
+    names = (b"\xc0\xaf..\xc0\xaf", b"\xf0\x9f\x8e\xa8.cube", b"\xe2\x82", b"a\xc0\xc0b.cube",
+             b"%s%n", b".", b"a\nb.cube")
     yield "press-names", start + b"".join(
         press(file(name, whole_cube())) + label() + edit() for name in names)
     yield "press-over-a-look", (start + set_null() + press(file(b"n.cube", whole_cube())) + edit()

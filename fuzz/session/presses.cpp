@@ -90,7 +90,9 @@ std::optional<std::string> textToStore(Stage& stage, const std::string& path) {
     const LutFileResult result = tw_effect::loadLutFile(wide, file, reason);
     requireAlerts(stage, alertsFor(result, path));
     if (result == LutFileResult::kLoaded) return file.text;
-    stage.requireLine("LUT button: " + lineFor(result, reason, tw::toUtf8(wide)));
+    // Bytes that are no UTF-8 may come back as a zero, where the log ends the name.
+    const std::string logged = tw::toUtf8(wide).c_str();
+    stage.requireLine("LUT button: " + lineFor(result, reason, logged));
     return std::nullopt;
 }
 
