@@ -65,23 +65,35 @@ TEST_F(Log, appends_toWhatIsThere) {
     EXPECT_EQ("second", messageOf(lines[2]));
 }
 
+struct Zone {
+    const char* name;
+    long secondsEast;
+};
+
+std::string stampOf(std::time_t time, const Zone& zone) {
+    const std::time_t shifted = time + zone.secondsEast;
+    std::tm parts{};
+    gmtime_r(&shifted, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts);
+    return text;
+}
+
 TEST_F(Log, stampsLocalTime) {
-    setenv("TZ", "TWT-05:30", 1);
-    tzset();
-    const std::time_t before = std::time(nullptr);
-    tw::logLine("now");
-    const std::time_t after = std::time(nullptr);
-    const std::string stamp = written().substr(0, kStampLength);
-    bool found = false;
-    for (std::time_t time = before; time <= after; ++time) {
-        const std::time_t shifted = time + 19800;
-        std::tm parts{};
-        gmtime_r(&shifted, &parts);
-        char text[32];
-        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts);
-        found = found || stamp == text;
+    // Twelve hours apart: one of them counts 13 or more, or 0, whenever this runs.
+    for (const Zone& zone : {Zone{"TWT-05:30", 19800}, Zone{"TWT+06:30", -23400}}) {
+        std::filesystem::remove(home_.dataFile("effect.log"));
+        setenv("TZ", zone.name, 1);
+        tzset();
+        const std::time_t before = std::time(nullptr);
+        tw::logLine("now");
+        const std::time_t after = std::time(nullptr);
+        const std::string stamp = written().substr(0, kStampLength);
+        bool found = false;
+        for (std::time_t time = before; time <= after; ++time)
+            found = found || stamp == stampOf(time, zone);
+        EXPECT_TRUE(found) << stamp << " between " << before << " and " << after;
     }
-    EXPECT_TRUE(found) << stamp << " between " << before << " and " << after;
 }
 
 TEST_F(Log, cutsMessage_at1023Bytes) {
