@@ -32,7 +32,7 @@ Worker::Worker() : state_(std::make_shared<State>()) {
     state_->thread = std::thread([state = state_] {
         while (std::function<void()> job = state->next()) {
             job();
-            job = nullptr;
+            job = nullptr;  // what it holds is not to outlive its end
             jobEnds();
         }
     });
