@@ -14,8 +14,11 @@ function(tintwell_precompile target headers)
 endfunction()
 
 # Has the C++ sources of TARGET, a program or a static library that only programs link, begin with the
-# headers of FROM.
+# headers of FROM, if there is such a target.
 function(tintwell_use_precompiled target from)
+    if(NOT TARGET ${from})
+        return()
+    endif()
     target_precompile_headers(${target} REUSE_FROM ${from})
     # The mode that the headers were compiled in.
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
