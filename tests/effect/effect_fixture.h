@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host_sim/host.h"
+#include "tests/effect/tested_module.h"
 #include "tests/support/temp_folder.h"
 
 namespace effect_test {
@@ -57,7 +58,7 @@ class EffectTest : public ::testing::Test {
 protected:
     // Loads the module. Nothing is called yet.
     host_sim::Host& open(const host_sim::Personality& personality) {
-        host = std::make_unique<host_sim::Host>(TINTWELL_MODULE, personality);
+        host = std::make_unique<host_sim::Host>(twtest::testedModule(), personality);
         return *host;
     }
 

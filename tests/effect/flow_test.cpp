@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/effect/stand_in_module.h"
+#include "tests/effect/tested_module.h"
 
 namespace twtest {
 namespace fs = std::filesystem;
@@ -43,7 +44,7 @@ Lines logLines(const std::string& text) {
 }
 
 FlowTest::FlowTest() {
-    host_ = std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro());
+    host_ = std::make_unique<host_sim::Host>(testedModule(), host_sim::premierePro());
     host_->start();
     effect_ = &host_->apply();
     dialogs_ = &dialogsOf(host_->module());

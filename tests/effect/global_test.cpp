@@ -139,7 +139,7 @@ TEST_F(GlobalTest, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
 
 TEST(GlobalWithoutDataFolderTest, succeeds_whenTheLogCannotBeWritten) {
     const twtest::TempHome home(twtest::TempHome::Holds::kNothing);
-    host_sim::Host host(TINTWELL_MODULE, host_sim::afterEffects());
+    host_sim::Host host(twtest::testedModule(), host_sim::afterEffects());
     host.registerEffect();
     expectVersionAndFlags(host.globalSetup());
     EXPECT_FALSE(std::filesystem::exists(home.supportFolder()));
@@ -148,7 +148,7 @@ TEST(GlobalWithoutDataFolderTest, succeeds_whenTheLogCannotBeWritten) {
 
 TEST(GlobalWithoutDataFolderTest, makesTheFolder_whenOnlyItIsMissing) {
     const twtest::TempHome home(twtest::TempHome::Holds::kSupportFolder);
-    host_sim::Host host(TINTWELL_MODULE, host_sim::afterEffects());
+    host_sim::Host host(twtest::testedModule(), host_sim::afterEffects());
     host.registerEffect();
     expectVersionAndFlags(host.globalSetup());
     EXPECT_EQ(readLog(home.dataFile("effect.log")),
