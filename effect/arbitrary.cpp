@@ -119,12 +119,15 @@ PF_Handle CopyArb(const PF_InData& host, PF_Handle source) {
 PF_Err Arbitrary(const PF_InData& host, const PF_ArbParamsExtra& call) {
     const auto& u = call.u;
     const bool disposes = call.which_function == PF_Arbitrary_DISPOSE_FUNC;
-    // Given back at the end, also when there is no memory for the log's line.
-    const OwnedHandle disposed(host, disposes ? u.dispose_func_params.arbH : nullptr);
+    // Given back also when there is no memory for the log's line.
+    OwnedHandle disposed(host, disposes ? u.dispose_func_params.arbH : nullptr);
     logCall(call.which_function);
     switch (call.which_function) {
         case PF_Arbitrary_NEW_FUNC:
             *u.new_func_params.arbPH = NewEmptyArb(host);
+            break;
+        case PF_Arbitrary_DISPOSE_FUNC:
+            disposed.dispose();
             break;
         case PF_Arbitrary_COPY_FUNC:
             *u.copy_func_params.dst_arbPH = CopyArb(host, u.copy_func_params.src_arbH);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 
 #ifdef TINTWELL_HOST_SDK
 #include <AE_Effect.h>
@@ -18,14 +19,13 @@
 
 namespace tw_effect {
 
-inline constexpr std::size_t kParamNameBytes = 32;
-
-// The name field of a parameter definition, 32 bytes with the terminator. Reached by its place,
-// right before the value union's flags, because newer SDKs call the field otherwise.
-inline char* paramName(PF_ParamDef& def) {
-    constexpr std::size_t offset = offsetof(PF_ParamDef, flags) - kParamNameBytes;
-    static_assert(offset == 16);
-    return reinterpret_cast<char*>(&def) + offset;
+// Sets a parameter definition's name, cut at 31 bytes. The field is reached by its place, since
+// newer SDKs call it otherwise.
+inline void setName(PF_ParamDef& def, const char* name) {
+    constexpr std::size_t kPlace = 16;
+    constexpr std::size_t kBytes = 32;
+    static_assert(offsetof(PF_ParamDef, flags) == kPlace + kBytes);
+    std::snprintf(reinterpret_cast<char*>(&def) + kPlace, kBytes, "%s", name);
 }
 
 }  // namespace tw_effect

@@ -20,7 +20,11 @@ OwnedHandle::OwnedHandle(const PF_InData& host, PF_Handle handle)
     : callbacks_(*host.utils), handle_(handle) {}
 
 OwnedHandle::~OwnedHandle() {
-    if (handle_) callbacks_.host_dispose_handle(handle_);
+    dispose();
+}
+
+void OwnedHandle::dispose() {
+    if (const PF_Handle handle = release()) callbacks_.host_dispose_handle(handle);
 }
 
 PF_Handle OwnedHandle::release() {

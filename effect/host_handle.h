@@ -28,8 +28,8 @@ private:
     void* data_ = nullptr;
 };
 
-// A host handle that is disposed of at the end of the scope unless it was released before. Null
-// stands for none. Threads: those of the command.
+// A host handle that is disposed of at the end of the scope, unless that was done or it was
+// released before. Null stands for none. Threads: those of the command.
 class OwnedHandle {
 public:
     OwnedHandle(const PF_InData& host, PF_Handle handle);
@@ -37,6 +37,7 @@ public:
     OwnedHandle(const OwnedHandle&) = delete;
     OwnedHandle& operator=(const OwnedHandle&) = delete;
 
+    void dispose();
     PF_Handle release();
 
 private:

@@ -16,9 +16,9 @@ inline constexpr int kVersionMajor = 1;
 inline constexpr int kVersionMinor = 0;
 inline constexpr int kBuild = 11;
 
-// Major version from bit 19, build in the low nine bits; minor, bug-fix and stage (in development)
-// are 0.
-inline constexpr A_u_long kPackedVersion = kVersionMajor << 19 | kBuild;
+// Major version from bit 19, minor from bit 15, build in the low nine bits; bug-fix and stage (in
+// development) are 0.
+inline constexpr A_u_long kPackedVersion = kVersionMajor << 19 | kVersionMinor << 15 | kBuild;
 static_assert(kPackedVersion == 0x8000B);
 
 // Each pixel depends on itself alone, and the LUT button's label follows the stored LUT. No

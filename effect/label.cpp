@@ -1,6 +1,5 @@
 #include "effect/label.h"
 
-#include <cstring>
 #include <set>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "native/src/log.h"
 #include "native/src/log_on_change.h"
 #include "native/src/mutex.h"
+#include "native/src/never_destroyed.h"
 
 namespace tw_effect {
 namespace {
@@ -21,40 +21,40 @@ std::string labelOf(const tw::Lut3D* lut) {
     return lut->name + ".cube";
 }
 
-// Never destroyed: hosts draw the button while they quit, too, when our statics may be gone.
 struct KeptLabels {
     tw::Mutex mu{"kept labels"};
     std::set<std::string> texts;
 };
 
 const char* keep(const std::string& label) {
-    static KeptLabels& kept = *new KeptLabels;
-    const std::lock_guard lock(kept.mu);
-    return kept.texts.insert(label).first->c_str();
+    static tw::NeverDestroyed<KeptLabels> kept;
+    const std::lock_guard lock(kept->mu);
+    return kept->texts.insert(label).first->c_str();
 }
 
 PF_Err pushLabel(const PF_InData& host, const PF_ParamUtilsSuite3& suite, const PF_ParamDef& button,
                  const char* label) {
     PF_ParamDef labelled = button;
-    std::strcpy(paramName(labelled), kLutButtonName);
+    setName(labelled, kLutButtonName);
     labelled.u.button_d.u.namesptr = label;
     return suite.PF_UpdateParamUI(host.effect_ref, kParamLutButton, &labelled);
 }
 
 // Hosts ask for an update many times a second.
 void logLabel(const char* reason, const char* label, PF_Err result) {
-    static tw::LogOnChange log("label line");
+    static tw::NeverDestroyed<tw::LogOnChange> lines("label line");
     const std::string err = std::to_string(result);
     const std::string key = std::string(reason) + "|" + label + "|" + err;
     const std::string line =
         std::string("LUT button: label \"") + label + "\" (" + reason + ") -> err " + err;
-    log.line(key, line.c_str());
+    lines->log(key, line.c_str());
 }
 
 }  // namespace
 
 void ShowLutName(const PF_InData& host, PF_ParamDef* const* params, const char* reason) {
-    const char* label = keep(labelOf(storedLut(host, params, nullptr).get()));
+    const std::string text = labelOf(storedLut(host, params, nullptr).get());
+    const char* label = keep(text);
     PF_Err result = PF_Err_NONE;
     {
         const ParamUtils suite(host.pica_basicP);

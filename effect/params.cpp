@@ -15,7 +15,7 @@ PF_ParamDef blank(PF_ParamType type, const char* name, A_long id) {
     PF_ParamDef def;
     std::memset(&def, 0, sizeof def);
     def.param_type = type;
-    std::strncpy(paramName(def), name, kParamNameBytes - 1);
+    setName(def, name);
     def.uu.id = id;
     return def;
 }

@@ -15,6 +15,7 @@
 #include "native/src/log.h"
 #include "native/src/log_on_change.h"
 #include "native/src/lut_engine.h"
+#include "native/src/never_destroyed.h"
 
 namespace tw_effect {
 namespace {
@@ -72,8 +73,8 @@ void logRender(const PixelFormat& format, const PF_LayerDef& output, const tw::L
                       kindOf(lut), sizeOf(lut));
     }
     // Steady playback leaves one line, not one a frame.
-    static tw::LogOnChange log("render line");
-    log.line(line);
+    static tw::NeverDestroyed<tw::LogOnChange> lines("render line");
+    lines->log(line);
 }
 
 template <typename Image>

@@ -6,6 +6,7 @@
 
 #include "gpu/metal_lut.h"
 #include "native/src/log.h"
+#include "native/src/never_destroyed.h"
 
 namespace twgpu {
 namespace {
@@ -18,9 +19,9 @@ bool compileKernel(Device& device, const PrGPUDeviceInfo& info) {
         return false;
     }
     std::string err;
-    device.pipeline = twmetal::CreatePipeline(info.outDeviceHandle, &err);
+    device.pipeline = BackendObject(twmetal::CreatePipeline(info.outDeviceHandle, &err));
     if (!device.pipeline) tw::logLine("GPU: Metal kernel failed: %s", err.c_str());
-    return device.pipeline != nullptr;
+    return static_cast<bool>(device.pipeline);
 }
 
 void logReady(unsigned index, csSDK_uint32 framework) {
@@ -32,13 +33,10 @@ void logReady(unsigned index, csSDK_uint32 framework) {
 }  // namespace
 
 Device& DeviceFor(unsigned index) {
-    static tw::Mutex gDevicesMu("device map");
-    // Not destroyed at exit: the host may be rendering still.
-    static auto* const gDevices = new std::map<unsigned, std::unique_ptr<Device>>;
-    const std::lock_guard lock(gDevicesMu);
-    std::unique_ptr<Device>& device = (*gDevices)[index];
-    if (!device) device = std::make_unique<Device>();
-    return *device;
+    static tw::NeverDestroyed<tw::Mutex> gDevicesMu("device map");
+    static tw::NeverDestroyed<std::map<unsigned, Device>> gDevices;
+    const std::lock_guard lock(*gDevicesMu);
+    return (*gDevices)[index];
 }
 
 const char* frameworkName(csSDK_uint32 framework) {
@@ -63,9 +61,9 @@ bool prepare(Device& device, unsigned index, const PrGPUDeviceInfo& info) {
 bool upload(Device& device, void* deviceHandle, const std::shared_ptr<const tw::Lut3D>& lut) {
     if (device.lut == lut) return true;
     device.lut.reset();
-    twmetal::Release(device.lutBuffer);
-    device.lutBuffer = twmetal::NewBuffer(deviceHandle, lut->data.data(),
-                                          tw::latticeFloats(lut->size) * sizeof(float));
+    device.lutBuffer.reset();
+    device.lutBuffer = BackendObject(twmetal::NewBuffer(
+        deviceHandle, lut->data.data(), tw::latticeFloats(lut->size) * sizeof(float)));
     if (!device.lutBuffer) {
         tw::logLine("GPU: Metal LUT upload failed");
         return false;

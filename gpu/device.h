@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "gpu/backend_object.h"
 #include "gpu/host.h"
 #include "native/src/lut_engine.h"
 #include "native/src/mutex.h"
@@ -18,8 +19,8 @@ struct Device {
     bool ready = false;          // `pipeline` is there
     // Preparation was tried and has not succeeded: it is not tried again.
     bool failed = false;
-    void* pipeline = nullptr;   // handles of the compute backend, owned
-    void* lutBuffer = nullptr;  // samples of `lut`
+    BackendObject pipeline;
+    BackendObject lutBuffer;  // samples of `lut`
     // Held so that its address, by which it is recognised, is no other LUT's.
     std::shared_ptr<const tw::Lut3D> lut;
 };

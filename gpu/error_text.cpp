@@ -4,7 +4,7 @@
 
 namespace twgpu {
 
-void setErrorText(std::string* err, const char* stage, const char* reason) noexcept {
+void setErrorText(std::string* err, const char* reason, const char* stage) noexcept {
     if (!err) return;
     err->clear();
     try {

@@ -6,6 +6,7 @@
 #include "gpu/device.h"
 #include "native/src/log.h"
 #include "native/src/lut_cache.h"
+#include "native/src/never_destroyed.h"
 
 namespace {
 
@@ -42,18 +43,19 @@ std::shared_ptr<const tw::Lut3D> makeIdentity() {
 }  // namespace
 
 const std::shared_ptr<const tw::Lut3D>& TintwellGPU::Identity() {
-    static const std::shared_ptr<const tw::Lut3D> identity = makeIdentity();
-    return identity;
+    static tw::NeverDestroyed<std::shared_ptr<const tw::Lut3D>> identity(makeIdentity());
+    return *identity;
 }
 
 prSuiteError TintwellGPU::Initialize(PrGPUFilterInstance* instance) {
     const prSuiteError error = PrGPUFilterBase::Initialize(instance);
     if (error < 0) return error;
-    if (!hasSuites()) return suiteError_Fail;
+    // So it is, too, when the host has no word of the device or no suite to ask.
     if (!deviceInfo_.outMeetsMinimumRequirementsForAcceleration) {
         tw::logLine("GPU: device %u below minimum requirements; CPU render", deviceIndex_);
         return suiteError_Fail;
     }
+    if (!hasSuites()) return suiteError_Fail;
     ReadLut(0);
     twgpu::Device& device = twgpu::DeviceFor(deviceIndex_);
     const std::lock_guard lock(device.mutex);
@@ -61,9 +63,9 @@ prSuiteError TintwellGPU::Initialize(PrGPUFilterInstance* instance) {
     return ready ? suiteError_NoError : suiteError_Fail;
 }
 
-// Those that frames and parameters need; the others are acquired for later.
+// Those, beside the device's, that frames and parameters need; the others are acquired for later.
 bool TintwellGPU::hasSuites() const {
-    return gpuDevice_ && ppix_ && memory_ && videoSegment_;
+    return ppix_ && memory_ && videoSegment_;
 }
 
 PrParam TintwellGPU::param(csSDK_int32 index, PrTime time) const {

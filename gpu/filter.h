@@ -35,7 +35,7 @@ private:
         bool is32f = false;
         int width = 0;
         int height = 0;
-        float amount = 0.0f;  // 0..1
+        float amount = 0.0f;  // 0..1; what the kernel blends by is 0 for a copy or the pattern
     };
 
     // A LUT of two points that changes nothing, for frames that are copied or get the pattern.
@@ -47,12 +47,13 @@ private:
     bool hasSuites() const;
     PrParam param(csSDK_int32 index, PrTime time) const;
     float percent(PrTime time) const;
-    // Both: false when the host does not tell; only the format may be unknown.
+    // Both: false when the host does not tell, upon which the frame fails, before its setup line: a
+    // kernel must not run on memory that is not there. Only the format may be unknown.
     bool find(PPixHand handle, Frame& frame) const;
     bool describe(PPixHand source, PPixHand destination, Job& job) const;
     void LogSetup(const Job& job) const;
     // Locks the device: the LUT goes up when it is another one, and the kernel is committed.
-    bool launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut, float amount) const;
+    bool launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut) const;
     int patternSize() const { return lut_ ? lut_->probe : 0; }
 
     bool lutRead_ = false;

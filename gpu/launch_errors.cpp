@@ -1,7 +1,6 @@
 #include "gpu/launch_errors.h"
 
 #include <atomic>
-#include <new>
 
 #include "native/src/log.h"
 
@@ -13,7 +12,7 @@ void reportLaunchError(const char* description) noexcept {
     if (errors.fetch_add(1) >= kLogged) return;
     try {
         tw::logLine("GPU: Metal launch failed: %s", description);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // The line is lost; the frame is lost already.
     }
 }

@@ -31,7 +31,8 @@ TW_EXPORT void* NewBuffer(void* device, const void* bytes, unsigned long length)
 // destination are BGRA rows of args.srcPitch and args.dstPitch pixels.
 //
 // wait false: returns once the work is committed; what the device finds wrong later goes to the
-// log, five times a process at most. wait true: returns when the picture is there, or false with
+// log, five times a process at most. A picture without pixels is done at once: true, nothing is
+// committed and *gpuMs stays as it is. wait true: returns when the picture is there, or false with
 // the device's words; *gpuMs, when given, is then the device's own time in milliseconds. err: "no
 // command buffer" when there is no command buffer or no encoder to be had.
 TW_EXPORT bool Launch(void* queue, void* pipeline, void* src, void* dst, void* lut,

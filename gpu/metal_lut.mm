@@ -27,14 +27,15 @@ const char* describe(NSError* error) {
 
 id<MTLFunction> compileKernel(id<MTLDevice> device, std::string* err) {
     MTLCompileOptions* options = [[[MTLCompileOptions alloc] init] autorelease];
-    // Fast maths would reorder sums and drop not-a-number: the kernel must give the CPU's picture.
+    // Fast maths would reorder sums and drop not-a-number: the kernel must give the picture of the
+    // CPU beside it.
     options.fastMathEnabled = NO;
     NSString* source = [NSString stringWithUTF8String:twgpu::kKernelSource];
     NSError* error = nil;
     id<MTLLibrary> library = [[device newLibraryWithSource:source options:options
                                                      error:&error] autorelease];
     if (!library) {
-        setErrorText(err, "compile: ", describe(error));
+        setErrorText(err, describe(error), "compile: ");
         return nil;
     }
     id<MTLFunction> function = [[library newFunctionWithName:@"TintwellLut"] autorelease];
@@ -74,7 +75,7 @@ void* CreatePipeline(void* deviceHandle, std::string* err) {
         NSError* error = nil;
         id<MTLComputePipelineState> pipeline = [device newComputePipelineStateWithFunction:function
                                                                                      error:&error];
-        if (!pipeline) setErrorText(err, "pipeline: ", describe(error));
+        if (!pipeline) setErrorText(err, describe(error), "pipeline: ");
         return pipeline;
     }
 }

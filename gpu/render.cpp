@@ -9,6 +9,7 @@
 #include "native/src/c_locale.h"
 #include "native/src/log.h"
 #include "native/src/log_on_change.h"
+#include "native/src/never_destroyed.h"
 
 namespace {
 
@@ -82,36 +83,34 @@ void TintwellGPU::LogSetup(const Job& job) const {
                       pattern != 0 ? " pattern" : "");
     }
     // Steady playback leaves one line, not one a frame.
-    static tw::LogOnChange log("GPU setup line");
-    log.line(line);
+    static tw::NeverDestroyed<tw::LogOnChange> lines("GPU setup line");
+    lines->log(line);
 }
 
 prSuiteError TintwellGPU::Render(const PrGPUFilterRenderParams* params, const PPixHand* frames,
                                  csSDK_size_t frameCount, PPixHand* outFrame) {
     if (frameCount == 0 || !outFrame || !*outFrame) return suiteError_Fail;
     const PrTime time = params->inClipTime;
-    const float amount = percent(time) / 100.0f;
-    if (!lutRead_) ReadLut(time);
     Job job;
+    job.amount = percent(time) / 100.0f;
+    if (!lutRead_) ReadLut(time);
     // A kernel must not run on memory that is not there.
     if (!describe(frames[0], *outFrame, job)) return suiteError_Fail;
-    job.amount = amount;
     LogSetup(job);
 
-    const bool apply = amount > 0.0f && lut_ && lut_->probe == 0;
+    const bool apply = job.amount > 0.0f && lut_ && lut_->probe == 0;
     if (!apply && patternSize() == 0 && job.source.memory == job.destination.memory)
         return suiteError_NoError;  // the frame is right as it is
-    const bool launched = apply ? launch(job, lut_, amount) : launch(job, Identity(), 0.0f);
-    return launched ? suiteError_NoError : suiteError_Fail;
+    if (!apply) job.amount = 0.0f;
+    return launch(job, apply ? lut_ : Identity()) ? suiteError_NoError : suiteError_Fail;
 }
 
-bool TintwellGPU::launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut,
-                         float amount) const {
+bool TintwellGPU::launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut) const {
     twgpu::Device& device = twgpu::DeviceFor(deviceIndex_);
     const std::lock_guard lock(device.mutex);
     if (!twgpu::upload(device, deviceInfo_.outDeviceHandle, lut)) return false;
 
-    twgpu::LutKernelArgs args = lutArgs(*lut, amount);
+    twgpu::LutKernelArgs args = lutArgs(*lut, job.amount);
     args.srcPitch = job.source.rowBytes / bytesPerPixel(job.is32f);
     args.dstPitch = job.destination.rowBytes / bytesPerPixel(job.is32f);
     args.is16f = job.is32f ? 0 : 1;
@@ -120,8 +119,8 @@ bool TintwellGPU::launch(const Job& job, const std::shared_ptr<const tw::Lut3D>&
     setPattern(args, patternSize());
 
     std::string err;
-    if (twmetal::Launch(deviceInfo_.outCommandQueueHandle, device.pipeline, job.source.memory,
-                        job.destination.memory, device.lutBuffer, args, false, &err, nullptr))
+    if (twmetal::Launch(deviceInfo_.outCommandQueueHandle, device.pipeline.get(), job.source.memory,
+                        job.destination.memory, device.lutBuffer.get(), args, false, &err, nullptr))
         return true;
     tw::logLine("GPU: Metal launch failed: %s", err.c_str());
     return false;

@@ -42,9 +42,10 @@ struct Neon {
     static Ints toInts(Floats t) { return vcvtq_s32_f32(t); }
     static Floats toFloats(Ints a) { return vcvtq_f32_s32(a); }
 
-    // No number where one of them is none.
+    // NaN if either is NaN.
     static Floats lesserOf(Floats a, Floats b) { return vminq_f32(a, b); }
-    // Of numbers that are not below 0, nor -0.
+    // Of fractions: from 0 up, or -0 for a colour of -0. Which of 0 and -0 is the higher one shows
+    // in no weight: they are zero there.
     static Floats higherOf(Floats a, Floats b) { return vmaxq_f32(a, b); }
     static Floats lowerOf(Floats a, Floats b) { return vminq_f32(a, b); }
     // By their bits as integers.

@@ -8,6 +8,7 @@
 
 #include "native/src/file.h"
 #include "native/src/mutex.h"
+#include "native/src/never_destroyed.h"
 #include "native/src/paths.h"
 
 namespace tw {
@@ -32,8 +33,8 @@ void formatNow(char (&text)[32]) {
 }
 
 Mutex& logMutex() {
-    static Mutex mu("log", LockKind::kInnermost);
-    return mu;
+    static NeverDestroyed<Mutex> mu("log", LockKind::kInnermost);
+    return *mu;
 }
 
 }  // namespace
@@ -42,7 +43,7 @@ void logLine(const char* format, ...) {
     char message[1024];
     std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(message, sizeof message, format, arguments);
+    if (std::vsnprintf(message, sizeof message, format, arguments) < 0) message[0] = '\0';
     va_end(arguments);
     char timestamp[32] = {};
     formatNow(timestamp);

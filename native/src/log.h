@@ -5,7 +5,7 @@ namespace tw {
 
 // Appends "<local time>  <message>\n"; printf conventions. The message is cut at 1023 bytes. The
 // data folder is created when only it is missing; a log that cannot be written is dropped without a
-// word. Throws only std::bad_alloc, with the lock released.
+// word. Throws what strings and locks throw, with the lock released.
 //
 // Threads: any; lines never interleave. Lock order: the log's mutex is the innermost lock of the
 // plug-in, the only one that may be taken while another is held.

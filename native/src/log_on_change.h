@@ -9,7 +9,8 @@
 
 namespace tw {
 
-// One kind of line. Threads: any; lock order: the log's lock is taken under this one.
+// One kind of line, for the whole process (NeverDestroyed). Threads: any; lock order: the log's
+// lock is taken under this one.
 class LogOnChange {
 public:
     // `name` is the lock's.
@@ -17,14 +18,15 @@ public:
 
     // Logs `line` unless `key` is the very key of the last call. Throws what strings throw; the
     // line is then logged by the next such call.
-    void line(std::string_view key, const char* line) {
+    void log(std::string_view key, const char* line) {
         const std::lock_guard lock(mu_);
         if (key == last_) return;
         std::string kept(key);
         logLine("%s", line);
         last_.swap(kept);
     }
-    void line(const char* line) { this->line(line, line); }
+    // The line is its own key.
+    void log(const char* line) { log(line, line); }
 
 private:
     Mutex mu_;

@@ -7,6 +7,7 @@
 #include "native/src/content_hash.h"
 #include "native/src/lut_text.h"
 #include "native/src/mutex.h"
+#include "native/src/never_destroyed.h"
 
 namespace tw {
 namespace {
@@ -44,8 +45,8 @@ struct Recent {
 };
 
 Recent& recent() {
-    static Recent instance;
-    return instance;
+    static NeverDestroyed<Recent> instance;
+    return *instance;
 }
 
 SharedLut decode(const void* bytes, unsigned long count, std::string* err) {

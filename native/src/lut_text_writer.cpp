@@ -9,7 +9,8 @@
 namespace tw {
 namespace {
 
-// The values that code 0 and the highest code stand for; hi > lo whenever the samples are finite.
+// The values that code 0 and the highest code stand for; hi > lo unless all samples are
+// one number so large that one more is the same (1e20), or some are not finite.
 struct CodeRange {
     float lo;
     float hi;

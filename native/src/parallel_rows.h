@@ -2,13 +2,14 @@
 #pragma once
 
 #include <functional>
-#include <thread>
 
 namespace tw {
 
-// How `rows` rows are split: `threads` ranges of `chunk` rows, the last one shorter or, by
-// rounding, empty. Every range has at least 16 rows and there are at most 32; threads 1 means the
-// calling thread alone, 0 that there is nothing to do.
+inline constexpr int kMostRowThreads = 32;
+
+// How `rows` rows are split: at most 32 ranges, `threads` of them, of `chunk` rows, at least 16. As
+// `chunk` is rounded up, the last ranges may be shorter (of 100 rows on 8 threads the last one has
+// 15) or empty. threads 1 means the calling thread alone, 0 that there is nothing to do.
 struct RowSplit {
     int threads;
     int chunk;
@@ -23,11 +24,6 @@ RowSplit splitRows(int rows, unsigned hardwareThreads);
 // always complete. `work` is called from several threads at once, must not throw and takes none of
 // the plug-in's locks.
 void parallelRows(int rows, const std::function<void(int, int)>& work);
-
-// The same with the number of hardware threads and the way to start a thread given.
-using StartThread = std::function<std::thread(std::function<void()>)>;
-void parallelRowsWith(int rows, unsigned hardwareThreads, const StartThread& startThread,
-                      const std::function<void(int, int)>& work);
 
 // For tests and benchmarks: makes parallelRows believe in `count` hardware threads; 0 asks the
 // platform again. Threads: any.

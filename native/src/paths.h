@@ -26,14 +26,16 @@ TW_EXPORT std::wstring dataPath(const std::wstring& name);
 TW_EXPORT std::wstring lutFolder();
 
 // Opens a file with a mode of fopen. Null on failure, errno telling why; the caller closes it. A
-// FIFO is never opened, since that may wait without end; errno then means nothing.
+// FIFO is never opened, since that may wait without end; errno then means nothing. That
+// costs a status query of the path.
 TW_EXPORT std::FILE* openFile(const std::wstring& path, const char* mode);
 
 // Whether anything exists at `path`.
 TW_EXPORT bool fileExists(const std::wstring& path);
 
-// Lenient on purpose: a path that came from the system must go back to it unchanged, well-formed or
-// not. Surrogates and values above U+10FFFF are written like any other code point.
+// Lenient on purpose: nothing is refused. Surrogates and values above U+10FFFF are written like any
+// other code point. What fromUtf8 made of well-formed UTF-8 goes back unchanged; of other bytes it
+// may not (0x80 goes back as C2 80).
 TW_EXPORT std::string toUtf8(const std::wstring& text);
 
 // The inverse, as lenient: bytes 0x80..0xBF in the place of a lead byte stand for themselves,

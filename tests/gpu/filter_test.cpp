@@ -1,6 +1,7 @@
 // The GPU filter module: its entry, the making of instances and what devices they refuse.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <new>
 #include <string>
 
@@ -153,28 +154,64 @@ TEST_F(MakeInstance, acquiresTheSuites_andKeepsThem) {
     }
 }
 
-TEST_F(MakeInstance, failsWithoutALine_whenASuiteItNeedsIsMissing) {
-    for (const char* name : {"MediaCore GPU Device Suite", "Premiere Memory Manager Suite",
-                             "Premiere PPix Suite", "MediaCore Video Segment Suite"}) {
-        host_.refusals().hideSuite(name);
-        EXPECT_EQ(make().error(), kFail) << name;
-        host_.refusals().clear();
-        host_.refusals().nullSuite(name);
-        EXPECT_EQ(make().error(), kFail) << name;
-        host_.refusals().clear();
-        host_.refusals().refuseSuite(name);
-        EXPECT_EQ(make().error(), kFail) << name;
-        host_.refusals().clear();
+// Missing, given as null, refused though given: `expect` is called for each.
+void withoutSuite(host_sim::Refusals& refusals, const char* name,
+                  const std::function<void()>& expect) {
+    SCOPED_TRACE(name);
+    for (const auto refuse : {&host_sim::Refusals::hideSuite, &host_sim::Refusals::nullSuite,
+                              &host_sim::Refusals::refuseSuite}) {
+        (refusals.*refuse)(name);
+        expect();
+        refusals.clear();
     }
+}
+
+TEST_F(MakeInstance, fallsBackToTheCpu_withoutTheDeviceSuite) {
+    Lines lines;
+    withoutSuite(host_.refusals(), "MediaCore GPU Device Suite", [&] {
+        EXPECT_EQ(make().error(), kFail);
+        lines.push_back("GPU: device 0 below minimum requirements; CPU render");
+        EXPECT_EQ(gpuLines(), lines);
+    });
+}
+
+TEST_F(MakeInstance, tellsOfAWeakDeviceFirst_whateverElseIsMissing) {
+    open({{.meetsRequirements = false}});
+    for (const char* name :
+         {"Premiere Memory Manager Suite", "Premiere PPix Suite", "MediaCore Video Segment Suite"})
+        host_.refusals().hideSuite(name);
+    EXPECT_EQ(make().error(), kFail);
+    EXPECT_EQ(gpuLines(), Lines{"GPU: device 0 below minimum requirements; CPU render"});
+}
+
+std::string wordsOf(const testing::TestParamInfo<const char*>& suite) {
+    std::string name = suite.param;
+    std::erase(name, ' ');
+    return name;
+}
+
+class NeededSuite : public FilterTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(NeededSuite, failsTheInstanceWithoutALine_whenMissing) {
+    withoutSuite(host_.refusals(), GetParam(), [&] { EXPECT_EQ(make().error(), kFail); });
     EXPECT_EQ(gpuLines(), Lines());
 }
 
-TEST_F(MakeInstance, works_whenASuiteIsMissingThatItDoesNotNeed) {
-    for (const char* name :
-         {"MediaCore GPU Image Processing Suite", "Premiere PPix 2 Suite", "PF Transition Suite"})
-        host_.refusals().hideSuite(name);
-    EXPECT_EQ(make().error(), 0);
+INSTANTIATE_TEST_SUITE_P(MakeInstance, NeededSuite,
+                         testing::Values("Premiere Memory Manager Suite", "Premiere PPix Suite",
+                                         "MediaCore Video Segment Suite"),
+                         wordsOf);
+
+class OtherSuite : public FilterTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(OtherSuite, leavesTheInstanceAlone_whenMissing) {
+    withoutSuite(host_.refusals(), GetParam(), [&] { EXPECT_EQ(make().error(), 0); });
 }
+
+INSTANTIATE_TEST_SUITE_P(MakeInstance, OtherSuite,
+                         testing::Values("MediaCore GPU Image Processing Suite",
+                                         "Premiere PPix 2 Suite", "PF Transition Suite"),
+                         wordsOf);
 
 TEST_F(MakeInstance, fails_withoutABasicSuite) {
     const GpuValues now = values();

@@ -75,7 +75,7 @@ TEST_F(LockOrder, keepsThreadsApart_asAMutexDoes) {
 TEST_F(LockOrder, allowsALogLine_underTheLockOfLinesOnChange) {
     const twtest::TempHome home;
     tw::LogOnChange lines("lines");
-    lines.line("one");
+    lines.log("one");
     EXPECT_TRUE(twtest::readFile(home.dataFile("effect.log")).ends_with("  one\n"));
     EXPECT_EQ(held(), "");
 }
@@ -117,7 +117,7 @@ TEST_F(LockOrderDeathTest, endsTheProcess_whenALockIsTakenInALockFreeScope) {
 TEST_F(LockOrderDeathTest, endsTheProcess_whenALineOnChangeIsToldUnderALock) {
     tw::LogOnChange lines("lines");
     const Guard outer(a_);
-    EXPECT_DEATH(lines.line("one"), "Lock order: \"lines\" is taken inside \"a\"\\.");
+    EXPECT_DEATH(lines.log("one"), "Lock order: \"lines\" is taken inside \"a\"\\.");
 }
 
 TEST_F(LockOrderDeathTest, endsTheProcess_whenALutIsLookedUpUnderALock) {

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "native/src/parallel_rows.h"
+#include "native/src/parallel_rows_with.h"
 
 namespace {
 
@@ -71,6 +71,8 @@ private:
     std::vector<Range> ranges_;
     std::vector<std::thread::id> threads_;
 };
+
+using StartThread = std::function<std::thread(const std::function<void()>&)>;
 
 std::thread startThread(const std::function<void()>& body) {
     return std::thread(body);
@@ -189,7 +191,7 @@ TEST(ParallelRowsWith, startsNoThreadForNoRows_whenTheRangesEndExactly) {
 TEST(ParallelRowsWith, startsNoThread_belowTwoThreads) {
     for (const int rows : {0, -5, 1, 31}) {
         Ledger ledger;
-        const tw::StartThread never = [](const std::function<void()>& body) {
+        const StartThread never = [](const std::function<void()>& body) {
             ADD_FAILURE() << "a thread was started";
             return startThread(body);
         };
@@ -229,7 +231,7 @@ TEST(ParallelRowsWith, doesRowsItself_whenNthStartThrows) {
         SCOPED_TRACE("start " + std::to_string(failing));
         Ledger ledger;
         int starts = 0;
-        const tw::StartThread start = [&](const std::function<void()>& body) {
+        const StartThread start = [&](const std::function<void()>& body) {
             if (++starts == failing) {
                 throw std::system_error(
                     std::make_error_code(std::errc::resource_unavailable_try_again));
@@ -250,7 +252,7 @@ TEST(ParallelRowsWith, doesRowsItself_whenNthStartThrows) {
 
 TEST(ParallelRowsWith, doesAllRowsItself_whenEveryStartThrows) {
     Ledger ledger;
-    const tw::StartThread start = [](const std::function<void()>&) -> std::thread {
+    const StartThread start = [](const std::function<void()>&) -> std::thread {
         throw std::bad_alloc();
     };
     EXPECT_NO_THROW(tw::parallelRowsWith(100, 8, start, ledger.work()));

@@ -1,4 +1,5 @@
-// What nearly every test includes, compiled once for all of them. A file still includes what it uses.
+// What nearly every test includes, compiled once for all of them. A file still includes what it
+// uses.
 #pragma once
 
 #include <gtest/gtest.h>
