@@ -75,6 +75,7 @@ struct SoftwareMetalCommands {
 
     void execute(const Faults& faults) {
         std::this_thread::sleep_for(std::chrono::milliseconds(faults.delayMs));
+        if (faults.atExecution) faults.atExecution();
         const double began = seconds();
         if (!faults.failExecution) {
             for (const Dispatch& dispatch : dispatches) {

@@ -33,6 +33,8 @@ struct Faults {
     std::optional<double> seconds;
     // Called by the thread that commits a command buffer, unless empty.
     std::function<void()> atCommit;
+    // Called by the queue's thread before a command buffer runs, unless empty.
+    std::function<void()> atExecution;
 };
 
 struct Counts {

@@ -6,7 +6,7 @@ namespace software_metal {
 namespace {
 
 std::string withoutComments(const std::string& text) {
-    static const std::regex comment(R"(//[^\n]*|/\*[^]*?\*/)");
+    const std::regex comment(R"(//[^\n]*|/\*[^]*?\*/)");
     return std::regex_replace(text, comment, " ");
 }
 
@@ -28,7 +28,7 @@ std::vector<std::string> splitParameters(const std::string& text, std::size_t at
 }
 
 bool bind(const std::string& declaration, Parameter& parameter) {
-    static const std::regex buffer(R"(\[\[\s*buffer\s*\(\s*(\d+)\s*\)\s*\]\])");
+    const std::regex buffer(R"(\[\[\s*buffer\s*\(\s*(\d+)\s*\)\s*\]\])");
     std::smatch match;
     if (std::regex_search(declaration, match, buffer)) {
         parameter.buffer = std::stoi(match[1]);
@@ -41,7 +41,7 @@ bool bind(const std::string& declaration, Parameter& parameter) {
 
 bool findKernels(const std::string& program, std::vector<Signature>& kernels, std::string* error) {
     const std::string text = withoutComments(program);
-    static const std::regex head(R"(\bkernel\s+(\w+)\s+(\w+)\s*\()");
+    const std::regex head(R"(\bkernel\s+(\w+)\s+(\w+)\s*\()");
     for (std::sregex_iterator at(text.begin(), text.end(), head), end; at != end; ++at) {
         Signature kernel{(*at)[2], {}};
         if ((*at)[1] != "void") {

@@ -8,6 +8,8 @@
 #include <deque>
 #include <map>
 
+#include "native/src/never_destroyed.h"
+
 namespace macho {
 namespace {
 
@@ -39,29 +41,30 @@ struct Dialog {
 };
 
 Dialog& dialog() {
-    static Dialog current;
-    return current;
+    static tw::NeverDestroyed<Dialog> current;
+    return *current;
 }
 
-// Objects and texts are kept to the end: the code under test owns none of them by address.
+// Objects and texts are kept to the end of the process: the code under test owns none of them by
+// address, and is called until then.
 const char* keep(std::string text) {
-    static std::deque<std::string> kept;
-    return kept.emplace_back(std::move(text)).c_str();
+    static tw::NeverDestroyed<std::deque<std::string>> kept;
+    return kept->emplace_back(std::move(text)).c_str();
 }
 
 Object* classNamed(std::string_view name) {
-    static std::map<std::string, Object, std::less<>> classes;
-    const auto found = classes.find(name);
-    if (found != classes.end()) return &found->second;
-    const auto made = classes.emplace(name, Object{}).first;
+    static tw::NeverDestroyed<std::map<std::string, Object, std::less<>>> classes;
+    const auto found = classes->find(name);
+    if (found != classes->end()) return &found->second;
+    const auto made = classes->emplace(name, Object{}).first;
     made->second.text = made->first.c_str();
     return &made->second;
 }
 
 Object* make(const Object* isa, std::string text = "") {
-    static std::deque<Object> kept;
+    static tw::NeverDestroyed<std::deque<Object>> kept;
     const std::uint64_t length = text.size();
-    return &kept.emplace_back(Object{isa, 0, keep(std::move(text)), length});
+    return &kept->emplace_back(Object{isa, 0, keep(std::move(text)), length});
 }
 
 Object* object(Argument argument) {
@@ -118,6 +121,7 @@ Argument runModal(const Object* self) {
 }
 
 using Handler = Argument (*)(Object* self, Argument first);
+using Handlers = std::map<std::string_view, Handler>;
 
 template <class Made>
 Argument result(Made* made) {
@@ -129,8 +133,8 @@ Argument ignore(Object*, Argument) {
     return 0;
 }
 
-const std::map<std::string_view, Handler>& handlers() {
-    static const std::map<std::string_view, Handler> known = {
+const Handlers& handlers() {
+    static tw::NeverDestroyed<const Handlers> known(Handlers{
         {"isMainThread", [](Object*, Argument) { return Argument{gettid() == getpid()}; }},
         {"stringWithUTF8String:",
          [](Object* self, Argument first) {
@@ -174,8 +178,8 @@ const std::map<std::string_view, Handler>& handlers() {
              --appKit().liveObjects;
              return Argument{0};
          }},
-    };
-    return known;
+    });
+    return *known;
 }
 
 // Until the runtime has registered them, selectors are their names.
@@ -230,8 +234,8 @@ void* address(Function* function) {
 }  // namespace
 
 AppKit& appKit() {
-    static AppKit only;
-    return only;
+    static tw::NeverDestroyed<AppKit> only;
+    return *only;
 }
 
 void* resolveAppKit(std::string_view linkerName) {

@@ -60,17 +60,34 @@ std::atomic_ref<Word> mutexWord(void* mutex) {
     return std::atomic_ref(*reinterpret_cast<Word*>(static_cast<Byte*>(mutex) + 8));
 }
 
+constexpr Word kFree = 0;
+constexpr Word kTaken = 1;
+constexpr Word kDestroyed = 2;
+
+// What macOS answers with an error, upon which the lock throws std::system_error, ends this
+// process.
+[[noreturn]] void tellDestroyed() {
+    std::fputs("The bundle locked a mutex that it has destroyed.\n", stderr);
+    std::abort();
+}
+
 void lockMutex(void* mutex) {
-    while (mutexWord(mutex).exchange(1) != 0)
-        mutexWord(mutex).wait(1);
+    for (Word before = kFree; !mutexWord(mutex).compare_exchange_weak(before, kTaken);) {
+        if (before == kDestroyed) tellDestroyed();
+        if (before == kTaken) mutexWord(mutex).wait(kTaken);
+        before = kFree;
+    }
 }
 
 void unlockMutex(void* mutex) {
-    mutexWord(mutex).store(0);
+    mutexWord(mutex).store(kFree);
     mutexWord(mutex).notify_one();
 }
 
-void endMutex(void*) {}
+void endMutex(void* mutex) {
+    mutexWord(mutex).store(kDestroyed);
+    mutexWord(mutex).notify_all();
+}
 
 Address stackGuard = 0x00F1E2D3C4B5A697;
 

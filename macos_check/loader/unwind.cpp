@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "native/src/never_destroyed.h"
+
 namespace macho {
 namespace {
 
@@ -251,8 +253,8 @@ private:
 
 void registerFrames(const Byte* image, const Byte* info, const Byte* frames,
                     const RegisterFrame& registerFrame) {
-    static std::deque<FrameWriter> kept;  // one an image
-    FrameWriter& writer = kept.emplace_back(image, info);
+    static tw::NeverDestroyed<std::deque<FrameWriter>> kept;  // one an image
+    FrameWriter& writer = kept->emplace_back(image, info);
     for (const Function& function : FunctionTable(info).functions()) {
         const Word mode = function.encoding & kModeMask;
         if (mode == kDwarf)

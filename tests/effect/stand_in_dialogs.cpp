@@ -3,11 +3,12 @@
 #include <mutex>
 
 #include "native/src/export.h"
+#include "native/src/never_destroyed.h"
 #include "platform/mac/dialogs.h"
 
 extern "C" TW_EXPORT twtest::StandInDialogs* tintwell_stand_in_dialogs() {
-    static twtest::StandInDialogs dialogs;
-    return &dialogs;
+    static tw::NeverDestroyed<twtest::StandInDialogs> dialogs;
+    return &*dialogs;
 }
 
 namespace {

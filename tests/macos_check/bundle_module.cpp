@@ -11,6 +11,7 @@
 #include "gpu/entry_point.h"
 #include "macos_check/loader/image.h"
 #include "macos_check/loader/system.h"
+#include "native/src/never_destroyed.h"
 #include "tests/effect/stand_in_dialogs.h"
 #include "tests/macos_check/bundle_messages.h"
 
@@ -26,8 +27,9 @@ const macho::Image& bundle() {
     if (path == nullptr) giveUp("TINTWELL_BUNDLE does not say which bundle to load.");
     const auto file = std::filesystem::path(path) / "Contents/MacOS/Tintwell";
     try {
-        static const macho::Image image(file, macho::resolveImport, macho::registerFrame);
-        return image;
+        static tw::NeverDestroyed<const macho::Image> image(file, macho::resolveImport,
+                                                            macho::registerFrame);
+        return *image;
     } catch (const std::exception& error) {
         giveUp(file.string() + " " + error.what() + ".");
     }
@@ -67,7 +69,8 @@ extern "C" TW_EXPORT macho::AppKit* tintwell_bundle_appkit() {
 }
 
 extern "C" TW_EXPORT twtest::StandInDialogs* tintwell_stand_in_dialogs() {
-    static twtest::StandInDialogs dialogs;
+    static tw::NeverDestroyed<twtest::StandInDialogs> held;
+    static twtest::StandInDialogs& dialogs = *held;
     macho::appKit().pick = [](const std::string& folder) {
         dialogs.folders.push_back(folder);
         return dialogs.pick ? dialogs.pick() : std::string();
