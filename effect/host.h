@@ -7,12 +7,19 @@
 #include <cstdio>
 
 #ifdef TINTWELL_HOST_SDK
+// Each for the names that it declares itself. SPBasic.h goes first: PrSDKAESupport.h counts on it.
+// clang-format off
+#include <SPBasic.h>
+#include <A.h>
 #include <AE_Effect.h>
 #include <AE_EffectCB.h>
 #include <AE_EffectCBSuites.h>
+#include <AE_EffectPixelFormat.h>
 #include <AE_EffectSuites.h>
+#include <AE_PluginData.h>
+#include <Param_Utils.h>
 #include <PrSDKAESupport.h>
-#include <SPBasic.h>
+// clang-format on
 #else
 #include "host_api/host_api.h"
 #endif

@@ -1,0 +1,7 @@
+// The names of the real header of this name that the effect uses, and no others.
+#pragma once
+
+#include "tests/host_api/sdk_shape/declarations.h"
+
+using sdk_shape::PF_PluginDataCB2;
+using sdk_shape::PF_PluginDataPtr;

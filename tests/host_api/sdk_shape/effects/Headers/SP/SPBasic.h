@@ -1,0 +1,8 @@
+// The names of the real header of this name that the effect uses, and no others.
+#pragma once
+
+#include "tests/host_api/sdk_shape/declarations.h"
+
+#define SPAPI  // as the real header does, for headers that count on it
+
+using sdk_shape::SPBasicSuite;

@@ -1,0 +1,10 @@
+// The names of the real header of this name that the effect uses, and no others.
+#pragma once
+
+#include "tests/host_api/sdk_shape/declarations.h"
+
+using sdk_shape::PrGPUDeviceInfo;
+using sdk_shape::PrPixelFormat_GPU_BGRA_4444_32f;
+using sdk_shape::PrSDKGPUDeviceSuite;
+
+#define kPrSDKGPUDeviceSuite "MediaCore GPU Device Suite"
