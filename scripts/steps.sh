@@ -1,5 +1,5 @@
-# Sourced by scripts that run for minutes: step NAME begins a step, and at the script's end each step's
-# seconds are listed.
+# Sourced by long-running scripts: step NAME begins a step, and at the end of the script the seconds of each
+# step are listed.
 steps=()
 
 step() {

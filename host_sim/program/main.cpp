@@ -1,4 +1,4 @@
-// tintwell-host: the effect at work where its real hosts are not.
+// tintwell-host: runs the effect in a simulated host, from the command line.
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -27,7 +27,9 @@ struct Options {
 };
 
 void addHost(CLI::App& command, Options& options) {
-    command.add_option("--host", options.effect.host, "Host application to be: ae or premiere")
+    command
+        .add_option("--host", options.effect.host,
+                    "Host to simulate: ae (After Effects) or premiere (Premiere Pro)")
         ->check(CLI::IsMember({"ae", "premiere"}))
         ->capture_default_str();
 }
@@ -43,13 +45,14 @@ void addRender(CLI::App& app, Options& options) {
     command->add_option("--project", options.effect.project, "Look and Amount of a saved project")
         ->excludes(lut, text);
     lut->excludes(text);
-    command->add_option("--amount", render.amount, "Percent of the look, 0 to 100")
+    command->add_option("--amount", render.amount, "How much of the look, 0 to 100 percent")
         ->check(CLI::Range(0.0, 100.0));
-    command->add_option("--depth", render.depth, "8 or float; else as the input file has it")
+    command->add_option("--depth", render.depth, "8 or float; by default what the input file has")
         ->check(CLI::IsMember({"8", "float"}));
-    command->add_flag("--gpu", options.effect.gpu, "Through the GPU filter, in float");
-    command->add_option("--save", render.save, "Project to write afterwards");
-    command->add_option("--frames", render.frames, "Frames of a sequence: A-B");
+    command->add_flag("--gpu", options.effect.gpu, "Render through the GPU filter, in float");
+    command->add_option("--save", render.save, "Project file to write afterwards");
+    command->add_option("--frames", render.frames,
+                        "Frames of a sequence: A-B; by default all that exist");
     addHost(*command, options);
     command->callback([&options] {
         options.render.effect = options.effect;
@@ -61,17 +64,19 @@ void addRender(CLI::App& app, Options& options) {
 void addPress(CLI::App& app, Options& options) {
     PressOptions& press = options.press;
     CLI::App* command =
-        app.add_subcommand("press", "Press a button of the effect, as its user does");
-    command->add_option("button", press.button, "lut or edit")
+        app.add_subcommand("press", "Press a button of the effect, as a user would");
+    command
+        ->add_option("button", press.button,
+                     "lut: choose a .cube file; edit: open the match in the panel")
         ->required()
         ->check(CLI::IsMember({"lut", "edit"}));
-    command->add_option("--project", options.effect.project, "Saved project to begin with");
-    command->add_option("--save", press.save, "Project to write afterwards");
+    command->add_option("--project", options.effect.project, "Saved project to start from");
+    command->add_option("--save", press.save, "Project file to write afterwards");
     addHost(*command, options);
     command->callback([&options] {
         options.press.effect = options.effect;
         enterHome(options.home);
-        if (!tw_mac::BecomeApplication()) throw Failure("there is no screen to show dialogs on");
+        if (!tw_mac::BecomeApplication()) throw Failure("there is no display to show dialogs on");
         runPress(options.press);
     });
 }
@@ -80,7 +85,7 @@ void addPattern(CLI::App& app, Options& options) {
     PatternOptions& pattern = options.pattern;
     CLI::App* command = app.add_subcommand("pattern", "Draw the calibration pattern");
     command->add_option("--size", pattern.size, "Steps per channel, 2 to 64")->required();
-    command->add_option("--frame", pattern.frame, "Frame size, 1920x1080 say")->required();
+    command->add_option("--frame", pattern.frame, "Frame size, such as 1920x1080")->required();
     command->add_option("--depth", pattern.depth, "8 or float")
         ->check(CLI::IsMember({"8", "float"}))
         ->capture_default_str();
@@ -94,7 +99,8 @@ void addPattern(CLI::App& app, Options& options) {
 }
 
 void addInspect(CLI::App& app, Options& options) {
-    CLI::App* command = app.add_subcommand("inspect", "Tell what the effect and a look are");
+    CLI::App* command =
+        app.add_subcommand("inspect", "Show how the effect registers and what a look holds");
     command->add_option("file", options.inspectFile, "A .cube file, a TWLUT text or a project")
         ->required();
     addHost(*command, options);
@@ -137,8 +143,9 @@ int main(int argc, char** argv) {
     app.name("tintwell-host");
     app.require_subcommand(1);
     app.fallthrough();
-    app.add_option("--home", options.home, "Folder that stands for the user's Mac home");
-    app.add_option("--module", options.effect.module, "The effect, if not beside this program");
+    app.add_option("--home", options.home, "Folder that the effect takes for the user's home");
+    app.add_option("--module", options.effect.module,
+                   "The effect's module, if not beside this program");
     addRender(app, options);
     addPress(app, options);
     addPattern(app, options);

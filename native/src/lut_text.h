@@ -1,6 +1,6 @@
 // The TWLUT text: a LUT as one line of printable text, the form in which it lives in the effect's
-// LUT parameter and in which a companion panel writes it there. docs/architecture.md shows its
-// place.
+// LUT parameter and in which a companion panel writes it there. docs/panel-interface.md tells the
+// panel's makers.
 //
 //   TWLUT0                                       no LUT
 //   TWLUTP <n>                                   the calibration pattern of size n, 2..64

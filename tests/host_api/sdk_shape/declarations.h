@@ -1,5 +1,5 @@
-// The hosts' interface out of sight: each header of this tree brings the names in sight that the real
-// one declares. They are laid out in the folders of the two SDKs.
+// The hosts' interface out of sight: each header of this tree brings the names in sight that the
+// real one declares. They are laid out in the folders of the two SDKs.
 #pragma once
 
 // Before the namespace, which is not for them.

@@ -3,22 +3,22 @@
 
 #include "tests/host_api/sdk_shape/declarations.h"
 
-using sdk_shape::PF_ArbCompareResult;
 using sdk_shape::PF_ArbCompare_EQUAL;
 using sdk_shape::PF_ArbCompare_NOT_EQUAL;
-using sdk_shape::PF_ArbParamsExtra;
-using sdk_shape::PF_ArbitraryH;
+using sdk_shape::PF_ArbCompareResult;
 using sdk_shape::PF_Arbitrary_COMPARE_FUNC;
 using sdk_shape::PF_Arbitrary_COPY_FUNC;
 using sdk_shape::PF_Arbitrary_DISPOSE_FUNC;
-using sdk_shape::PF_Arbitrary_FLATTEN_FUNC;
 using sdk_shape::PF_Arbitrary_FLAT_SIZE_FUNC;
+using sdk_shape::PF_Arbitrary_FLATTEN_FUNC;
 using sdk_shape::PF_Arbitrary_INTERP_FUNC;
 using sdk_shape::PF_Arbitrary_NEW_FUNC;
 using sdk_shape::PF_Arbitrary_PRINT_FUNC;
 using sdk_shape::PF_Arbitrary_PRINT_SIZE_FUNC;
 using sdk_shape::PF_Arbitrary_SCAN_FUNC;
 using sdk_shape::PF_Arbitrary_UNFLATTEN_FUNC;
+using sdk_shape::PF_ArbitraryH;
+using sdk_shape::PF_ArbParamsExtra;
 using sdk_shape::PF_ChangeFlag_CHANGED_VALUE;
 using sdk_shape::PF_Cmd;
 using sdk_shape::PF_Cmd_ABOUT;
@@ -45,14 +45,14 @@ using sdk_shape::PF_OutFlag_FORCE_RERENDER;
 using sdk_shape::PF_OutFlag_PIX_INDEPENDENT;
 using sdk_shape::PF_OutFlag_REFRESH_UI;
 using sdk_shape::PF_OutFlag_SEND_UPDATE_PARAMS_UI;
-using sdk_shape::PF_PUI_NO_ECW_UI;
+using sdk_shape::PF_Param_ARBITRARY_DATA;
+using sdk_shape::PF_Param_BUTTON;
+using sdk_shape::PF_Param_FLOAT_SLIDER;
 using sdk_shape::PF_ParamDef;
 using sdk_shape::PF_ParamFlag_CANNOT_TIME_VARY;
 using sdk_shape::PF_ParamFlag_SUPERVISE;
 using sdk_shape::PF_ParamIndex;
 using sdk_shape::PF_ParamType;
-using sdk_shape::PF_Param_ARBITRARY_DATA;
-using sdk_shape::PF_Param_BUTTON;
-using sdk_shape::PF_Param_FLOAT_SLIDER;
+using sdk_shape::PF_PUI_NO_ECW_UI;
 using sdk_shape::PF_UserChangedParamExtra;
 using sdk_shape::PF_ValueDisplayFlag_PERCENT;

@@ -3,7 +3,7 @@
 
 #include "tests/host_api/sdk_shape/declarations.h"
 
-using sdk_shape::PF_ParamUtilsSuite3;
 using sdk_shape::kPFParamUtilsSuiteVersion3;
+using sdk_shape::PF_ParamUtilsSuite3;
 
 #define kPFParamUtilsSuite "PF Param Utils Suite"

@@ -7,14 +7,14 @@
 #error "the real header needs SPBasic.h before it"
 #endif
 
+using sdk_shape::csSDK_int32;
+using sdk_shape::csSDK_uint32;
+using sdk_shape::kPFPixelFormatSuiteVersion1;
 using sdk_shape::PF_PixelFormatSuite1;
 using sdk_shape::PF_TransitionSuite;
 using sdk_shape::PrSDKString;
 using sdk_shape::PrTime;
 using sdk_shape::PrTimelineID;
-using sdk_shape::csSDK_int32;
-using sdk_shape::csSDK_uint32;
-using sdk_shape::kPFPixelFormatSuiteVersion1;
 
 #define kPFPixelFormatSuite "PF Pixel Format Suite"
 #define kPFTransitionSuite "PF Transition Suite"
