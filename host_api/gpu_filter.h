@@ -18,7 +18,7 @@ static_assert(sizeof(PrGPUFilterInfo) == 20 && alignof(PrGPUFilterInfo) == 1);
 
 // Made by the host for one effect on one device with one state of its parameters.
 struct PrGPUFilterInstance {
-    ::piSuites* piSuites;
+    struct piSuites* piSuites;
     csSDK_uint32 inDeviceIndex;
     PrTimelineID inTimelineID;
     csSDK_int32 inNodeID;       // for the video segment suite
