@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <deque>
 #include <map>
+#include <mutex>
 
 #include "native/src/never_destroyed.h"
 
@@ -31,6 +32,12 @@ struct Block {
 };
 
 using Argument = std::uintptr_t;
+
+// The main thread, which does one thing at a time: held by who acts for it.
+std::recursive_mutex& mainThread() {
+    static tw::NeverDestroyed<std::recursive_mutex> one;
+    return *one;
+}
 
 // What is known of the dialog being put together; dialogs come one at a time.
 struct Dialog {
@@ -185,6 +192,7 @@ const Handlers& handlers() {
 // Until the runtime has registered them, selectors are their names.
 Argument sendMessage(Object* self, const char* selector, Argument first) {
     if (self == nullptr) return 0;
+    const std::lock_guard lock(mainThread());
     record(self, selector, first);
     const auto handler = handlers().find(selector);
     if (handler == handlers().end()) unknownMessage(selector);
@@ -192,6 +200,7 @@ Argument sendMessage(Object* self, const char* selector, Argument first) {
 }
 
 Object* allocate(Object* isa) {
+    const std::lock_guard lock(mainThread());
     ++appKit().liveObjects;
     dialog() = {};
     return make(isa);
@@ -202,15 +211,18 @@ void release(Object* self) {
 }
 
 void* pushPool() {
+    const std::lock_guard lock(mainThread());
     ++appKit().openPools;
     return nullptr;
 }
 
 void popPool(void*) {
+    const std::lock_guard lock(mainThread());
     --appKit().openPools;
 }
 
 void dispatchAndWait(void*, Block* block) {
+    const std::lock_guard lock(mainThread());
     appKit().messages.emplace_back("dispatch_sync");
     block->invoke(block);
 }
