@@ -3,7 +3,7 @@
 
 #include "bench/measure.h"
 #include "bench/scenes.h"
-#include "native/src/parallel_rows.h"
+#include "native/src/engine/parallel_rows.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include "bench/measure.h"
 #include "bench/scenes.h"
-#include "native/src/content_hash.h"
 #include "native/src/lut_cache.h"
 #include "native/src/lut_text.h"
+#include "native/src/text/content_hash.h"
 
 namespace {
 

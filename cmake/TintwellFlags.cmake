@@ -13,7 +13,7 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O3 -DNDEBUG")
 
 add_library(tintwell_flags INTERFACE)
 target_compile_options(tintwell_flags INTERFACE
-    # Rounding is decided in the source (native/src/mul_add.h), never by the compiler.
+    # Rounding is decided in the source (native/src/engine/mul_add.h), never by the compiler.
     -ffp-contract=off
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
     -Woverloaded-virtual -Wformat=2 -Wnull-dereference)

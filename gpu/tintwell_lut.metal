@@ -1,4 +1,4 @@
-// The compute kernel: native/src/sampler.cpp and native/src/probe.cpp once more, step for step and in
+// The compute kernel: native/src/engine/sampler.cpp and native/src/engine/probe.cpp once more, step for step and in
 // the same order, for one pixel a thread. A change there is a change here. Pixels are BGRA.
 //
 // The build puts gpu_args.h in the place of its include line and keeps the result as text in the

@@ -29,7 +29,7 @@ double ratio(const std::vector<double>& a, const std::vector<double>& b) {
 }
 
 // Columns: depth, name, median ns a pixel, quickest, slowest, then how many times as long as
-// memcpy, as the scalar form, and as our quickest form it takes.
+// memcpy, as the scalar kernel, and as our quickest form it takes.
 void race(const char* depth, const std::vector<bench::Contestant>& all, double pixels) {
     std::vector<std::vector<double>> times(all.size());
     for (int round = 0; round <= kRounds; ++round) {

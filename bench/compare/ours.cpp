@@ -2,7 +2,7 @@
 #include <ctime>
 
 #include "bench/compare/contestants.h"
-#include "native/src/row_forms.h"
+#include "native/src/rows/row_kernels.h"
 
 namespace bench {
 namespace {
@@ -23,15 +23,15 @@ Contestant copying(const Frame& src, const Frame& dst) {
             }};
 }
 
-template <typename Frame, typename RowForm>
+template <typename Frame, typename RowKernel>
 Contestant grading(const std::string& name, const tw::Lut3D& lut, const Frame& src,
-                   const Frame& dst, RowForm* form) {
-    return {"tintwell " + name, [&lut, &src, &dst, form] {
+                   const Frame& dst, RowKernel* kernel) {
+    return {"tintwell " + name, [&lut, &src, &dst, kernel] {
                 return timed([&] {
                     const tw::ChannelMap map = tw::channelMap(src.image.order);
                     for (int y = 0; y < src.image.height; ++y) {
-                        form(lut, tw::rowOf(src.image, y), map, tw::rowOf(dst.image, y), map,
-                             src.image.width, kAmount);
+                        kernel(lut, tw::rowOf(src.image, y), map, tw::rowOf(dst.image, y), map,
+                               src.image.width, kAmount);
                     }
                 });
             }};
@@ -48,11 +48,11 @@ double threadSeconds() {
 void addOurs(Contest& contest, std::vector<Contestant>& floats, std::vector<Contestant>& bytes) {
     floats.push_back(copying(contest.floatSrc, contest.floatDst));
     bytes.push_back(copying(contest.byteSrc, contest.byteDst));
-    for (const tw::RowForms& form : tw::runnableRowForms()) {
+    for (const tw::RowKernels& kernel : tw::runnableRowKernels()) {
         floats.push_back(
-            grading(form.name, contest.lut, contest.floatSrc, contest.floatDst, form.streamF));
+            grading(kernel.name, contest.lut, contest.floatSrc, contest.floatDst, kernel.streamF));
         bytes.push_back(
-            grading(form.name, contest.lut, contest.byteSrc, contest.byteDst, form.row8));
+            grading(kernel.name, contest.lut, contest.byteSrc, contest.byteDst, kernel.row8));
     }
 }
 

@@ -1,0 +1,228 @@
+#include "native/src/rows/row_kernels.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "tests/native/rows/row_kernels_inputs.h"
+
+namespace tw {
+namespace {
+
+constexpr std::int32_t kOrders[] = {kOrderBGRA, kOrderARGB, kOrderRGBA};
+constexpr int kWidths[] = {-1, 0, 1, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 63, 64, 65, 100, 131};
+constexpr float kCanary = 12345.0f;
+
+const RowKernels* kernelNamed(const std::string& name) {
+    for (const RowKernels& kernel : runnableRowKernels()) {
+        if (kernel.name == name) return &kernel;
+    }
+    return nullptr;
+}
+
+// The whole suite runs once for each kernel there is on this kind of processor.
+class RowKernelsTest : public testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        kernel_ = kernelNamed(GetParam());
+        if (!kernel_) GTEST_SKIP() << "this machine cannot run " << GetParam();
+    }
+
+    // Compares one row of floats, graded with `row`, with the scalar kernel's, pixel by pixel, and
+    // looks for writes behind its end.
+    void expectSameFloats(RowKernelF* row, const Lut3D& lut, std::int32_t fromOrder,
+                          std::int32_t toOrder, int width, int shift, float amount) const {
+        const ChannelMap from = channelMap(fromOrder);
+        const ChannelMap to = channelMap(toOrder);
+        const auto used = static_cast<std::size_t>(4 * std::max(width, 0));
+        std::vector<float> src(used);
+        std::mt19937 random(static_cast<std::uint32_t>(width + 9));
+        test::fillOdd(src, lut.size, random);
+        std::vector<float> expected(used + 20, kCanary);
+        std::vector<float> found = expected;
+        applyRowFScalar(lut, src.data(), from, expected.data() + shift, to, width, amount);
+        row(lut, src.data(), from, found.data() + shift, to, width, amount);
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            ASSERT_PRED2(test::sameResult, expected[i], found[i])
+                << kernel_->name << " width " << width << " shift " << shift << " orders "
+                << fromOrder << " to " << toOrder << " element " << i;
+        }
+    }
+
+    const RowKernels* kernel_ = nullptr;
+};
+
+TEST_P(RowKernelsTest, is_a_function_of_its_own_and_is_the_one_in_use_when_forced) {
+    ASSERT_TRUE(forceRowKernels(GetParam()));
+    EXPECT_STREQ(rowKernels().name, GetParam());
+    EXPECT_EQ(rowKernels().row8, kernel_->row8);
+    EXPECT_EQ(rowKernels().rowF, kernel_->rowF);
+    for (const RowKernels& other : runnableRowKernels()) {
+        if (&other == kernel_) continue;
+        EXPECT_NE(other.row8, kernel_->row8) << other.name;
+        EXPECT_NE(other.rowF, kernel_->rowF) << other.name;
+    }
+    EXPECT_TRUE(forceRowKernels(nullptr));
+    EXPECT_STREQ(rowKernels().name, runnableRowKernels().back().name);
+}
+
+TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_width_and_order) {
+    const Lut3D lut = test::oddLut(5, 20, 1);
+    for (const int width : kWidths) {
+        for (const std::int32_t from : kOrders) {
+            for (const std::int32_t to : kOrders)
+                expectSameFloats(kernel_->rowF, lut, from, to, width, 0, 0.8f);
+        }
+    }
+}
+
+TEST_P(RowKernelsTest, streamed_floats_are_the_same_wherever_the_row_starts) {
+    const Lut3D lut = test::oddLut(5, 20, 1);
+    for (const int width : kWidths) {
+        for (int shift = 0; shift < 20; ++shift)
+            expectSameFloats(kernel_->streamF, lut, kOrderBGRA, kOrderBGRA, width, shift, 0.8f);
+    }
+}
+
+TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_size_domain_and_amount) {
+    for (const std::int32_t size : {2, 3, 17, 33, 65, 129, 256}) {
+        const Lut3D lut = test::oddLut(size, 50, 2);
+        for (const float amount : {0.0f, 0.8f, 1.0f, -2.0f, 1e30f}) {
+            expectSameFloats(kernel_->rowF, lut, kOrderBGRA, kOrderBGRA, 2000, 0, amount);
+            expectSameFloats(kernel_->rowF, test::withDomain(lut), kOrderARGB, kOrderBGRA, 2000, 0,
+                             amount);
+        }
+    }
+}
+
+// One bound is enough to make a domain another one.
+TEST_P(RowKernelsTest, floats_are_the_scalar_forms_when_one_bound_is_not_0_or_1) {
+    const Lut3D plain = test::oddLut(5, 0, 5);
+    for (int channel = 0; channel < 3; ++channel) {
+        Lut3D lut = plain;
+        lut.domainMax[channel] = 2.0f;
+        expectSameFloats(kernel_->rowF, lut, kOrderBGRA, kOrderBGRA, 200, 0, 1.0f);
+        lut = plain;
+        lut.domainMin[channel] = -1.0f;
+        expectSameFloats(kernel_->rowF, lut, kOrderBGRA, kOrderBGRA, 200, 0, 1.0f);
+    }
+}
+
+// A zero weight times an infinite corner is no number: the corners must be those of the scalar
+// kernel's comparisons also where their weight is nothing. And a sum of nothing but negative zeros
+// stays one.
+TEST_P(RowKernelsTest, ties_take_the_scalar_forms_corners_and_signs_of_zero) {
+    const float values[] = {0.0f, -0.0f, 0.25f, 0.5f, 1.0f};
+    for (const float special : {std::numeric_limits<float>::infinity(), -0.0f}) {
+        Lut3D lut = test::oddLut(3, 0, 3);
+        for (std::size_t point = 0; point < lut.data.size() / 3; ++point) {
+            for (std::size_t k = 0; k < 3; ++k) {
+                if ((point + k) % 3 != 0) lut.data[3 * point + k] = special;
+            }
+        }
+        std::vector<float> src;
+        for (const float r : values) {
+            for (const float g : values) {
+                for (const float b : values)
+                    src.insert(src.end(), {b, g, r, 1.0f});
+            }
+        }
+        const ChannelMap map = channelMap(kOrderBGRA);
+        const int width = static_cast<int>(src.size() / 4);
+        std::vector<float> expected(src.size()), found(src.size());
+        applyRowFScalar(lut, src.data(), map, expected.data(), map, width, 1.0f);
+        kernel_->rowF(lut, src.data(), map, found.data(), map, width, 1.0f);
+        for (std::size_t i = 0; i < src.size(); ++i) {
+            EXPECT_PRED2(test::sameResult, expected[i], found[i])
+                << "of " << src[i / 4 * 4 + 2] << ' ' << src[i / 4 * 4 + 1] << ' ' << src[i / 4 * 4]
+                << " channel " << i % 4;
+        }
+    }
+}
+
+TEST_P(RowKernelsTest, alpha_travels_as_bits) {
+    const Lut3D lut = test::oddLut(3, 0, 4);
+    const std::uint32_t alphas[] = {0x7F800001, 0xFFFFFFFF, 0x80000000, 0x00000001, 0x7FA12345};
+    for (const std::int32_t order : kOrders) {
+        const ChannelMap map = channelMap(order);
+        std::vector<float> pixels(4 * 70, 0.3f);
+        for (int x = 0; x < 70; ++x)
+            std::memcpy(&pixels[static_cast<std::size_t>(4 * x + map.a)], &alphas[x % 5], 4);
+        kernel_->rowF(lut, pixels.data(), map, pixels.data(), map, 70, 0.8f);
+        for (int x = 0; x < 70; ++x) {
+            std::uint32_t alpha;
+            std::memcpy(&alpha, &pixels[static_cast<std::size_t>(4 * x + map.a)], 4);
+            EXPECT_EQ(alpha, alphas[x % 5]) << "pixel " << x << " order " << order;
+        }
+    }
+}
+
+TEST_P(RowKernelsTest, bytes_are_the_scalar_forms_for_every_width_and_order) {
+    std::mt19937 random(6);
+    std::vector<std::uint8_t> src(4 * 131);
+    for (std::uint8_t& byte : src)
+        byte = static_cast<std::uint8_t>(random());
+    for (const Lut3D& lut : {test::oddLut(5, 9, 1), test::withDomain(test::oddLut(9, 0, 2))}) {
+        for (const int width : kWidths) {
+            for (const std::int32_t from : kOrders) {
+                for (const std::int32_t to : kOrders) {
+                    std::vector<std::uint8_t> expected(4 * 131 + 64, 0xA5);
+                    std::vector<std::uint8_t> found = expected;
+                    applyRow8Scalar(lut, src.data(), channelMap(from), expected.data(),
+                                    channelMap(to), width, 1.2f);
+                    kernel_->row8(lut, src.data(), channelMap(from), found.data(), channelMap(to),
+                                  width, 1.2f);
+                    ASSERT_EQ(found, expected)
+                        << "width " << width << " orders " << from << " to " << to;
+                }
+            }
+        }
+    }
+}
+
+TEST_P(RowKernelsTest, works_in_place) {
+    const Lut3D lut = test::oddLut(5, 0, 7);
+    const ChannelMap bgra = channelMap(kOrderBGRA);
+    const ChannelMap argb = channelMap(kOrderARGB);
+    std::vector<float> floats(4 * 131), expectedFloats(4 * 131);
+    std::mt19937 random(8);
+    test::fillOdd(floats, 2, random);
+    applyRowFScalar(lut, floats.data(), bgra, expectedFloats.data(), argb, 131, 0.8f);
+    kernel_->rowF(lut, floats.data(), bgra, floats.data(), argb, 131, 0.8f);
+    for (std::size_t i = 0; i < floats.size(); ++i)
+        ASSERT_PRED2(test::sameResult, expectedFloats[i], floats[i]) << "element " << i;
+
+    std::vector<std::uint8_t> bytes(4 * 131), expectedBytes(4 * 131);
+    for (std::uint8_t& byte : bytes)
+        byte = static_cast<std::uint8_t>(random());
+    applyRow8Scalar(lut, bytes.data(), bgra, expectedBytes.data(), argb, 131, 0.8f);
+    kernel_->row8(lut, bytes.data(), bgra, bytes.data(), argb, 131, 0.8f);
+    EXPECT_EQ(bytes, expectedBytes);
+}
+
+#if defined(__aarch64__)
+constexpr const char* kKernels[] = {"scalar", "neon"};
+#else
+constexpr const char* kKernels[] = {"scalar", "sse4.1", "avx2", "avx512"};
+#endif
+
+INSTANTIATE_TEST_SUITE_P(Kernels, RowKernelsTest, testing::ValuesIn(kKernels),
+                         [](const auto& kernel) {
+                             std::string name = kernel.param;
+                             std::erase(name, '.');
+                             return name;
+                         });
+
+TEST(RowKernels, force_refuses_a_name_that_no_form_has) {
+    EXPECT_FALSE(forceRowKernels("mmx"));
+    EXPECT_STREQ(rowKernels().name, runnableRowKernels().back().name);
+}
+
+TEST(RowKernels, the_scalar_form_comes_first) {
+    EXPECT_STREQ(runnableRowKernels().front().name, "scalar");
+    EXPECT_EQ(runnableRowKernels().front().row8, &applyRow8Scalar);
+}
+
+}  // namespace
+}  // namespace tw
