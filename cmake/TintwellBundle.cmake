@@ -35,7 +35,7 @@ function(tintwell_bundle target)
             $<TARGET_BUNDLE_DIR:${target}>)
     endif()
     set(pkgInfo ${PROJECT_SOURCE_DIR}/packaging/PkgInfo)
-    set(makePipl ${PROJECT_SOURCE_DIR}/tools/make_pipl.py)
+    set(makePipl ${PROJECT_SOURCE_DIR}/packaging/make_pipl.py)
     set(contents $<TARGET_BUNDLE_CONTENT_DIR:${target}>)
     add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_COMMAND} -E make_directory ${contents}/Resources
@@ -47,7 +47,7 @@ function(tintwell_bundle target)
     set_property(TARGET ${target} APPEND PROPERTY
         LINK_DEPENDS ${identity} ${plist} ${pkgInfo} ${makePipl})
     add_custom_target(zip
-        COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tools/package_bundle.py
+        COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/packaging/package_bundle.py
             $<TARGET_BUNDLE_DIR:${target}> ${PROJECT_SOURCE_DIR}/packaging/INSTALL.txt
             ${PROJECT_BINARY_DIR}/${target}-${PROJECT_VERSION}.zip
         VERBATIM)

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <filesystem>
 
-#include "host_sim/program/cube_file.h"
-#include "host_sim/program/effect_session.h"
-#include "host_sim/program/home.h"
-#include "host_sim/program/output_file.h"
 #include "tests/peers/peer.h"
 #include "tests/support/temp_folder.h"
+#include "tintwell_host/cube_file.h"
+#include "tintwell_host/effect_session.h"
+#include "tintwell_host/home.h"
+#include "tintwell_host/output_file.h"
 
 namespace {
 

@@ -45,8 +45,8 @@ void expectGoodEnd(const std::function<void()>& body) {
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
-    if (WIFSIGNALED(status)) ADD_FAILURE() << "ended by signal " << WTERMSIG(status);
-    if (WIFEXITED(status)) EXPECT_EQ(WEXITSTATUS(status), EXIT_SUCCESS);
+    ASSERT_FALSE(WIFSIGNALED(status)) << "ended by signal " << WTERMSIG(status);
+    EXPECT_EQ(WEXITSTATUS(status), EXIT_SUCCESS);
 }
 
 void atTheVeryEnd(std::function<void()> work) {

@@ -1,0 +1,167 @@
+// tintwell-host: runs the effect in a simulated host, from the command line.
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <new>
+
+#include "platform/mac/application.h"
+#include "tintwell_host/commands.h"
+#include "tintwell_host/failure.h"
+#include "tintwell_host/home.h"
+
+namespace {
+
+using namespace program;
+
+struct Options {
+    std::string home;
+    EffectOptions effect;
+    RenderOptions render;
+    PressOptions press;
+    PatternOptions pattern;
+    std::string inspectFile;
+    std::string encodeCube;
+    std::string decodeText;
+    std::string decodeCube;
+};
+
+void addHost(CLI::App& command, Options& options) {
+    command
+        .add_option("--host", options.effect.host,
+                    "Host to simulate: ae (After Effects) or premiere (Premiere Pro)")
+        ->check(CLI::IsMember({"ae", "premiere"}))
+        ->capture_default_str();
+}
+
+void addRender(CLI::App& app, Options& options) {
+    RenderOptions& render = options.render;
+    CLI::App* command = app.add_subcommand("render", "Grade a picture, or a sequence of pictures");
+    command->add_option("in", render.in, "PNG, JPEG, TIFF or EXR; in.%04d.exr is a sequence")
+        ->required();
+    command->add_option("out", render.out, "Picture or sequence to write")->required();
+    CLI::Option* lut = command->add_option("--lut", render.lut, "Look: a .cube file");
+    CLI::Option* text = command->add_option("--text", render.text, "Look: a file of TWLUT text");
+    command->add_option("--project", options.effect.project, "Look and Amount of a saved project")
+        ->excludes(lut, text);
+    lut->excludes(text);
+    command->add_option("--amount", render.amount, "How much of the look, 0 to 100 percent")
+        ->check(CLI::Range(0.0, 100.0));
+    command->add_option("--depth", render.depth, "8 or float; by default what the input file has")
+        ->check(CLI::IsMember({"8", "float"}));
+    command->add_flag("--gpu", options.effect.gpu, "Render through the GPU filter, in float");
+    command->add_option("--save", render.save, "Project file to write afterwards");
+    command->add_option("--frames", render.frames,
+                        "Frames of a sequence: A-B; by default all that exist");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.render.effect = options.effect;
+        enterHome(options.home);
+        runRender(options.render);
+    });
+}
+
+void addPress(CLI::App& app, Options& options) {
+    PressOptions& press = options.press;
+    CLI::App* command =
+        app.add_subcommand("press", "Press a button of the effect, as a user would");
+    command
+        ->add_option("button", press.button,
+                     "lut: choose a .cube file; edit: open the match in the panel")
+        ->required()
+        ->check(CLI::IsMember({"lut", "edit"}));
+    command->add_option("--project", options.effect.project, "Saved project to start from");
+    command->add_option("--save", press.save, "Project file to write afterwards");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.press.effect = options.effect;
+        enterHome(options.home);
+        if (!tw_mac::BecomeApplication()) throw Failure("there is no display to show dialogs on");
+        runPress(options.press);
+    });
+}
+
+void addPattern(CLI::App& app, Options& options) {
+    PatternOptions& pattern = options.pattern;
+    CLI::App* command = app.add_subcommand("pattern", "Draw the calibration pattern");
+    command->add_option("--size", pattern.size, "Steps per channel, 2 to 64")->required();
+    command->add_option("--frame", pattern.frame, "Frame size, such as 1920x1080")->required();
+    command->add_option("--depth", pattern.depth, "8 or float")
+        ->check(CLI::IsMember({"8", "float"}))
+        ->capture_default_str();
+    command->add_option("out", pattern.out, "Picture to write")->required();
+    addHost(*command, options);
+    command->callback([&options] {
+        options.pattern.effect = options.effect;
+        enterHome(options.home);
+        runPattern(options.pattern);
+    });
+}
+
+void addInspect(CLI::App& app, Options& options) {
+    CLI::App* command =
+        app.add_subcommand("inspect", "Show how the effect registers and what a look holds");
+    command->add_option("file", options.inspectFile, "A .cube file, a TWLUT text or a project")
+        ->required();
+    addHost(*command, options);
+    command->callback([&options] {
+        enterHome(options.home);
+        runInspect(options.effect, options.inspectFile);
+    });
+}
+
+void addTexts(CLI::App& app, Options& options) {
+    CLI::App* encode = app.add_subcommand("encode", "Print a .cube file as TWLUT text");
+    encode->add_option("cube", options.encodeCube, "A .cube file with a 0..1 domain")->required();
+    encode->callback([&options] { runEncode(options.encodeCube); });
+
+    CLI::App* decode = app.add_subcommand("decode", "Write a TWLUT text as a .cube file");
+    decode->add_option("text", options.decodeText, "A file of TWLUT text; - for standard input")
+        ->required();
+    decode->add_option("cube", options.decodeCube, "The .cube file to write")->required();
+    decode->callback([&options] { runDecode(options.decodeText, options.decodeCube); });
+
+    CLI::App* log = app.add_subcommand("log", "Show the effect's log");
+    log->callback([&options] {
+        enterHome(options.home);
+        runLog();
+    });
+}
+
+// What was printed must have arrived: a script may be keeping it.
+void finishOutput() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw Failure("cannot write to the standard output");
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    CLI::App app("Runs the Tintwell effect in a simulated After Effects or Premiere Pro");
+    app.name("tintwell-host");
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option("--home", options.home, "Folder that the effect takes for the user's home");
+    app.add_option("--module", options.effect.module,
+                   "The effect's module, if not beside this program");
+    addRender(app, options);
+    addPress(app, options);
+    addPattern(app, options);
+    addInspect(app, options);
+    addTexts(app, options);
+    try {
+        app.parse(argc, argv);
+        finishOutput();
+        return 0;
+    } catch (const CLI::ParseError& wrong) {
+        return app.exit(wrong) == 0 ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        std::fputs("tintwell-host: there is not enough memory\n", stderr);
+        return 1;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
+        return 1;
+    }
+}

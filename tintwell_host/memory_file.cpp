@@ -1,0 +1,22 @@
+#include "tintwell_host/memory_file.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "tintwell_host/failure.h"
+
+namespace program {
+
+MemoryFile::MemoryFile() : descriptor_(::memfd_create("tintwell-host", MFD_CLOEXEC)) {
+    if (descriptor_ < 0) throw Failure("there is no memory for a file");
+}
+
+MemoryFile::~MemoryFile() {
+    ::close(descriptor_);
+}
+
+std::string MemoryFile::path() const {
+    return "/proc/self/fd/" + std::to_string(descriptor_);
+}
+
+}  // namespace program
