@@ -15,8 +15,9 @@ namespace tw_effect {
 namespace {
 
 std::string labelOf(const tw::Lut3D* lut) {
-    if (!lut) return "Choose a LUT";
-    if (lut->probe != 0) return "Calibrating";
+    const tw::LutKind kind = tw::kindOf(lut);
+    if (kind == tw::LutKind::kNone) return "Choose a LUT";
+    if (kind == tw::LutKind::kPattern) return "Calibrating";
     if (lut->name.empty()) return "From Tintwell (Apply again to name it)";
     return lut->name + ".cube";
 }

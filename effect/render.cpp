@@ -51,26 +51,33 @@ SharedLut decode(const PF_InData& host, PF_ParamDef* const* params) {
     return lut;
 }
 
-const char* kindOf(const tw::Lut3D* lut) {
-    if (!lut) return "none";
-    return lut->probe != 0 ? "pattern" : "embedded";
+// How the log tells of a LUT.
+struct LutWords {
+    const char* kind;
+    long id;
+    int size;
+};
+
+LutWords wordsOf(const tw::Lut3D* lut) {
+    switch (tw::kindOf(lut)) {
+        case tw::LutKind::kPattern:
+            return {"pattern", static_cast<long>(lut->id), lut->probe};
+        case tw::LutKind::kLut:
+            return {"embedded", static_cast<long>(lut->id), lut->size};
+        default:
+            return {"none", 0, 0};
+    }
 }
 
-int sizeOf(const tw::Lut3D* lut) {
-    if (!lut) return 0;
-    return lut->probe != 0 ? lut->probe : lut->size;
-}
-
-void logRender(const PixelFormat& format, const PF_LayerDef& output, const tw::Lut3D* lut,
+void logRender(const PixelFormat& format, const PF_LayerDef& output, const LutWords& lut,
                float amount) {
     char line[200];
     {
         const tw::CLocaleScope cNumbers;
         std::snprintf(line, sizeof line,
                       "Render fmt=%s %dx%d rowbytes=%ld id=%ld amount=%.3f lut=%s %d", format.name,
-                      output.width, output.height, static_cast<long>(output.rowbytes),
-                      lut ? static_cast<long>(lut->id) : 0L, static_cast<double>(amount),
-                      kindOf(lut), sizeOf(lut));
+                      output.width, output.height, static_cast<long>(output.rowbytes), lut.id,
+                      static_cast<double>(amount), lut.kind, lut.size);
     }
     // Steady playback leaves one line, not one a frame.
     static tw::NeverDestroyed<tw::LogOnChange> lines("render line");
@@ -124,12 +131,13 @@ PF_Err Render(const PF_InData& host, PF_ParamDef* const* params, PF_LayerDef& ou
     if (!format) return PF_Err_UNRECOGNIZED_PARAM_TYPE;
 
     const SharedLut lut = decode(host, params);
-    logRender(*format, output, lut.get(), amount);
+    logRender(*format, output, wordsOf(lut.get()), amount);
 
-    if (lut && lut->probe != 0) {
+    const tw::LutKind kind = tw::kindOf(lut.get());
+    if (kind == tw::LutKind::kPattern) {
         // The pattern is what the panel measures: neither input nor Amount may show in it.
         drawPattern(*format, lut->probe, output);
-    } else if (lut && amount > 0.0f) {
+    } else if (kind == tw::LutKind::kLut && amount > 0.0f) {
         grade(*format, *lut, input, output, amount);
     } else {
         copyThrough(input, output, format->bytesPerPixel());

@@ -98,7 +98,7 @@ prSuiteError TintwellGPU::Render(const PrGPUFilterRenderParams* params, const PP
     if (!describe(frames[0], *outFrame, job)) return suiteError_Fail;
     LogSetup(job);
 
-    const bool apply = job.amount > 0.0f && lut_ && lut_->probe == 0;
+    const bool apply = job.amount > 0.0f && tw::kindOf(lut_.get()) == tw::LutKind::kLut;
     if (!apply && patternSize() == 0 && job.source.memory == job.destination.memory)
         return suiteError_NoError;  // the frame is right as it is
     if (!apply) job.amount = 0.0f;

@@ -1,5 +1,6 @@
 // The LUT engine: the record that holds a 3D look-up table, the reader of .cube files, tetrahedral
-// interpolation, its application to whole pictures, and the calibration pattern.
+// interpolation, its application to whole pictures, and the calibration pattern, which is called
+// "probe" in names.
 //
 // Threads: every function may be called from any thread at once, also on the same Lut3D, which none
 // of them but parseCube changes. apply8, applyF, fillProbe8 and fillProbeF start worker threads of
@@ -35,6 +36,19 @@ struct Lut3D {
     // is 0.
     std::vector<float> data;
 };
+
+// What a decoded LUT is for.
+enum class LutKind {
+    kNone,     // nothing: pictures stay as they are
+    kPattern,  // the calibration pattern of `probe` steps is drawn
+    kLut,      // pictures are graded
+};
+
+// Of a null pointer: none.
+inline LutKind kindOf(const Lut3D* lut) {
+    if (lut && lut->probe != 0) return LutKind::kPattern;
+    return lut && lut->size != 0 ? LutKind::kLut : LutKind::kNone;
+}
 
 // First element of lattice point (r, g, b) in Lut3D::data.
 constexpr std::ptrdiff_t latticeIndex(std::ptrdiff_t size, std::ptrdiff_t r, std::ptrdiff_t g,

@@ -4,6 +4,7 @@
 #include <deque>
 #include <utility>
 
+#include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "native/src/mutex.h"
 #include "native/src/never_destroyed.h"
@@ -57,8 +58,7 @@ SharedLut decode(const void* bytes, unsigned long count, std::string* err) {
     }
     auto lut = std::make_shared<Lut3D>();
     if (!parseEmbeddedText(text, *lut, err)) return nullptr;
-    const bool none = lut->size == 0 && lut->probe == 0;
-    return none ? nullptr : lut;
+    return kindOf(lut.get()) == LutKind::kNone ? nullptr : lut;
 }
 
 }  // namespace
