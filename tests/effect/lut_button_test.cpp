@@ -1,5 +1,10 @@
 #include <cstdlib>
+#include <exception>
+#include <functional>
+#include <iterator>
 #include <new>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 #include "tests/effect/lut_button_fixture.h"
@@ -108,6 +113,50 @@ TEST_F(LutButton, ends_with_an_error_when_the_dialog_throws) {
     expectUnchanged(effect().press(kLutButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
 }
 
+// What a test's user does at an alert or in the open panel.
+struct Throw {
+    const char* what;
+    std::function<void()> act;
+};
+
+const Throw kThrows[] = {
+    {"an integer", [] { throw 7; }},
+    {"a text", [] { throw "words"; }},
+    {"a std::exception", [] { throw std::exception(); }},
+    {"a std::runtime_error", [] { throw std::runtime_error("words"); }},
+    {"a std::bad_alloc", [] { throw std::bad_alloc(); }},
+};
+
+TEST_F(LutButton, ends_with_an_error_whatever_the_open_panel_throws) {
+    for (const Throw& thrown : kThrows) {
+        SCOPED_TRACE(thrown.what);
+        dialogs().pick = [&] { return thrown.act(), std::string(); };
+        expectUnchanged(effect().press(kLutButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
+    }
+}
+
+TEST_F(LutButton, ends_with_an_error_whatever_its_alerts_throw) {
+    const std::string files[] = {path("no.cube"), write("x.cube", cube(2, "DOMAIN_MAX 1 1 2\n"))};
+    for (const Throw& thrown : kThrows) {
+        dialogs().acknowledge = thrown.act;
+        for (const std::string& file : files) {
+            SCOPED_TRACE(file + ": " + thrown.what);
+            dialogs().alerts.clear();
+            expectUnchanged(pickFile(file), PF_Err_INTERNAL_STRUCT_DAMAGED);
+            EXPECT_EQ(dialogs().alerts.size(), 1u);
+        }
+    }
+}
+
+TEST_F(LutButton, ends_with_an_error_whatever_the_edit_buttons_alert_throws) {
+    for (const Throw& thrown : kThrows) {
+        SCOPED_TRACE(thrown.what);
+        dialogs().acknowledge = thrown.act;
+        expectUnchanged(effect().press(twtest::kEditButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
+    }
+    EXPECT_EQ(dialogs().alerts.size(), std::size(kThrows));
+}
+
 // ---- Files that are taken
 
 TEST_F(LutButton, stores_the_file_and_tells_the_host_and_the_log) {
@@ -126,6 +175,14 @@ TEST_F(LutButton, keeps_the_flags_that_the_host_had_set) {
     host().outPreset().out_flags = 0x11;
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.out.out_flags, kRefresh | 0x11);
+}
+
+TEST_F(LutButton, flags_the_value_as_changed_and_as_nothing_else) {
+    for (const bool empty : {false, true}) {
+        if (empty) effect().setNull(kLut);
+        expectLoaded("x.cube", cube(2), 0, "x");
+    }
+    EXPECT_EQ(host().problems(), Lines());
 }
 
 TEST_F(LutButton, gives_an_empty_parameter_a_handle) {
