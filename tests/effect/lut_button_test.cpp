@@ -1,9 +1,4 @@
 #include <cstdlib>
-#include <exception>
-#include <functional>
-#include <iterator>
-#include <new>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -106,55 +101,6 @@ TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
     expectUnchanged(pickFile(write("x.cube", cube(2))), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
     EXPECT_EQ(dialogs().alerts, Alerts());
-}
-
-TEST_F(LutButton, ends_with_an_error_when_the_dialog_throws) {
-    dialogs().pick = []() -> std::string { throw std::bad_alloc(); };
-    expectUnchanged(effect().press(kLutButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
-}
-
-// What a test's user does at an alert or in the open panel.
-struct Throw {
-    const char* what;
-    std::function<void()> act;
-};
-
-const Throw kThrows[] = {
-    {"an integer", [] { throw 7; }},
-    {"a text", [] { throw "words"; }},
-    {"a std::exception", [] { throw std::exception(); }},
-    {"a std::runtime_error", [] { throw std::runtime_error("words"); }},
-    {"a std::bad_alloc", [] { throw std::bad_alloc(); }},
-};
-
-TEST_F(LutButton, ends_with_an_error_whatever_the_open_panel_throws) {
-    for (const Throw& thrown : kThrows) {
-        SCOPED_TRACE(thrown.what);
-        dialogs().pick = [&] { return thrown.act(), std::string(); };
-        expectUnchanged(effect().press(kLutButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
-    }
-}
-
-TEST_F(LutButton, ends_with_an_error_whatever_its_alerts_throw) {
-    const std::string files[] = {path("no.cube"), write("x.cube", cube(2, "DOMAIN_MAX 1 1 2\n"))};
-    for (const Throw& thrown : kThrows) {
-        dialogs().acknowledge = thrown.act;
-        for (const std::string& file : files) {
-            SCOPED_TRACE(file + ": " + thrown.what);
-            dialogs().alerts.clear();
-            expectUnchanged(pickFile(file), PF_Err_INTERNAL_STRUCT_DAMAGED);
-            EXPECT_EQ(dialogs().alerts.size(), 1u);
-        }
-    }
-}
-
-TEST_F(LutButton, ends_with_an_error_whatever_the_edit_buttons_alert_throws) {
-    for (const Throw& thrown : kThrows) {
-        SCOPED_TRACE(thrown.what);
-        dialogs().acknowledge = thrown.act;
-        expectUnchanged(effect().press(twtest::kEditButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
-    }
-    EXPECT_EQ(dialogs().alerts.size(), std::size(kThrows));
 }
 
 // ---- Files that are taken

@@ -222,7 +222,8 @@ TEST_F(BundleDialogsTest, takeAChoiceWithoutAPathForNone) {
     EXPECT_EQ(result.error, 0);
     EXPECT_EQ(result.changed, std::vector<int>());
     EXPECT_EQ(appKit_->messages.back(), "[NSURL fileSystemRepresentation]");
-    EXPECT_TRUE(twtest::readFile(home_.dataFile("effect.log")).ends_with("LUT button: cancelled\n"));
+    EXPECT_TRUE(
+        twtest::readFile(home_.dataFile("effect.log")).ends_with("LUT button: cancelled\n"));
 }
 
 TEST_F(BundleDialogsTest, storeTheChosenFile) {
