@@ -33,7 +33,7 @@ void writeRequest(const std::string& line) {
 }  // namespace
 
 PF_Err RequestEdit(const PF_InData& host, PF_ParamDef* const* params) {
-    const auto lut = storedLut(host, params, nullptr);
+    const auto lut = storedLut(host, params);
     if (!lut || lut->id <= 0) {
         tw::logLine("Edit LUT: no match ID");
         Alert(kNoMatch, false);

@@ -54,7 +54,7 @@ void logLabel(const char* reason, const char* label, PF_Err result) {
 }  // namespace
 
 void ShowLutName(const PF_InData& host, PF_ParamDef* const* params, const char* reason) {
-    const std::string text = labelOf(storedLut(host, params, nullptr).get());
+    const std::string text = labelOf(storedLut(host, params).get());
     const char* label = keep(text);
     PF_Err result = PF_Err_NONE;
     {

@@ -44,11 +44,8 @@ const PixelFormat* formatOf(const PF_InData& host, PF_LayerDef& output) {
     return format == PrPixelFormat_BGRA_4444_8u ? &kBGRA8 : nullptr;
 }
 
-SharedLut decode(const PF_InData& host, PF_ParamDef* const* params) {
-    std::string failure;
-    SharedLut lut = storedLut(host, params, &failure);
-    if (!lut && !failure.empty()) tw::logLine("Embedded LUT: %s", failure.c_str());
-    return lut;
+void logFailure(const std::string& failure) {
+    tw::logLine("Embedded LUT: %s", failure.c_str());
 }
 
 // How the log tells of a LUT.
@@ -130,7 +127,7 @@ PF_Err Render(const PF_InData& host, PF_ParamDef* const* params, PF_LayerDef& ou
     const PixelFormat* format = formatOf(host, output);
     if (!format) return PF_Err_UNRECOGNIZED_PARAM_TYPE;
 
-    const SharedLut lut = decode(host, params);
+    const SharedLut lut = storedLut(host, params, logFailure);
     logRender(*format, output, wordsOf(lut.get()), amount);
 
     const tw::LutKind kind = tw::kindOf(lut.get());

@@ -7,11 +7,14 @@
 namespace tw_effect {
 
 std::shared_ptr<const tw::Lut3D> storedLut(const PF_InData& host, PF_ParamDef* const* params,
-                                           std::string* failure) {
+                                           void (*report)(const std::string& failure)) {
     const PF_Handle handle = params[kParamLut]->u.arb_d.value;
     if (!handle) return nullptr;
     const LockedHandle locked(host, handle);
-    return tw::embeddedLut(locked.data(), locked.size(), failure);
+    std::string failure;
+    auto lut = tw::embeddedLut(locked.data(), locked.size(), report ? &failure : nullptr);
+    if (!lut && !failure.empty()) report(failure);
+    return lut;
 }
 
 }  // namespace tw_effect

@@ -9,11 +9,11 @@
 
 namespace tw_effect {
 
-// The decoded contents of the LUT parameter, params[2]; null for "no LUT", as tw::embeddedLut says,
-// which also tells what *failure (when given) receives. The handle is locked while its bytes are
-// read and no longer. Threads: those of the command. Throws what tw::embeddedLut throws, with the
-// handle unlocked.
+// The decoded contents of the LUT parameter, params[2]; null for "no LUT". `report`, when given, is
+// called with the words of a failure, as tw::embeddedLut gives them, before the handle is unlocked.
+// Threads: those of the command. Throws what tw::embeddedLut and `report` throw, with the handle
+// unlocked.
 std::shared_ptr<const tw::Lut3D> storedLut(const PF_InData& host, PF_ParamDef* const* params,
-                                           std::string* failure);
+                                           void (*report)(const std::string& failure) = nullptr);
 
 }  // namespace tw_effect

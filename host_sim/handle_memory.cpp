@@ -130,6 +130,12 @@ bool HandleMemory::isLive(PF_Handle handle) const {
     return block != nullptr && &block->master == handle;
 }
 
+std::size_t HandleMemory::effectLocks(PF_Handle handle) const {
+    const std::lock_guard lock(mutex_);
+    const HandleBlock* block = findLive(handle);
+    return block == nullptr ? 0 : block->effectLocks.size();
+}
+
 std::vector<std::uint8_t> HandleMemory::contents(PF_Handle handle) const {
     const std::lock_guard lock(mutex_);
     const HandleBlock* block = findLive(handle);

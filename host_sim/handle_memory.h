@@ -62,6 +62,8 @@ public:
     // What the handle is after replacements; itself otherwise.
     PF_Handle latest(PF_Handle handle) const;
     bool isLive(PF_Handle handle) const;
+    // How many locks the effect holds on it now.
+    std::size_t effectLocks(PF_Handle handle) const;
     // A copy of the block; empty for a handle that is not live.
     std::vector<std::uint8_t> contents(PF_Handle handle) const;
 

@@ -38,8 +38,13 @@ std::vector<int> ParamArray::changed() {
     std::vector<int> indices;
     for (std::size_t i = 0; i < params_.size(); ++i) {
         Guarded<PF_ParamDef>& param = *params_[i];
-        if ((param->uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) != 0) {
+        const PF_ChangeFlags flags = param->uu.change_flags;
+        if ((flags & PF_ChangeFlag_CHANGED_VALUE) != 0) {
             indices.push_back(static_cast<int>(i));
+            if (flags != PF_ChangeFlag_CHANGED_VALUE) {
+                books_.problem("Parameter " + std::to_string(i) + " has the change flags " +
+                               std::to_string(flags));
+            }
         } else if (!param.isUnchanged()) {
             books_.problem("Parameter " + std::to_string(i) +
                            " was edited, but not flagged as changed");

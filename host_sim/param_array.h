@@ -30,7 +30,7 @@ public:
     // definitions that are not as they were handed over.
     void check(bool valuesMayChange);
     // Indices of the parameters whose change flags tell of a changed value; an edited definition
-    // without the flag is a problem.
+    // without the flag is a problem, and so is any other flag beside it.
     std::vector<int> changed();
 
 private:

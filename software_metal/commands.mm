@@ -26,6 +26,20 @@ Extent extent(MTLSize size) {
             static_cast<unsigned>(size.depth)};
 }
 
+Encoded described(const Dispatch& dispatch) {
+    Encoded encoded;
+    const Extent* const extents[] = {&dispatch.groups, &dispatch.threads};
+    unsigned* const to[] = {encoded.groups, encoded.threads};
+    for (int i = 0; i < 2; ++i) {
+        to[i][0] = extents[i]->width;
+        to[i][1] = extents[i]->height;
+        to[i][2] = extents[i]->depth;
+    }
+    if (!dispatch.inlined.empty())
+        encoded.inlined.assign(dispatch.inlined.back().begin(), dispatch.inlined.back().end());
+    return encoded;
+}
+
 // References to the objects that recorded work needs.
 class Held {
 public:
@@ -183,6 +197,7 @@ struct SoftwareMetalCommands {
     if (![self isOpen] || ![self canDispatch:groups threads:threads]) return;
     _next->groups = extent(groups);
     _next->threads = extent(threads);
+    if (const auto tell = faults().atDispatch) tell(described(*_next));
     _commands->dispatches.push_back(std::move(*_next));
     *_next = Dispatch();
 }

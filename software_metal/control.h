@@ -4,11 +4,19 @@
 // Threads: every function from any thread.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 
 namespace software_metal {
+
+// A dispatch as it was encoded.
+struct Encoded {
+    unsigned groups[3] = {};   // columns, rows, layers of thread groups
+    unsigned threads[3] = {};  // the same of the threads in a group
+    std::string inlined;       // the bytes set in the place of a buffer, the last ones
+};
 
 // What the devices of this process do wrong from now on. A command buffer fails or waits as the
 // faults stand when it is committed.
@@ -31,8 +39,12 @@ struct Faults {
     int delayMs = 0;
     // What the device says that a command buffer ran; nothing: the truth.
     std::optional<double> seconds;
-    // Called by the thread that commits a command buffer, unless empty.
+    // Called, unless empty, by the thread that commits a command buffer, ...
     std::function<void()> atCommit;
+    // ... that encodes a dispatch, ...
+    std::function<void(const Encoded&)> atDispatch;
+    // ... and that has a buffer made, with the bytes that it is to hold.
+    std::function<void(const void* bytes, std::size_t length)> atBuffer;
     // Called by the queue's thread before a command buffer runs, unless empty.
     std::function<void()> atExecution;
 };

@@ -53,6 +53,7 @@ void give(NSError* error, NSError** to) {
         return nil;
     }
     software_metal::count([](software_metal::Counts& counts) { ++counts.buffers; });
+    if (const auto tell = software_metal::faults().atBuffer) tell(bytes, length);
     return [[SoftwareMetalBuffer alloc] initWithBytes:bytes length:length];
 }
 - (id<MTLLibrary>)newLibraryWithSource:(NSString*)source

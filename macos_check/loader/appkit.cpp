@@ -152,7 +152,10 @@ const Handlers& handlers() {
         {"arrayWithObjects:count:", [](Object* self, Argument) { return result(make(self)); }},
         {"fileURLWithPath:isDirectory:",
          [](Object* self, Argument first) { return result(make(self, text(first))); }},
-        {"fileSystemRepresentation", [](Object* self, Argument) { return result(self->text); }},
+        {"fileSystemRepresentation",
+         [](Object* self, Argument) {
+             return appKit().chosenHasPath ? result(self->text) : Argument{0};
+         }},
         {"openPanel", [](Object* self, Argument) { return openPanel(self); }},
         {"setTitle:", ignore},
         {"setMessage:", ignore},

@@ -16,6 +16,7 @@ struct AppKit {
     // The user's answer to an open panel that was opened in `folder` (empty: none was asked for):
     // the chosen path, or nothing to cancel. Not set: cancels.
     std::function<std::string(const std::string& folder)> pick;
+    bool chosenHasPath = true;  // in a file system, which the chosen URL may lack
     // Told of every alert that is shown.
     std::function<void(const std::string& message, bool warning)> alert;
 

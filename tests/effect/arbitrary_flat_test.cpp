@@ -197,5 +197,20 @@ TEST_F(ArbitraryCompareTest, isNotEqual_whenEitherCannotBeLocked) {
     EXPECT_EQ(calls().compare(a, b).value, PF_ArbCompare_EQUAL);
 }
 
+// Hosts that move memory about expect locks to come off in the reverse order.
+TEST_F(ArbitraryCompareTest, unlocksTheSecondValueFirst) {
+    const PF_ArbitraryH a = holding("TWLUTP 5"), b = holding("TWLUTP 5");
+    Lines held;  // which were locked, change by change
+    host->watchCallbacks([&] {
+        std::string now;
+        if (host->handles().effectLocks(a) != 0) now += 'a';
+        if (host->handles().effectLocks(b) != 0) now += 'b';
+        if (held.empty() || held.back() != now) held.push_back(now);
+    });
+    EXPECT_EQ(calls().compare(a, b).value, PF_ArbCompare_EQUAL);
+    host->watchCallbacks({});
+    EXPECT_EQ(held, Lines({"", "a", "ab", "a"}));
+}
+
 }  // namespace
 }  // namespace effect_test

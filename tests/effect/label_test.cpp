@@ -147,6 +147,23 @@ TEST_F(ButtonLabel, is_logged_when_the_hosts_answer_changes) {
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 0"});
 }
 
+TEST_F(ButtonLabel, is_logged_once_the_suite_is_given_back) {
+    const auto suite = [this] { return host().suites().use(kSuite, 3); };
+    std::vector<Lines> logged;
+    bool held = false;
+    host().watchCallbacks([&] {
+        logged.push_back(log());
+        held = suite().acquired > suite().released;
+    });
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    host().watchCallbacks({});
+    // The last call, at which the suite was still held, gave it back.
+    EXPECT_TRUE(held);
+    EXPECT_EQ(suite().released, suite().acquired);
+    EXPECT_EQ(logged, std::vector<Lines>(logged.size()));
+    EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 0"});
+}
+
 // ---- No suite
 
 TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {

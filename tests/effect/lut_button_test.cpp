@@ -1,5 +1,5 @@
 #include <cstdlib>
-#include <new>
+#include <string>
 #include <thread>
 
 #include "tests/effect/lut_button_fixture.h"
@@ -103,11 +103,6 @@ TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
     EXPECT_EQ(dialogs().alerts, Alerts());
 }
 
-TEST_F(LutButton, ends_with_an_error_when_the_dialog_throws) {
-    dialogs().pick = []() -> std::string { throw std::bad_alloc(); };
-    expectUnchanged(effect().press(kLutButton), PF_Err_INTERNAL_STRUCT_DAMAGED);
-}
-
 // ---- Files that are taken
 
 TEST_F(LutButton, stores_the_file_and_tells_the_host_and_the_log) {
@@ -126,6 +121,14 @@ TEST_F(LutButton, keeps_the_flags_that_the_host_had_set) {
     host().outPreset().out_flags = 0x11;
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.out.out_flags, kRefresh | 0x11);
+}
+
+TEST_F(LutButton, flags_the_value_as_changed_and_as_nothing_else) {
+    for (const bool empty : {false, true}) {
+        if (empty) effect().setNull(kLut);
+        expectLoaded("x.cube", cube(2), 0, "x");
+    }
+    EXPECT_EQ(host().problems(), Lines());
 }
 
 TEST_F(LutButton, gives_an_empty_parameter_a_handle) {

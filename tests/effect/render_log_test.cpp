@@ -161,6 +161,29 @@ TEST_F(RenderLogTest, saysOnceWhatIsWrong_whenTheLutCannotBeRead) {
     }
 }
 
+TEST_F(RenderLogTest, saysWhatIsWrong_beforeTheValueIsUnlocked) {
+    host_sim::Instance& effect = start();
+    effect.setBytes(kLut, widened("TWLUTP 65"));
+    const PF_ArbitraryH value = effect.arbitrary(kLut);
+    newLogLines();
+    std::vector<Lines> before;  // what each call of the host's finds in the log
+    std::size_t locks = 0;
+    host->watchCallbacks([&] {
+        before.push_back(newLogLines());
+        locks = host->handles().effectLocks(value);
+    });
+    const Frame input(PrPixelFormat_ARGB_4444_8u, 8, 4);
+    Frame output = input;
+    EXPECT_EQ(effect.render(input, output).error, 0);
+    host->watchCallbacks({});
+    // The last call found the value still locked: it was the unlock.
+    EXPECT_EQ(locks, 1U);
+    ASSERT_GE(before.size(), 2U);
+    EXPECT_EQ(before.back(), Lines{"Embedded LUT: bad calibration pattern size"});
+    before.pop_back();
+    EXPECT_EQ(before, std::vector<Lines>(before.size()));
+}
+
 TEST_F(RenderLogTest, saysNothing_whenTheParameterIsTooShortToHoldText) {
     host_sim::Instance& effect = start();
     logged(effect);

@@ -31,6 +31,7 @@ void Alert(const std::string& message, bool warning) {
     twtest::StandInDialogs& dialogs = *tintwell_stand_in_dialogs();
     const std::lock_guard open(screen);
     dialogs.alerts.push_back({message, warning});
+    if (dialogs.acknowledge) dialogs.acknowledge();
 }
 
 }  // namespace tw_mac

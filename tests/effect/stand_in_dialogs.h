@@ -19,7 +19,8 @@ struct ShownAlert {
 struct StandInDialogs {
     // The user's answer to the open panel, called on the command's thread; no answer cancels it.
     std::function<std::string()> pick;
-    std::vector<std::string> folders;  // that the panel was opened in
+    std::function<void()> acknowledge;  // the same for an alert, once it is noted below
+    std::vector<std::string> folders;   // that the panel was opened in
     std::vector<ShownAlert> alerts;
 };
 

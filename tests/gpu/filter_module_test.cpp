@@ -47,6 +47,17 @@ TEST_F(FilterModule, keepsTheFilter_untilTheInstanceIsDisposedOf) {
     }
 }
 
+// The host's codes of failures are negative; others tell of a success, 0 being only one of them.
+TEST_F(FilterModule, keepsTheFilter_whenInitialisingAnswersAPositiveNumber) {
+    PrGPUFilterInstance instance = {};
+    Filter::answer = 1;
+    EXPECT_EQ(Module::CreateInstance(&instance), 1);
+    EXPECT_NE(keptBy(instance), nullptr);
+    EXPECT_EQ(Filter::alive, 1);
+    EXPECT_EQ(Module::DisposeInstance(&instance), 0);
+    EXPECT_EQ(Filter::alive, 0);
+}
+
 TEST_F(FilterModule, keepsNoFilter_thatCouldNotBeInitialised) {
     PrGPUFilterInstance instance = {};
     Filter::answer = suiteError_NotImplemented;

@@ -137,6 +137,8 @@ const Fault kFaults[] = {
     {"edits without a flag",
      {"Parameter 1 was edited, but not flagged as changed (during PF_Cmd_USER_CHANGED_PARAM of "
       "instance 1)."}},
+    {"flags more than a change",
+     {"Parameter 2 has the change flags 91 (during PF_Cmd_USER_CHANGED_PARAM of instance 1)."}},
     {"stores no handle on a press", {"The effect put a handle that is none into parameter 2."}},
     {"updates the input layer",
      {"PF_UpdateParamUI was given index 0 (during PF_Cmd_UPDATE_PARAMS_UI of instance 1)."}},

@@ -207,6 +207,7 @@ PF_Err press(PF_InData* in, PF_OutData* out, PF_ParamDef** params,
         param.u.arb_d.value = reinterpret_cast<PF_Handle>(&noHandle);
     }
     param.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE;
+    if (has("flags more than a change")) param.uu.change_flags |= 0x5A;
     out->out_flags |= PF_OutFlag_REFRESH_UI;
     return PF_Err_NONE;
 }

@@ -2,6 +2,7 @@
 // same log and the same answers; and what it asks of AppKit.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <regex>
 #include <string>
 #include <thread>
@@ -203,6 +204,26 @@ Lines panelMessages(const std::string& folder, const Lines& afterwards) {
 TEST_F(BundleDialogsTest, openAPanelOnTheLutFolder_whenTheLutButtonIsPressed) {
     EXPECT_EQ(effect_->press(kLutButton).error, 0);
     EXPECT_EQ(appKit_->messages, panelMessages(home_ / "Documents/Tintwell LUTs", {}));
+}
+
+TEST_F(BundleDialogsTest, setNoFolder_whenThereIsNone) {
+    unsetenv("HOME");
+    EXPECT_EQ(effect_->press(kLutButton).error, 0);
+    Lines expected = panelMessages("", {});
+    expected.erase(expected.end() - 4, expected.end() - 1);
+    EXPECT_EQ(expected.back(), "[NSOpenPanel runModal]");
+    EXPECT_EQ(appKit_->messages, expected);
+}
+
+TEST_F(BundleDialogsTest, takeAChoiceWithoutAPathForNone) {
+    appKit_->pick = [](const std::string&) { return "/cube"; };
+    appKit_->chosenHasPath = false;
+    const host_sim::CommandResult result = effect_->press(kLutButton);
+    EXPECT_EQ(result.error, 0);
+    EXPECT_EQ(result.changed, std::vector<int>());
+    EXPECT_EQ(appKit_->messages.back(), "[NSURL fileSystemRepresentation]");
+    EXPECT_TRUE(
+        twtest::readFile(home_.dataFile("effect.log")).ends_with("LUT button: cancelled\n"));
 }
 
 TEST_F(BundleDialogsTest, storeTheChosenFile) {

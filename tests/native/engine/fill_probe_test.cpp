@@ -101,6 +101,16 @@ TEST(FillProbe8, rounds128_forMiddleOfThreeSteps) {
         EXPECT_EQ((std::array{0, 128, 255}[static_cast<std::size_t>(x % 3)]), picture.at(x, 0, 0));
 }
 
+TEST(FillProbe8, showsWhiteInLastPatch_forEverySize) {
+    for (int n = 2; n <= 64; ++n) {
+        // A pixel a patch.
+        twtest::Picture8 picture({n * n, n});
+        tw::fillProbe8(n, picture.view());
+        for (int c = 0; c < 4; ++c)
+            EXPECT_EQ(255, picture.at(n * n - 1, n - 1, c)) << n << ", channel " << c;
+    }
+}
+
 TEST(FillProbe, givesSamePicture_onAnyNumberOfThreads) {
     for (const int rows : {31, 32, 100}) {
         tw::setHardwareThreads(1);

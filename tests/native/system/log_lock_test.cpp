@@ -2,7 +2,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdarg>
 #include <cstdio>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -14,7 +16,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// Where this thread's calls of the two functions below are noted; null: nowhere.
+// Where this thread's calls of the functions below are noted; null: nowhere.
 thread_local Calls* notes = nullptr;
 
 void note(const char* function) {
@@ -51,14 +53,57 @@ extern "C" int fclose(std::FILE* file) {
 
 namespace {
 
+int print(char* text, std::size_t size, const char* format, std::va_list arguments) {
+    note("vsnprintf");
+    return next<decltype(vsnprintf)>("vsnprintf")(text, size, format, arguments);
+}
+
+}  // namespace
+
+extern "C" int vsnprintf(char* text, std::size_t size, const char* format, std::va_list arguments) {
+    return print(text, size, format, arguments);
+}
+
+// What some headers make of a vsnprintf whose room they know.
+extern "C" int __vsnprintf_chk(char* text, std::size_t size, int, std::size_t, const char* format,
+                               std::va_list arguments) {
+    return print(text, size, format, arguments);
+}
+
+extern "C" std::tm* localtime_r(const std::time_t* time, std::tm* parts) {
+    note("localtime_r");
+    return next<decltype(localtime_r)>("localtime_r")(time, parts);
+}
+
+extern "C" std::size_t strftime(char* text, std::size_t size, const char* format,
+                                const std::tm* parts) {
+    note("strftime");
+    return next<decltype(strftime)>("strftime")(text, size, format, parts);
+}
+
+namespace {
+
+// The calls of one line that are about its file.
+Calls fileCalls() {
+    Calls calls = callsOfALine();
+    std::erase_if(calls, [](const std::string& call) { return !call.starts_with("f"); });
+    return calls;
+}
+
 TEST(LogLock, isHeldAsLongAsTheFileIsOpen) {
     const twtest::TempHome home;
-    EXPECT_EQ(callsOfALine(), (Calls{"fopen, log", "fclose, log"}));
+    EXPECT_EQ(fileCalls(), (Calls{"fopen, log", "fclose, log"}));
+}
+
+TEST(LogLock, isTakenOnceMessageAndTimeAreFormatted) {
+    const twtest::TempHome home;
+    EXPECT_EQ(callsOfALine(), (Calls{"vsnprintf, no lock", "localtime_r, no lock",
+                                     "strftime, no lock", "fopen, log", "fclose, log"}));
 }
 
 TEST(LogLock, isHeldOverTheSecondTry_whenTheFolderIsMissing) {
     const twtest::TempHome home(twtest::TempHome::Holds::kSupportFolder);
-    EXPECT_EQ(callsOfALine(), (Calls{"fopen, log", "fopen, log", "fclose, log"}));
+    EXPECT_EQ(fileCalls(), (Calls{"fopen, log", "fopen, log", "fclose, log"}));
 }
 
 }  // namespace
