@@ -113,8 +113,8 @@ void callForData(Desk& desk, Instance& effect, int round) {
         data.dispose(made);
 }
 
-void setUpAgain(Desk& desk, Instance& effect, int) {
-    require(desk.host().globalSetup().error == 0, "GLOBAL_SETUP failed");
+void setUpAgain(Desk&, Instance& effect, int) {
+    require(effect.command(PF_Cmd_GLOBAL_SETUP).error == 0, "GLOBAL_SETUP failed");
     require(!effect.command(PF_Cmd_ABOUT).message().empty(), "About says nothing");
     require(effect.press(kAmount).error == 0, "a press of something else failed");
 }
