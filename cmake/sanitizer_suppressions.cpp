@@ -23,6 +23,7 @@ SANITIZER_HOOK const char* __tsan_default_suppressions() {
 SANITIZER_HOOK const char* __lsan_default_options() {
     return "print_suppressions=0";
 }
-SANITIZER_HOOK const char* __tsan_default_options() {
+// A program may have options of its own.
+SANITIZER_HOOK __attribute__((weak)) const char* __tsan_default_options() {
     return "print_suppressions=0";
 }

@@ -30,7 +30,7 @@
 // A thread that is at work when its process ends is no leak. Read by ThreadSanitizer.
 extern "C" const char* __tsan_default_options();
 extern "C" const char* __tsan_default_options() {
-    return "report_thread_leaks=0";
+    return "print_suppressions=0:report_thread_leaks=0";
 }
 
 namespace quitting {
