@@ -7,7 +7,8 @@
 
 namespace twgpu {
 
-// Owns one reference to an object of the device, or none, and gives it up at the end.
+// Owns one reference to an object of the device, or none, and gives it up at the end. Threads: one
+// at a time.
 class BackendObject {
 public:
     BackendObject() = default;
@@ -15,9 +16,11 @@ public:
     ~BackendObject() { twmetal::Release(handle_); }
     BackendObject(const BackendObject&) = delete;
     BackendObject& operator=(const BackendObject&) = delete;
+    BackendObject(BackendObject&& other) noexcept
+        : handle_(std::exchange(other.handle_, nullptr)) {}
     BackendObject& operator=(BackendObject&& other) noexcept {
+        reset();
         std::swap(handle_, other.handle_);
-        other.reset();
         return *this;
     }
 

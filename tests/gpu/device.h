@@ -4,32 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 
+#include "gpu/backend_object.h"
 #include "gpu/metal_lut.h"
 #include "software_metal/control.h"
 #include "tests/software_metal/settled.h"
 
 namespace twtest {
 
-// A handle of the compute backend with its one reference.
-class Handle {
-public:
-    Handle() = default;
-    explicit Handle(void* object) : object_(object) {}
-    Handle(Handle&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-    Handle& operator=(Handle&& other) noexcept {
-        std::swap(object_, other.object_);
-        return *this;
-    }
-    ~Handle() { twmetal::Release(object_); }
-
-    void* get() const { return object_; }
-    void reset() { *this = Handle(); }
-
-private:
-    void* object_ = nullptr;
-};
+using Handle = twgpu::BackendObject;
 
 // The kernel, ready to run.
 struct Device {

@@ -149,13 +149,23 @@ std::ostream& operator<<(std::ostream& out, const Kind& kind) {
     return out << kind.name;
 }
 
+const Kind& framesOfFloats() {
+    static const Kind kind{"FramesOfFloatsInPremierePro", premierePro, renderFloats};
+    return kind;
+}
+
+const Kind& pressesOfTheLutButton() {
+    static const Kind kind{"PressesOfTheLutButton", premierePro, pressLutButton};
+    return kind;
+}
+
 const std::vector<Kind>& kinds() {
     static const auto& all = *new std::vector<Kind>{
         {"FramesOf8BitsInAfterEffects", afterEffects, renderBytes},
         {"FramesOf8BitsInPremierePro", premierePro, renderBytes},
-        {"FramesOfFloatsInPremierePro", premierePro, renderFloats},
+        framesOfFloats(),
         {"LabelUpdates", premierePro, updateLabel},
-        {"PressesOfTheLutButton", premierePro, pressLutButton},
+        pressesOfTheLutButton(),
         {"PressesOfTheEditButton", premierePro, pressEditButton},
         {"DataCallbacks", premierePro, callForData},
         {"SetupAndOtherCommands", premierePro, setUpAgain},

@@ -41,5 +41,8 @@ struct Kind {
 std::ostream& operator<<(std::ostream& out, const Kind& kind);
 
 const std::vector<Kind>& kinds();
+// Two of them.
+const Kind& framesOfFloats();
+const Kind& pressesOfTheLutButton();
 
 }  // namespace quitting

@@ -109,7 +109,7 @@ TEST(QuittingWithAnOpenDialog, endsThePress) {
     const twtest::TempHome home;
     expectGoodEnd([] {
         static KeptThreads& threads = *new KeptThreads;
-        const Kind& presses = kinds()[4];
+        const Kind& presses = pressesOfTheLutButton();
         static Desk& desk = *new Desk(presses.personality());
         callOften(desk, desk.apply(), presses, 0, kEarlyCalls);
         desk.inDialog = [] { threads.step(); };
@@ -154,7 +154,7 @@ int runsWanted() {
 void renderToTheEnd() {
     static std::atomic<int> frames[2];
     atTheVeryEnd([] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); });
-    const Kind& kind = kinds()[2];
+    const Kind& kind = framesOfFloats();
     static Desk& desk = *new Desk(kind.personality());
     for (std::atomic<int>& count : frames) {
         startThread([&count, &effect = desk.apply(), &kind] {
