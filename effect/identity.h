@@ -12,8 +12,9 @@ inline constexpr char kCategory[] = "Color Correction";
 inline constexpr char kEntryPoint[] = "EffectMain";
 inline constexpr char kSupportUrl[] = "https://tintwell.example/support";
 
-inline constexpr int kVersionMajor = 1;
-inline constexpr int kVersionMinor = 0;
+// Given by the build, where the project's version is written.
+inline constexpr int kVersionMajor = TINTWELL_VERSION_MAJOR;
+inline constexpr int kVersionMinor = TINTWELL_VERSION_MINOR;
 inline constexpr int kBuild = 11;
 
 // Major version from bit 19, minor from bit 15, build in the low nine bits; bug-fix and stage (in
