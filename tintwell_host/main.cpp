@@ -6,9 +6,9 @@
 #include <new>
 
 #include "platform/mac/application.h"
-#include "tintwell_host/commands.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/subcommands.h"
 
 namespace {
 

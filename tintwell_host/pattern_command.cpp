@@ -1,7 +1,7 @@
 #include <regex>
 
-#include "tintwell_host/commands.h"
 #include "tintwell_host/failure.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

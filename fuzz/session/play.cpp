@@ -23,12 +23,13 @@ struct Trouble {
 
     void cause(Stage& stage) const {
         host_sim::Refusals& host = stage.host.refusals();
-        if (atRegistration()) host.failRegistration(nth);
-        if (atParams() != PF_Err_NONE) host.failAddParam(atParams(), nth);
-        if (what == 3) host.failAllocation(stage.reference.allocation = 1);
-        if (what == 4) host.failLock(stage.reference.lock = 1);
-        if (what == 5) host.hideSuite(kPFPixelFormatSuite);
-        if (what == 6) host.nullSuite(kPFPixelFormatSuite);
+        if (atRegistration())
+            host.fail(host_sim::Refusal::kRegistration, host_sim::kEveryCall, nth);
+        if (atParams() != PF_Err_NONE) host.fail(host_sim::Refusal::kAddParam, nth, atParams());
+        if (what == 3) host.fail(host_sim::Refusal::kAllocation, stage.reference.allocation = 1);
+        if (what == 4) host.fail(host_sim::Refusal::kLock, stage.reference.lock = 1);
+        if (what == 5) host.answerSuite(kPFPixelFormatSuite, host_sim::SuiteAnswer::kNotFound);
+        if (what == 6) host.answerSuite(kPFPixelFormatSuite, host_sim::SuiteAnswer::kNullTable);
         if (what == 7) host.withoutBasicSuite(true);
     }
 };

@@ -3,7 +3,7 @@
 #import <Foundation/Foundation.h>
 #import <Metal/Metal.h>
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 
 namespace host_sim {
 namespace {

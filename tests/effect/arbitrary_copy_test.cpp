@@ -15,14 +15,14 @@ TEST_F(ArbitraryNewTest, holdsNoLut_whenTheHostHasMemory) {
 }
 
 TEST_F(ArbitraryNewTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllocation(1);
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().create();
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);
 }
 
 TEST_F(ArbitraryNewTest, isUnfilledAndUnlocked_whenItCannotBeLocked) {
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().create()), unfilled(12));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
@@ -99,20 +99,20 @@ TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceIsForeign) {
 
 TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceCannotBeLocked) {
     const PF_ArbitraryH source = holding(rotationText());
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().copy(source)), emptyLut());
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
 TEST_F(ArbitraryCopyTest, isUnfilled_whenTheCopyCannotBeLocked) {
     const PF_ArbitraryH source = holding(rotationText());
-    host->refusals().failLock(2);
+    host->refusals().fail(host_sim::Refusal::kLock, 2);
     EXPECT_EQ(contents(calls().copy(source)), unfilled(widened(rotationText()).size()));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
 TEST_F(ArbitraryCopyTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllAllocations(true);
+    host->refusals().fail(host_sim::Refusal::kAllocation, host_sim::kEveryCall);
     for (const PF_ArbitraryH source :
          {PF_ArbitraryH{nullptr}, holding(rotationText()), holding(widened("foreign data"))}) {
         const auto made = calls().copy(source);
@@ -143,7 +143,7 @@ TEST_F(ArbitraryInterpTest, needsNoLaterValue) {
 
 TEST_F(ArbitraryInterpTest, isNullWithoutError_whenTheHostHasNoMemory) {
     const PF_ArbitraryH left = holding(rotationText());
-    host->refusals().failAllocation(1);
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().interpolate(left, left, 0.5);
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host_sim/arbitrary.h"
+#include "host_sim/arbitrary_calls.h"
 #include "tests/effect/effect_fixture.h"
 #include "tests/effect/texts.h"
 

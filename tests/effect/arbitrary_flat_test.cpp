@@ -62,7 +62,7 @@ TEST_F(ArbitraryFlattenTest, leavesTheBufferAlone_whenTheHandleIsNull) {
 
 TEST_F(ArbitraryFlattenTest, leavesTheBufferAlone_whenTheValueCannotBeLocked) {
     const PF_ArbitraryH value = holding(emptyLut());
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     const auto flat = calls().flatten(value, 12U);
     EXPECT_EQ(flat.error, 0);
     EXPECT_EQ(flat.value, Bytes(12, kFreshBufferByte));
@@ -127,7 +127,7 @@ TEST_F(ArbitraryUnflattenTest, takesNoLut_whenThePointerIsNullButTheSizeIsNot) {
 }
 
 TEST_F(ArbitraryUnflattenTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllAllocations(true);
+    host->refusals().fail(host_sim::Refusal::kAllocation, host_sim::kEveryCall);
     for (const Bytes& bytes : {widened(rotationText()), bytesOf("foreign data")}) {
         const auto made = calls().unflatten(bytes);
         EXPECT_EQ(made.error, 0);
@@ -138,7 +138,7 @@ TEST_F(ArbitraryUnflattenTest, isNullWithoutError_whenTheHostHasNoMemory) {
 }
 
 TEST_F(ArbitraryUnflattenTest, isUnfilled_whenTheNewValueCannotBeLocked) {
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().unflatten(widened("TWLUTP 4"))), unfilled(16));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
@@ -188,7 +188,7 @@ TEST_F(ArbitraryCompareTest, isNotEqual_whenTheSameTextIsInEightAndInSixteenBits
 TEST_F(ArbitraryCompareTest, isNotEqual_whenEitherCannotBeLocked) {
     const PF_ArbitraryH a = holding("TWLUTP 5"), b = holding("TWLUTP 5");
     for (const int nth : {1, 2}) {
-        host->refusals().failLock(nth);
+        host->refusals().fail(host_sim::Refusal::kLock, nth);
         const auto result = calls().compare(a, b);
         EXPECT_EQ(result.error, 0) << nth;
         EXPECT_EQ(result.value, PF_ArbCompare_NOT_EQUAL) << nth;

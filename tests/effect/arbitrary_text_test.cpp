@@ -38,7 +38,7 @@ TEST_F(ArbitraryPrintSizeTest, isOne_whenThereIsNoText) {
 
 TEST_F(ArbitraryPrintSizeTest, isOne_whenTheValueCannotBeLocked) {
     const PF_ArbitraryH value = holding("TWLUT0");
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     const auto size = calls().printSize(value);
     EXPECT_EQ(size.error, 0);
     EXPECT_EQ(size.value, 1U);
@@ -85,7 +85,7 @@ TEST_F(ArbitraryPrintTest, takesNoNoticeOfFlags) {
 
 TEST_F(ArbitraryPrintTest, writesTheTerminator_whenTheValueCannotBeLocked) {
     const PF_ArbitraryH value = holding("TWLUT0");
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(printedInto(value, 10), std::string("\0#########", 10));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
@@ -159,14 +159,14 @@ TEST_F(ArbitraryScanTest, leavesTheParameterAsItWas_whenItRefuses) {
 }
 
 TEST_F(ArbitraryScanTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllocation(1);
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().scan("TWLUT0");
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);
 }
 
 TEST_F(ArbitraryScanTest, isUnfilled_whenTheNewValueCannotBeLocked) {
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().scan("TWLUTP 20")), unfilled(18));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }

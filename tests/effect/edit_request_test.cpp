@@ -108,7 +108,7 @@ TEST_F(EditRequest, is_refused_for_a_calibration_pattern) {
 
 TEST_F(EditRequest, is_refused_when_the_handle_cannot_be_locked) {
     hold(lutText(7, "Dusk"));
-    host().refusals().failLock(1);
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     expectNoMatch();
 }
 

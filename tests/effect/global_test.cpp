@@ -94,7 +94,7 @@ TEST_F(GlobalTest, clearsBeforeItAdds_whenTheHostRemembersFormats) {
 
 TEST_F(GlobalTest, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4",
                                     "GlobalSetup: no pixel format suite"}));
@@ -103,7 +103,7 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
 
 TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteIsNull) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().nullSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
     EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
@@ -112,7 +112,7 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteIsNull) {
 
 TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().refuseSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
     EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
@@ -131,7 +131,7 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
 
 TEST_F(GlobalTest, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
     open(host_sim::afterEffects()).registerEffect();
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::afterEffects()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=FXTC api=13.29"}));
     EXPECT_EQ(suiteRequests(), 0);

@@ -57,7 +57,7 @@ TEST_F(ButtonLabel, asks_for_a_lut_when_there_is_no_handle) {
 
 TEST_F(ButtonLabel, asks_for_a_lut_when_the_handle_cannot_be_locked) {
     effect().setBytes(kLut, stored(named("Film")));
-    host().refusals().failLock(1);
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     effect().updateUi();
     EXPECT_EQ(label(), "Choose a LUT");
 }
@@ -138,7 +138,8 @@ TEST_F(ButtonLabel, is_logged_when_it_or_its_reason_changes) {
 }
 
 TEST_F(ButtonLabel, is_logged_when_the_hosts_answer_changes) {
-    host().refusals().failParamUpdate(PF_Err_INVALID_CALLBACK);
+    host().refusals().fail(host_sim::Refusal::kParamUpdate, host_sim::kEveryCall,
+                           PF_Err_INVALID_CALLBACK);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 515"});
@@ -167,17 +168,17 @@ TEST_F(ButtonLabel, is_logged_once_the_suite_is_given_back) {
 // ---- No suite
 
 TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {
-    host().refusals().hideSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectNoSuite();
 }
 
 TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
-    host().refusals().nullSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectNoSuite();
 }
 
 TEST_F(ButtonLabel, stays_when_the_suite_comes_with_an_error) {
-    host().refusals().refuseSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
     expectNoSuite();
 }
 
@@ -187,7 +188,7 @@ TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
 }
 
 TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
-    host().refusals().hideSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     const auto result = pickFile(write("Film.cube", twtest::cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});

@@ -86,7 +86,7 @@ TEST_F(LutButton, refuses_a_domain_that_begins_elsewhere) {
 
 TEST_F(LutButton, reports_out_of_memory_when_there_is_no_new_handle) {
     effect().setNull(kLut);
-    host().refusals().failAllocation(1);
+    host().refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(result.changed, std::vector<int>());
@@ -97,7 +97,7 @@ TEST_F(LutButton, reports_out_of_memory_when_there_is_no_new_handle) {
 }
 
 TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
-    host().refusals().failResize(1);
+    host().refusals().fail(host_sim::Refusal::kResize, 1);
     expectUnchanged(pickFile(write("x.cube", cube(2))), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
     EXPECT_EQ(dialogs().alerts, Alerts());
@@ -151,7 +151,7 @@ TEST_F(LutButton, follows_a_handle_that_is_replaced_by_the_resize) {
 }
 
 TEST_F(LutButton, hands_over_a_handle_that_cannot_be_locked) {
-    host().refusals().failLock(1);
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});

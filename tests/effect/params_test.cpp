@@ -142,7 +142,7 @@ TEST_P(RefusedParamTest, passesTheErrorBackAndDeclaresNoMore) {
     const int refused = GetParam();
     openForParams();
     host->outPreset().num_params = 77;
-    host->refusals().failAddParam(PF_Err_BAD_CALLBACK_PARAM, refused);
+    host->refusals().fail(host_sim::Refusal::kAddParam, refused, PF_Err_BAD_CALLBACK_PARAM);
     const host_sim::CommandResult result = host->paramsSetup();
     EXPECT_EQ(result.error, 516);
     EXPECT_EQ(result.out.num_params, 77);
@@ -153,14 +153,14 @@ INSTANTIATE_TEST_SUITE_P(EachOne, RefusedParamTest, ::testing::Values(1, 2, 3, 4
 
 TEST_F(ParamsTest, makesNoDefault_whenAmountIsRefused) {
     openForParams();
-    host->refusals().failAddParam(PF_Err_OUT_OF_MEMORY, 1);
+    host->refusals().fail(host_sim::Refusal::kAddParam, 1, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(host->paramsSetup().error, 4);
     EXPECT_EQ(host->handles().counts().allocations, 0U);
 }
 
 TEST_F(ParamsTest, leavesTheRefusedDefaultToTheHost) {
     openForParams();
-    host->refusals().failAddParam(PF_Err_OUT_OF_MEMORY, 2);
+    host->refusals().fail(host_sim::Refusal::kAddParam, 2, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(host->paramsSetup().error, 4);
     EXPECT_EQ(host->handles().counts().allocations, 1U);
 }

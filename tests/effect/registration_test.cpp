@@ -34,7 +34,7 @@ TEST_F(RegistrationTest, isTheSame_whenTheHostIsAfterEffects) {
 
 TEST_F(RegistrationTest, passesTheHostsRefusalBack_afterOneCall) {
     open(host_sim::premierePro());
-    host->refusals().failRegistration(13);
+    host->refusals().fail(host_sim::Refusal::kRegistration, host_sim::kEveryCall, 13);
     EXPECT_EQ(host->registerEffect(), 13);
     EXPECT_EQ(host->registrations().size(), 1U);
 }

@@ -82,13 +82,13 @@ TEST_F(RenderFormatsTest, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
 
 TEST_F(RenderFormatsTest, takesEightBits_whenPremiereProHasNoPixelFormatSuite) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectBGRA8(effect);
 }
 
 TEST_F(RenderFormatsTest, takesEightBits_whenTheSuiteIsNull) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().nullSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectBGRA8(effect);
 }
 
@@ -100,7 +100,8 @@ TEST_F(RenderFormatsTest, takesEightBits_whenThereAreNoSuitesAtAll) {
 
 TEST_F(RenderFormatsTest, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().failPixelFormat(PF_Err_BAD_CALLBACK_PARAM);
+    host->refusals().fail(host_sim::Refusal::kPixelFormat, host_sim::kEveryCall,
+                          PF_Err_BAD_CALLBACK_PARAM);
     expectBGRA8(effect);
 }
 

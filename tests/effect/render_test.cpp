@@ -96,7 +96,7 @@ TEST_F(RenderTest, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, widened(quarterText()));
     newLogLines();
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{1, 2, 3, 4}));
     EXPECT_EQ(host->handles().counts().unlocksAfterRefusal, 1U);
     EXPECT_EQ(newLogLines(),

@@ -4,7 +4,7 @@
 
 #include "gpu/metal_lut.h"
 #include "tests/effect/frames.h"
-#include "tests/gpu/device.h"
+#include "tests/gpu/test_device.h"
 
 namespace faults {
 

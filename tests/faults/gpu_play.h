@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host_sim/gpu/gpu_instance.h"
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_instance.h"
+#include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
 #include "tests/faults/effect_play.h"
 

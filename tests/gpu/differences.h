@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/gpu/picture.h"
+#include "tests/gpu/gpu_picture.h"
 
 namespace twtest {
 

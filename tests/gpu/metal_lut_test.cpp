@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/gpu/device.h"
 #include "tests/gpu/log_lines.h"
+#include "tests/gpu/test_device.h"
 
 namespace {
 

@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "native/src/lut_engine.h"
-#include "tests/gpu/device.h"
 #include "tests/gpu/differences.h"
+#include "tests/gpu/gpu_picture.h"
 #include "tests/gpu/parity_inputs.h"
-#include "tests/gpu/picture.h"
+#include "tests/gpu/test_device.h"
 
 namespace twtest {
 

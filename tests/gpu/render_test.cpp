@@ -252,7 +252,7 @@ TEST_F(GpuRender, failsWithoutALine_whenTheHostDoesNotGiveAFrame) {
     // After the Amount: memory and row bytes of both, then the format, which may be missing, and
     // the bounds.
     for (const int nth : {2, 3, 4, 5, 7}) {
-        host_.refusals().failGpuCall(nth);
+        host_.refusals().fail(host_sim::Refusal::kGpuCall, nth);
         EXPECT_EQ(instance.render(source, destination), kFail) << nth;
         host_.refusals().clear();
     }

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host_sim/gpu/gpu_instance.h"
+#include "host_sim/gpu_instance.h"
 #include "tests/support/random.h"
 #include "tests/threads/stage.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "effect/lut_file.h"
-#include "host_sim/frame.h"
+#include "host_sim/values/frame.h"
 #include "native/src/lut_engine.h"
 #include "tests/effect/effect_fixture.h"
 #include "tests/support/temp_folder.h"

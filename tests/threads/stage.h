@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_side.h"
 #include "host_sim/host.h"
 #include "tests/effect/held_lock.h"
 #include "tests/effect/stand_in_dialogs.h"

@@ -3,7 +3,7 @@
 
 #include "tests/effect/stand_in_dialogs.h"
 #include "tests/tintwell_host/program_fixture.h"
-#include "tintwell_host/commands.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program_test {
 namespace {
