@@ -1,4 +1,4 @@
-#include "fuzz/session/commands.h"
+#include "fuzz/session/steps.h"
 
 namespace session_fuzz {
 namespace {
@@ -8,9 +8,9 @@ using host_sim::SuiteAnswer;
 
 }  // namespace
 
-void refuse(Stage& stage, Record& record) {
-    host_sim::Refusals& host = stage.host.refusals();
-    Reference& reference = stage.reference;
+void refuse(SessionState& session, Record& record) {
+    host_sim::Refusals& host = session.host.refusals();
+    Reference& reference = session.reference;
     const int what = record.below(8);
     const int nth = 1 + record.below(4);
     const auto suiteAnswer = record.flag() ? SuiteAnswer::kNullTable : SuiteAnswer::kNotFound;
@@ -47,9 +47,9 @@ void refuse(Stage& stage, Record& record) {
     }
 }
 
-void endRefusals(Stage& stage) {
-    stage.host.refusals().clear();
-    stage.reference = {};
+void endRefusals(SessionState& session) {
+    session.host.refusals().clear();
+    session.reference = {};
 }
 
 }  // namespace session_fuzz

@@ -1,4 +1,5 @@
-// Ground of the tests of the LUT parameter's data: a host without instances, and values of its own.
+// Fixture of the tests of the LUT parameter's data: a host without instances, and values of its
+// own.
 #pragma once
 
 #include <string>

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/environment/day.h"
 #include "tests/environment/privileges.h"
 #include "tests/environment/small_disk.h"
+#include "tests/environment/user_session.h"
 
 namespace {
 
@@ -17,40 +17,40 @@ using twtest::Lines;
 
 constexpr char kData[] = "Library/Application Support/Tintwell";
 
-class Home : public twtest::Day {
+class Home : public twtest::UserSession {
 protected:
     void become(const std::string& home) { setenv("HOME", home.c_str(), 1); }
 
-    // A day in that home, which leaves no trace on the disk.
+    // A session in that home, which leaves no trace on the disk.
     void liveWithoutTrace(const std::string& home) {
         SCOPED_TRACE(home);
         const auto before = twtest::treeOf(home_.path());
         become(home);
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
         EXPECT_EQ(twtest::treeOf(home_.path()), before);
     }
 
-    // A day in that home, which leaves its log and its request in the data folder `data`.
+    // A session in that home, which leaves its log and its request in the data folder `data`.
     void liveIn(const std::string& home, const std::string& data) {
         SCOPED_TRACE(home);
         fs::create_directories(data);
         become(home);
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
         EXPECT_EQ(logAt(data + "/effect.log"), wholeLog());
         EXPECT_TRUE(holdsRequest(data + "/edit-request.json"));
     }
 
     void liveAtTheRoot() {
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), "");
         EXPECT_FALSE(fs::exists("/Library"));
     }
 };
 
 TEST_F(Home, is_like_any_other_day_when_it_is_in_order) {
-    live();
+    run();
     EXPECT_EQ(dialogFolder(), fallbackFolder());
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
@@ -105,7 +105,7 @@ TEST_F(Home, costs_the_log_and_the_request_when_not_utf8) {
         fs::create_directories(home + "/" + kData);
         const auto before = twtest::treeOf(home_.path());
         become(home);
-        live();
+        run();
         EXPECT_EQ(twtest::treeOf(home_.path()), before) << testing::PrintToString(name);
     }
 }
@@ -126,7 +126,7 @@ TEST_F(Home, costs_the_log_and_the_request_when_permissions_deny_it) {
     for (const auto& [locked, mode] :
          {std::pair(home, 0444u), {home, 0u}, {support, 0555u}, {support, 0444u}, {support, 0u}}) {
         chmod(locked.c_str(), mode);
-        live();
+        run();
         chmod(locked.c_str(), 0755);
         EXPECT_TRUE(fs::is_empty(support)) << locked << " with mode " << mode;
     }

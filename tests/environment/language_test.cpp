@@ -2,7 +2,7 @@
 #include <clocale>
 #include <locale>
 
-#include "tests/environment/day.h"
+#include "tests/environment/user_session.h"
 #include "tests/support/locales.h"
 
 namespace {
@@ -13,7 +13,7 @@ struct Language {
     const char* charmap;
 };
 
-class LanguageTest : public twtest::Day, public testing::WithParamInterface<Language> {
+class LanguageTest : public twtest::UserSession, public testing::WithParamInterface<Language> {
 protected:
     ~LanguageTest() override { std::locale::global(std::locale::classic()); }
 };
@@ -23,7 +23,7 @@ TEST_P(LanguageTest, leaves_the_day_as_it_is) {
     if (!locale.active()) GTEST_SKIP() << "no such locale, and no way to make one";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     std::locale::global(std::locale(GetParam().name));
-    live();
+    run();
     EXPECT_EQ(dialogFolder(), fallbackFolder());
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());

@@ -4,30 +4,30 @@
 
 #include <filesystem>
 
-#include "tests/environment/day.h"
 #include "tests/environment/privileges.h"
+#include "tests/environment/user_session.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class LutFolderFile : public twtest::Day {
+class LutFolderFile : public twtest::UserSession {
 protected:
     LutFolderFile() : file_(home_.dataFile("lut-folder.txt")), folder_(home_ / "LUTs") {
         fs::create_directory(folder_);
     }
 
-    // The folder in which the dialogs of a day open when the file holds these bytes.
+    // The folder in which the dialogs of a session open when the file holds these bytes.
     std::string folderWith(const std::string& bytes) {
         twtest::writeFile(file_, bytes);
-        live();
+        run();
         EXPECT_EQ(twtest::readFile(file_), bytes) << "the effect only reads it";
         return dialogFolder();
     }
 
     // The same with a file of another kind that is there already.
     void expectFallback() {
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), fallbackFolder());
     }
 

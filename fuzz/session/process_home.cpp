@@ -1,4 +1,4 @@
-#include "fuzz/session/ground.h"
+#include "fuzz/session/process_home.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,11 +18,11 @@ constexpr long kLongLog = 1 << 20;
 constexpr std::size_t kLongestMessage = 1023;
 
 std::string step;
-const Ground* open = nullptr;
+const ProcessHome* open = nullptr;
 
 }  // namespace
 
-void nowPlaying(const std::string& name) {
+void nowRunning(const std::string& name) {
     step = name;
 }
 
@@ -78,18 +78,18 @@ std::string LogWatch::added() {
     return text;
 }
 
-Ground::Ground() {
+ProcessHome::ProcessHome() {
     std::filesystem::create_directory(cubes());
 }
 
-void Ground::clear() {
+void ProcessHome::clear() {
     log.beginSession();
     for (const char* name : {"lut-folder.txt", "edit-request.json"})
         ::unlink(home.dataFile(name).c_str());
 }
 
-Ground& ground() {
-    static Ground instance;
+ProcessHome& processHome() {
+    static ProcessHome instance;
     open = &instance;
     return instance;
 }

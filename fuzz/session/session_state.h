@@ -35,9 +35,9 @@ struct Held {
     Value value;
 };
 
-class Stage {
+class SessionState {
 public:
-    explicit Stage(const host_sim::Personality& personality);
+    explicit SessionState(const host_sim::Personality& personality);
     // Disposes of everything and closes the host.
     void close();
 

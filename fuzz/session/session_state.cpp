@@ -1,8 +1,8 @@
-#include "fuzz/session/stage.h"
+#include "fuzz/session/session_state.h"
 
 #include <utility>
 
-#include "fuzz/session/ground.h"
+#include "fuzz/session/process_home.h"
 #include "fuzz/session/violation.h"
 #include "tests/effect/stand_in_module.h"
 
@@ -16,7 +16,7 @@ void requireReleased(const host_sim::SuiteLedger& suites, const char* name, int 
 
 }  // namespace
 
-Stage::Stage(const host_sim::Personality& personality)
+SessionState::SessionState(const host_sim::Personality& personality)
     : host(TINTWELL_MODULE, personality),
       dialogs(twtest::dialogsOf(host.module())),
       isPremiere_(personality.isPremiere()),
@@ -24,8 +24,8 @@ Stage::Stage(const host_sim::Personality& personality)
     dialogs = {};
 }
 
-void Stage::close() {
-    nowPlaying("the end");
+void SessionState::close() {
+    nowRunning("the end");
     gpu.reset();
     host.refusals().clear();
     for (const Held& value : std::exchange(held, {}))
@@ -33,14 +33,14 @@ void Stage::close() {
     applied.clear();
     for (const std::string& problem : host.close())
         violation(problem);
-    ground().log.endSession();
+    processHome().log.endSession();
 }
 
-host_sim::ArbitraryCalls Stage::calls() {
+host_sim::ArbitraryCalls SessionState::calls() {
     return host.arbitraryCalls(kParamLut);
 }
 
-Held Stage::choose(Record& record) const {
+Held SessionState::choose(Record& record) const {
     std::vector<Held> all = {{}};
     for (const Applied& one : applied)
         all.push_back({one.instance->arbitrary(kParamLut), one.lut});
@@ -48,7 +48,7 @@ Held Stage::choose(Record& record) const {
     return all[static_cast<std::size_t>(record.below(static_cast<int>(all.size())))];
 }
 
-Applied* Stage::chooseInstance(Record& record) {
+Applied* SessionState::chooseInstance(Record& record) {
     const std::uint8_t wanted = record.byte();
     if (applied.empty()) return nullptr;
     auto one = applied.begin();
@@ -56,7 +56,7 @@ Applied* Stage::chooseInstance(Record& record) {
     return &*one;
 }
 
-void Stage::hold(const host_sim::Answer<PF_ArbitraryH>& answer, const Value& value) {
+void SessionState::hold(const host_sim::Answer<PF_ArbitraryH>& answer, const Value& value) {
     require(answer.error == PF_Err_NONE, "a value was refused with an error");
     if (contents(answer.value) != value) violation("a new value does not hold what it must");
     if (held.size() < kMostHeld) {
@@ -66,21 +66,21 @@ void Stage::hold(const host_sim::Answer<PF_ArbitraryH>& answer, const Value& val
     }
 }
 
-void Stage::readLog() {
-    logged_ += ground().log.added();
+void SessionState::readLog() {
+    logged_ += processHome().log.added();
 }
 
-void Stage::requireLine(const std::string& message) {
+void SessionState::requireLine(const std::string& message) {
     readLog();
     if (logged_.find("  " + message + "\n") == std::string::npos)
         violation("the log lacks the line \"" + message + "\"");
 }
 
-void Stage::keepDescriptors() {
+void SessionState::keepDescriptors() {
     nextDescriptor_ = nextDescriptor();
 }
 
-void Stage::check() {
+void SessionState::check() {
     readLog();
     logged_.clear();
     checkBooks();
@@ -90,12 +90,12 @@ void Stage::check() {
     require(dialogs.alerts.empty(), "an alert that nobody expected");
 }
 
-Value Stage::contents(PF_ArbitraryH handle) {
+Value SessionState::contents(PF_ArbitraryH handle) {
     if (handle == nullptr) return std::nullopt;
     return host.handles().contents(handle);
 }
 
-void Stage::checkBooks() {
+void SessionState::checkBooks() {
     host.handles().reportUnrest();
     requireReleased(host.suites(), kPFPixelFormatSuite, kPFPixelFormatSuiteVersion1);
     requireReleased(host.suites(), kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3);
@@ -106,7 +106,7 @@ void Stage::checkBooks() {
     violation("the host has found" + all);
 }
 
-void Stage::checkHandles() {
+void SessionState::checkHandles() {
     std::size_t expected = defaultValue ? 1 : 0;
     for (const Applied& one : applied)
         expected += one.lut ? 1 : 0;
@@ -118,7 +118,7 @@ void Stage::checkHandles() {
               std::to_string(expected));
 }
 
-void Stage::checkValues() {
+void SessionState::checkValues() {
     for (const Held& value : held) {
         if (contents(value.handle) != value.value) violation("a held value has changed");
     }

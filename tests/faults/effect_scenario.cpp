@@ -1,4 +1,4 @@
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 
 #include <gtest/gtest.h>
 
@@ -24,23 +24,23 @@ bool isWhole(const std::string& line) {
 
 }  // namespace
 
-HostPlay::HostPlay(const host_sim::Personality& personality) : personality_(personality) {
+HostScenario::HostScenario(const host_sim::Personality& personality) : personality_(personality) {
     host_.emplace(TINTWELL_MODULE, personality_);
     twtest::watchCallsOf(host_->module().symbol("EffectMain"));
 }
 
-void HostPlay::reopen() {
+void HostScenario::reopen() {
     EXPECT_EQ(host_->close(), Lines());
     host_.emplace(TINTWELL_MODULE, personality_);
 }
 
-void HostPlay::close() {
+void HostScenario::close() {
     EXPECT_EQ(host_->close(), Lines());
     host_.reset();
     expectWholeLines();
 }
 
-void HostPlay::expectWholeLines() const {
+void HostScenario::expectWholeLines() const {
     const std::string log = twtest::readFile(logFile());
     EXPECT_TRUE(log.empty() || log.back() == '\n') << log;
     std::istringstream text(log);
@@ -48,8 +48,8 @@ void HostPlay::expectWholeLines() const {
         EXPECT_TRUE(isWhole(line)) << line;
 }
 
-EffectPlay::EffectPlay(const Bytes& value, const host_sim::Personality& personality)
-    : HostPlay(personality),
+EffectScenario::EffectScenario(const Bytes& value, const host_sim::Personality& personality)
+    : HostScenario(personality),
       effect_(applied(host(), value)),
       dialogs_(twtest::dialogsOf(host().module())) {}
 
@@ -57,7 +57,8 @@ std::string answered(PF_Err error, const std::string& word) {
     return error == PF_Err_NONE ? word : "error " + std::to_string(error);
 }
 
-void expectEffect(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected) {
+void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
+                  const Expected& expected) {
     // Loaded once, so that the children need not; nothing of it is called here.
     const host_sim::Module module(TINTWELL_MODULE);
     failInTurn(hostKinds(), begin, expected);

@@ -1,4 +1,4 @@
-// What the threads play with: pictures, contents of the LUT parameter and .cube files, each with
+// What the threads use: pictures, contents of the LUT parameter and .cube files, each with
 // all that must come of it, worked out by one thread beforehand.
 #pragma once
 
@@ -40,9 +40,9 @@ struct CubeFile {
 };
 
 // Never changes once it is made. Threads: any.
-class Repertoire {
+class Inputs {
 public:
-    Repertoire();
+    Inputs();
 
     // Input frames in all formats of Premiere Pro, of rows for one thread and for several.
     const std::vector<host_sim::Frame>& scenes() const { return scenes_; }

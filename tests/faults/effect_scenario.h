@@ -1,4 +1,4 @@
-// Ground of the plays: the effect, with stand-ins for the dialogs, in a simulated host and a home
+// Scenarios: the effect, with stand-ins for the dialogs, in a simulated host and a home
 // of its own.
 #pragma once
 
@@ -21,9 +21,9 @@ using effect_test::kLutButton;
 using effect_test::Lines;
 
 // A host that has loaded the effect and has called nothing yet.
-class HostPlay : public Play {
+class HostScenario : public Scenario {
 public:
-    explicit HostPlay(const host_sim::Personality& personality);
+    explicit HostScenario(const host_sim::Personality& personality);
 
     void close() override;
 
@@ -43,11 +43,11 @@ private:
 };
 
 // One applied effect that holds a LUT.
-class EffectPlay : public HostPlay {
+class EffectScenario : public HostScenario {
 public:
     // The value is put there by the host, so that the effect has not seen it yet.
-    explicit EffectPlay(const Bytes& value,
-                        const host_sim::Personality& personality = host_sim::premierePro());
+    explicit EffectScenario(const Bytes& value,
+                            const host_sim::Personality& personality = host_sim::premierePro());
 
 protected:
     host_sim::Instance& effect() { return effect_; }
@@ -64,6 +64,7 @@ private:
 // "error 512", or the word.
 std::string answered(PF_Err error, const std::string& word);
 
-void expectEffect(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected);
+void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
+                  const Expected& expected);
 
 }  // namespace faults

@@ -1,4 +1,4 @@
-#include "tests/threads/repertoire.h"
+#include "tests/threads/inputs.h"
 
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
@@ -43,7 +43,7 @@ Look renamed(Look look, const std::string& name) {
     return look;
 }
 
-Repertoire::Repertoire() {
+Inputs::Inputs() {
     for (const auto format : {PrPixelFormat_BGRA_4444_8u, PrPixelFormat_BGRA_4444_32f}) {
         for (const int rows : {9, 40}) {
             if (format == PrPixelFormat_BGRA_4444_32f) floatScenes_.push_back(scenes_.size());
@@ -67,7 +67,7 @@ Repertoire::Repertoire() {
     addFile("Wide.cube", cubeText("DOMAIN_MAX 2 2 2\n"));
 }
 
-Look Repertoire::lookOf(const Bytes& bytes) const {
+Look Inputs::lookOf(const Bytes& bytes) const {
     Look look;
     look.bytes = bytes;
     look.text = tw::embeddedText(bytes.data(), bytes.size());
@@ -81,13 +81,13 @@ Look Repertoire::lookOf(const Bytes& bytes) const {
     return look;
 }
 
-Frame Repertoire::pictureOf(const tw::Lut3D& lut, const Frame& input, int percent) const {
+Frame Inputs::pictureOf(const tw::Lut3D& lut, const Frame& input, int percent) const {
     if (lut.probe != 0) return effect_test::patterned(lut.probe, blank(input));
     if (lut.size == 0 || percent == 0) return input;
     return effect_test::graded(lut, input, blank(input), static_cast<float>(percent / 100.0));
 }
 
-void Repertoire::addFile(const std::string& name, const std::string& contents) {
+void Inputs::addFile(const std::string& name, const std::string& contents) {
     CubeFile file;
     file.path = folder_ / name;
     twtest::writeFile(file.path, contents);

@@ -1,4 +1,4 @@
-#include "tests/threads/stage.h"
+#include "tests/threads/shared_host.h"
 
 #include <gtest/gtest.h>
 
@@ -25,20 +25,20 @@ host_sim::Request requestOf(const host_sim::CallRecord& call) {
 }
 
 // What the host's own record tells of: every command, and the lines of the data callbacks.
-Account accountOf(const std::vector<host_sim::CallRecord>& calls) {
-    Account account;
+Tally accountOf(const std::vector<host_sim::CallRecord>& calls) {
+    Tally tally;
     for (const host_sim::CallRecord& call : calls) {
         const std::string name = host_sim::describeRequest(requestOf(call));
-        account.did(name);
+        tally.did(name);
         if (call.command != PF_Cmd_ARBITRARY_CALLBACK) continue;
         const std::string line = "Arb " + name.substr(name.rfind(' ') + 1);
         if (call.selector > PF_Arbitrary_COMPARE_FUNC) {
-            account.logs(line);
+            tally.logs(line);
         } else {
-            account.mayLog(line);  // the first ones of the process
+            tally.mayLog(line);  // the first ones of the process
         }
     }
-    return account;
+    return tally;
 }
 
 }  // namespace
@@ -52,8 +52,8 @@ void Effect::set() const {
     }
 }
 
-Stage::Stage(const Repertoire& repertoire, bool gpuFails)
-    : repertoire_(repertoire),
+SharedHost::SharedHost(const Inputs& inputs, bool gpuFails)
+    : inputs_(inputs),
       gpuFails_(gpuFails),
       host_(std::make_unique<host_sim::Host>(TINTWELL_MODULE, host_sim::premierePro())) {
     host_->start();
@@ -73,28 +73,28 @@ Stage::Stage(const Repertoire& repertoire, bool gpuFails)
         std::vector<host_sim::GpuDeviceSettings>{
             {}, {}, {.framework = PrGPUDeviceFramework_OpenCL}, {.meetsRequirements = false}});
     gpu_->enter();
-    for (const Look& look : repertoire.looks()) {
+    for (const Look& look : inputs.looks()) {
         const Effect effect{&host_->apply(), &look, effects_.size() % kPercents.size()};
         effect.set();
         effects_.push_back(effect);
     }
 }
 
-Stage::~Stage() {
+SharedHost::~SharedHost() {
     dialogs_->pick = nullptr;
     software_metal::setFaults({});
 }
 
-void Stage::pick(const std::string& path) {
+void SharedHost::pick(const std::string& path) {
     picked = path;
 }
 
-void Stage::expectNoLock(const char* when) const {
+void SharedHost::expectNoLock(const char* when) const {
     const char* name = heldLock_();
     EXPECT_EQ(name, nullptr) << "The lock \"" << name << "\" is held " << when;
 }
 
-Account Stage::finish(const std::vector<Account>& players) {
+Tally SharedHost::finish(const std::vector<Tally>& workers) {
     const host_sim::GpuMemory& memory = gpu_->memory();
     EXPECT_EQ(memory.allocated(), memory.disposed());
     gpu_.reset();
@@ -103,10 +103,10 @@ Account Stage::finish(const std::vector<Account>& players) {
     // Two devices keep their pipeline, its function and one LUT.
     EXPECT_EQ(twtest::settledLiveObjects(), 6);
 
-    Account sum = accountOf(host_->books().calls());
+    Tally sum = accountOf(host_->books().calls());
     sum.logs("GlobalSetup build 11 host=PrMr api=13.4");
-    for (const Account& player : players)
-        sum += player;
+    for (const Tally& worker : workers)
+        sum += worker;
     checkLog(sum);
     EXPECT_EQ(sum.compareAlerts(dialogs_->alerts), std::vector<std::string>());
     dialogs_->alerts.clear();
@@ -114,14 +114,14 @@ Account Stage::finish(const std::vector<Account>& players) {
     return sum;
 }
 
-void Stage::checkLog(const Account& account) const {
+void SharedHost::checkLog(const Tally& tally) const {
     const std::string text = twtest::readFile(home_.dataFile("effect.log"));
     EXPECT_TRUE(text.ends_with("\n"));
     std::istringstream stream(text);
     std::vector<std::string> lines;
     for (std::string line; std::getline(stream, line);)
         lines.push_back(twtest::messageOf(line));
-    EXPECT_EQ(account.compareLog(lines), std::vector<std::string>());
+    EXPECT_EQ(tally.compareLog(lines), std::vector<std::string>());
 }
 
 }  // namespace stress

@@ -1,8 +1,8 @@
-// The data callbacks of a player.
+// The data callbacks of a worker.
 #include <gtest/gtest.h>
 
 #include "tests/effect/texts.h"
-#include "tests/threads/player.h"
+#include "tests/threads/worker.h"
 
 namespace stress {
 
@@ -12,10 +12,10 @@ using effect_test::kLut;
 using effect_test::widened;
 
 // Every callback but the refusing ones, on handles that nobody else knows.
-void Player::liveAValue() {
+void Worker::useOneValue() {
     const host_sim::ArbitraryCalls calls = own_.instance->arbitraryCalls(kLut);
     // One that has a handle: all but the last.
-    const auto& looks = repertoire().looks();
+    const auto& looks = inputs().looks();
     const Look& look =
         looks[static_cast<std::size_t>(random_.below(static_cast<int>(looks.size()) - 1))];
     const std::string& text = look.text;
@@ -35,11 +35,11 @@ void Player::liveAValue() {
     EXPECT_EQ(calls.compare(between, loaded).value, PF_ArbCompare_EQUAL);
     for (const PF_ArbitraryH handle : {fresh, made, copied, loaded, between})
         EXPECT_EQ(calls.dispose(handle), 0);
-    account_.did("values from NEW to DISPOSE");
+    tally_.did("values from NEW to DISPOSE");
 }
 
-void Player::useASharedOne() {
-    const Effect& effect = any(stage_.effects());
+void Worker::useSharedValue() {
+    const Effect& effect = any(shared_.effects());
     EXPECT_EQ(effect.instance->flatten(kLut).value, effect.look->bytes);
     EXPECT_EQ(effect.instance->print(kLut).value, effect.look->text);
     const host_sim::ArbitraryCalls calls = effect.instance->arbitraryCalls(kLut);
@@ -50,21 +50,21 @@ void Player::useASharedOne() {
     EXPECT_EQ(calls.compare(copied, value).value,
               isThere ? PF_ArbCompare_EQUAL : PF_ArbCompare_NOT_EQUAL);
     EXPECT_EQ(calls.dispose(copied), 0);
-    account_.did("values read by several");
+    tally_.did("values read by several");
 }
 
-void Player::refuseValues() {
+void Worker::refuseValues() {
     constexpr char kTorn[] = "TWLUT3 0 - 2 0 1 AAAA";
     EXPECT_EQ(own_.instance->scan(kLut, kTorn), PF_Err_CANNOT_PARSE_KEYFRAME_TEXT);
-    account_.logs("  scan 21 bytes failed: LUT data is truncated");
+    tally_.logs("  scan 21 bytes failed: LUT data is truncated");
     EXPECT_EQ(own_.instance->flatten(kLut).value, own_.look->bytes);
 
     const host_sim::ArbitraryCalls calls = own_.instance->arbitraryCalls(kLut);
     const PF_ArbitraryH none = calls.unflatten(Bytes(33, 0x54)).value;
-    account_.logs("Arb UNFLATTEN: 33 bytes are not TWLUT text, using none");
+    tally_.logs("Arb UNFLATTEN: 33 bytes are not TWLUT text, using none");
     EXPECT_EQ(calls.flatten(none).value, emptyLut());
     EXPECT_EQ(calls.dispose(none), 0);
-    account_.did("values refused", 2);
+    tally_.did("values refused", 2);
 }
 
 }  // namespace stress

@@ -6,38 +6,38 @@
 
 #include "host_sim/gpu_instance.h"
 #include "tests/support/random.h"
-#include "tests/threads/stage.h"
+#include "tests/threads/shared_host.h"
 
 namespace stress {
 
 // Does what a host or its user would do, at random but the same for the same seed, and fails the
-// test for every result that is not as the repertoire says. Player 0 is the host's main thread as
+// test for every result that is not as the inputs say. Worker 0 is the host's main thread as
 // well: the only one that applies, duplicates, saves and removes effects.
 //
-// Threads: made and asked for its account by one thread, played by another.
-class Player {
+// Threads: made and asked for its tally by one thread, run by another.
+class Worker {
 public:
-    Player(Stage& stage, int number, std::uint64_t seed);
+    Worker(SharedHost& shared, int number, std::uint64_t seed);
 
-    void play(int rounds);
-    const Account& account() const { return account_; }
+    void run(int rounds);
+    const Tally& tally() const { return tally_; }
 
 private:
     // Renders on the CPU.
     void render();     // an effect that others use at the same time
-    void renderOwn();  // the player's own, whose look changes
+    void renderOwn();  // the worker's own, whose look changes
     void renderInPlace();
     // Data callbacks.
-    void liveAValue();     // from NEW to DISPOSE
-    void useASharedOne();  // the value of an effect that others use
+    void useOneValue();     // from NEW to DISPOSE
+    void useSharedValue();  // the value of an effect that others use
     void refuseValues();
     // Labels, and changes of the own effect.
     void updateLabel();
     void pressLutButton();
     void pressEditButton();
-    void takeALook();
-    void takeANewLook();  // of a name that nobody has seen before
-    void moveTheSlider();
+    void setLook();
+    void setNewLook();  // of a name that nobody has seen before
+    void setAmount();
     // A GPU filter instance, from its creation to its end.
     void useTheGpu();
     void fallBackToTheCpu();
@@ -51,7 +51,7 @@ private:
         return container[static_cast<std::size_t>(
             random_.below(static_cast<int>(container.size())))];
     }
-    const Repertoire& repertoire() const { return stage_.repertoire(); }
+    const Inputs& inputs() const { return shared_.inputs(); }
     std::size_t anyScene() { return static_cast<std::size_t>(random_.below(4)); }
     void renderOne(const Effect& effect, std::size_t scene);
     void mayLogRender(const Effect& effect, const host_sim::Frame& output);
@@ -63,7 +63,7 @@ private:
     void pickFile(const CubeFile& file);
     void readRequest(const Look& look);
 
-    Stage& stage_;
+    SharedHost& shared_;
     std::string name_;  // in all runs of the process
     int number_;
     int newLooks_ = 0;
@@ -71,7 +71,7 @@ private:
     Effect own_;
     std::string ownLabel_ = "Change LUT";  // what its button says
     Look newLook_;                         // the last one of its kind
-    Account account_;
+    Tally tally_;
 };
 
 }  // namespace stress

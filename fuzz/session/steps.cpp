@@ -1,9 +1,9 @@
-#include "fuzz/session/commands.h"
+#include "fuzz/session/steps.h"
 
 namespace session_fuzz {
 namespace {
 
-constexpr Command kCommands[] = {
+constexpr Step kSteps[] = {
     {'A', "apply", apply},
     {'B', "the LUT button", pressLutButton},
     {'C', "COPY", copy},
@@ -31,13 +31,13 @@ constexpr Command kCommands[] = {
     {'Y', "remove", remove},
     {'Z', "lut-folder.txt", nameLutFolder},
 };
-constexpr int kCount = static_cast<int>(std::size(kCommands));
+constexpr int kCount = static_cast<int>(std::size(kSteps));
 
 }  // namespace
 
-const Command& commandOf(std::uint8_t byte) {
+const Step& stepOf(std::uint8_t byte) {
     const int place = (byte - 'A') % kCount;
-    return kCommands[place < 0 ? place + kCount : place];
+    return kSteps[place < 0 ? place + kCount : place];
 }
 
 }  // namespace session_fuzz

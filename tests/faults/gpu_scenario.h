@@ -1,4 +1,4 @@
-// Ground of the plays on the GPU: Premiere Pro with the effect's filter on software devices.
+// Scenarios on the GPU: Premiere Pro with the effect's filter on software devices.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 #include "host_sim/gpu_instance.h"
 #include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 
 namespace faults {
 
@@ -27,11 +27,11 @@ private:
     bool isBad_;
 };
 
-// A host with two devices, which have these faults during acts, and an applied effect with this
-// LUT. At the end the devices hold no objects but those that the effect keeps.
-class GpuPlay : public EffectPlay {
+// A host with two devices, which have these faults during operations, and an applied effect with
+// this LUT. At the end the devices hold no objects but those that the effect keeps.
+class GpuScenario : public EffectScenario {
 public:
-    explicit GpuPlay(const std::string& text, const std::optional<Faults>& faults = {});
+    explicit GpuScenario(const std::string& text, const std::optional<Faults>& faults = {});
 
     // The device's thread logs what it finds wrong.
     void settle() override { side_->wait(); }
@@ -76,7 +76,7 @@ private:
     std::optional<host_sim::GpuFrame> target_;
 };
 
-void expectGpu(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected,
+void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
                const std::vector<Kind>& kinds = gpuKinds());
 
 }  // namespace faults

@@ -1,4 +1,4 @@
-#include "tests/environment/day.h"
+#include "tests/environment/user_session.h"
 
 #include <filesystem>
 
@@ -46,14 +46,14 @@ std::map<std::string, std::string> treeOf(const std::string& folder) {
     return tree;
 }
 
-Day::Day()
+UserSession::UserSession()
     : cube_("# Tintwell match " + std::to_string(kMatch) + "\nLUT_3D_SIZE 2\n" + kPoints),
       text_(tw::toEmbeddedText(lutOf(cube_), kMatch, "Film")) {
     writeFile(bad_, "# nothing\n");
     writeFile(look_, cube_);
 }
 
-void Day::live() {
+void UserSession::run() {
     host_sim::Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
     host_sim::Instance& effect = host.apply();
@@ -77,11 +77,11 @@ void Day::live() {
     EXPECT_EQ(host.close(), Lines());
 }
 
-void Day::pick(const std::string& file) {
+void UserSession::pick(const std::string& file) {
     dialogs_->pick = [file] { return file; };
 }
 
-void Day::refuseAFile(host_sim::Instance& effect) {
+void UserSession::refuseAFile(host_sim::Instance& effect) {
     pick(bad_);
     const host_sim::CommandResult result = effect.press(kLutButton);
     EXPECT_EQ(result.error, PF_Err_NONE);
@@ -90,7 +90,7 @@ void Day::refuseAFile(host_sim::Instance& effect) {
     EXPECT_EQ(effect.label(kLutButton), "Choose a LUT");
 }
 
-void Day::pickALook(host_sim::Instance& effect) {
+void UserSession::pickALook(host_sim::Instance& effect) {
     pick(look_);
     const host_sim::CommandResult result = effect.press(kLutButton);
     EXPECT_EQ(result.error, PF_Err_NONE);
@@ -99,7 +99,7 @@ void Day::pickALook(host_sim::Instance& effect) {
     EXPECT_EQ(effect.label(kLutButton), "Film.cube");
 }
 
-void Day::render(host_sim::Host& host, host_sim::Instance& effect, const tw::Lut3D* look) {
+void UserSession::render(host_sim::Host& host, host_sim::Instance& effect, const tw::Lut3D* look) {
     const host_sim::Frame in = effect_test::scattered(host.format(8), 7, 5);
     const host_sim::Frame blank(host.format(8), 7, 5);
     host_sim::Frame out = blank;
@@ -109,21 +109,21 @@ void Day::render(host_sim::Host& host, host_sim::Instance& effect, const tw::Lut
         effect_test::samePixels(look ? effect_test::graded(*look, in, blank, amount) : in, out));
 }
 
-void Day::askForTheMatch(host_sim::Instance& effect) {
+void UserSession::askForTheMatch(host_sim::Instance& effect) {
     const host_sim::CommandResult result = effect.press(kEditButton);
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>());
     EXPECT_EQ(dialogs_->alerts.size(), 1u);
 }
 
-void Day::saveAndLoad(host_sim::Host& host, host_sim::Instance& effect) {
+void UserSession::saveAndLoad(host_sim::Host& host, host_sim::Instance& effect) {
     host.save(effect, work_ / "saved.project");
     host_sim::Instance& loaded = host.load(work_ / "saved.project");
     EXPECT_EQ(host.handles().contents(loaded.arbitrary(kLut)), stored(text_));
     EXPECT_EQ(loaded.slider(kAmount), kAmountPercent);
 }
 
-Lines Day::wholeLog() const {
+Lines UserSession::wholeLog() const {
     const std::string dialog = "LUT button: dialog in \"" + dialogFolder_ + "\"";
     return {
         kSetup,
@@ -142,7 +142,7 @@ Lines Day::wholeLog() const {
         "Edit LUT: requested match 42 (Film)"};
 }
 
-Lines Day::logAt(const std::string& file) {
+Lines UserSession::logAt(const std::string& file) {
     Lines lines = logLines(readFile(file));
     for (std::string& line : lines) {
         if (line.starts_with("GlobalSetup ")) line = kSetup;
@@ -150,7 +150,7 @@ Lines Day::logAt(const std::string& file) {
     return lines;
 }
 
-testing::AssertionResult Day::holdsRequest(const std::string& file) {
+testing::AssertionResult UserSession::holdsRequest(const std::string& file) {
     const std::string text = readFile(file);
     if (isRequest(text, kMatch, "Film")) return testing::AssertionSuccess();
     return testing::AssertionFailure() << "the file holds " << testing::PrintToString(text);

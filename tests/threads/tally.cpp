@@ -1,4 +1,4 @@
-#include "tests/threads/account.h"
+#include "tests/threads/tally.h"
 
 namespace stress {
 namespace {
@@ -32,7 +32,7 @@ std::vector<std::string> compare(Counts found, const Counts& must, const Counts&
 
 }  // namespace
 
-Account& Account::operator+=(const Account& other) {
+Tally& Tally::operator+=(const Tally& other) {
     add(operations_, other.operations_);
     add(must_, other.must_);
     add(may_, other.may_);
@@ -40,15 +40,14 @@ Account& Account::operator+=(const Account& other) {
     return *this;
 }
 
-std::vector<std::string> Account::compareLog(const std::vector<std::string>& lines) const {
+std::vector<std::string> Tally::compareLog(const std::vector<std::string>& lines) const {
     Counts found;
     for (const std::string& line : lines)
         ++found[line];
     return compare(found, must_, may_);
 }
 
-std::vector<std::string> Account::compareAlerts(
-    const std::vector<twtest::ShownAlert>& alerts) const {
+std::vector<std::string> Tally::compareAlerts(const std::vector<twtest::ShownAlert>& alerts) const {
     Counts found;
     for (const twtest::ShownAlert& alert : alerts)
         ++found[alert.message];

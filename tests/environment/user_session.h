@@ -1,4 +1,4 @@
-// A user's day with the effect, to be had wherever the effect runs.
+// What a user does with the effect from start to end, which works wherever the effect runs.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,26 +19,26 @@ namespace twtest {
 // Every entry below a folder, with what plain files hold and where links lead.
 std::map<std::string, std::string> treeOf(const std::string& folder);
 
-class Day : public testing::Test {
+class UserSession : public testing::Test {
 protected:
-    Day();
+    UserSession();
 
     // The host starts, the effect is applied, a file is refused, a look is picked, pictures are
     // rendered before and after, the match is asked for, the project is saved and opened again, the
-    // host ends. Fails the test unless all of it gives what it gives on any other day: files that
+    // host ends. Fails the test unless all of it gives what it gives elsewhere: files that
     // the effect cannot read or write must not cost the user anything but themselves.
-    void live();
+    void run();
 
-    // Folder in which the dialogs of the last day opened.
+    // Folder in which the dialogs of the last session opened.
     const std::string& dialogFolder() const { return dialogFolder_; }
 
-    // What a day leaves in the log, without the times, and what is there now in the lines of that
-    // kind; nothing when there is no such file.
+    // What a session leaves in the log, without the times, and what is there now in the lines of
+    // that kind; nothing when there is no such file.
     Lines wholeLog() const;
     static Lines logAt(const std::string& file);
     Lines log() const { return logAt(home_.dataFile("effect.log")); }
 
-    // Whether a file holds the day's request, and nothing else.
+    // Whether a file holds the session's request, and nothing else.
     static testing::AssertionResult holdsRequest(const std::string& file);
     testing::AssertionResult hasRequest() const {
         return holdsRequest(home_.dataFile("edit-request.json"));

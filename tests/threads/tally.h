@@ -10,7 +10,7 @@
 namespace stress {
 
 // A plain value: every thread keeps one, and they are added up in the end.
-class Account {
+class Tally {
 public:
     // One operation of that kind.
     void did(const std::string& kind, long times = 1) { operations_[kind] += times; }
@@ -19,7 +19,7 @@ public:
     void mayLog(const std::string& line) { ++may_[line]; }
     void shows(const twtest::ShownAlert& alert) { ++alerts_[alert.message]; }
 
-    Account& operator+=(const Account& other);
+    Tally& operator+=(const Tally& other);
 
     const std::map<std::string, long>& operations() const { return operations_; }
     // Sentences about lines that are too many, too few or nobody's.

@@ -1,4 +1,4 @@
-#include "fuzz/session/texts.h"
+#include "fuzz/session/random_texts.h"
 
 #include "native/src/lut_text.h"
 #include "tests/effect/texts.h"

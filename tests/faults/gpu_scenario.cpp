@@ -1,4 +1,4 @@
-#include "tests/faults/gpu_play.h"
+#include "tests/faults/gpu_scenario.h"
 
 #include <gtest/gtest.h>
 
@@ -18,22 +18,22 @@ BadDevice::~BadDevice() {
     if (isBad_) software_metal::setFaults({});
 }
 
-GpuPlay::GpuPlay(const std::string& text, const std::optional<Faults>& faults)
-    : EffectPlay(widened(text)), faults_(faults) {
+GpuScenario::GpuScenario(const std::string& text, const std::optional<Faults>& faults)
+    : EffectScenario(widened(text)), faults_(faults) {
     const std::vector<host_sim::GpuDeviceSettings> devices(2);
     side_ = std::make_unique<host_sim::GpuSide>(host(), devices);
     side_->enter();
     values_ = gpuValuesOf(effect());
 }
 
-void GpuPlay::close() {
+void GpuScenario::close() {
     side_.reset();
-    HostPlay::close();
+    HostScenario::close();
     EXPECT_EQ(twtest::settledLiveObjects(), keptObjects_);
     EXPECT_EQ(software_metal::takeMisuse(), "");
 }
 
-std::string GpuPlay::answer(prSuiteError error, const std::string& word) {
+std::string GpuScenario::answer(prSuiteError error, const std::string& word) {
     constexpr prSuiteError kFail = -2147483647 - 1;  // 0x80000000
     EXPECT_TRUE(error == 0 || error == kFail) << error;
     return error == 0 ? word : "fails";
@@ -70,7 +70,7 @@ void Exposure::erase() {
                     input_.height());
 }
 
-void expectGpu(const std::function<std::unique_ptr<Play>()>& begin, const Expected& expected,
+void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
                const std::vector<Kind>& kinds) {
     const host_sim::Module module(TINTWELL_MODULE);
     {

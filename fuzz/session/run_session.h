@@ -8,6 +8,6 @@ namespace session_fuzz {
 
 // Aborts with a message when anything is not as it must be. Leaves nothing behind but the log. Not
 // more than one at a time in a process. How many commands the host has sent.
-std::size_t playSession(const std::uint8_t* bytes, std::size_t size);
+std::size_t runSession(const std::uint8_t* bytes, std::size_t size);
 
 }  // namespace session_fuzz

@@ -32,8 +32,8 @@ private:
     std::string session_;  // what it has added
 };
 
-struct Ground {
-    Ground();
+struct ProcessHome {
+    ProcessHome();
 
     // For the files that the user picks.
     std::string cubes() const { return home / "cubes"; }
@@ -45,7 +45,7 @@ struct Ground {
 };
 
 // Made on first use.
-Ground& ground();
+ProcessHome& processHome();
 
 // The descriptor that the system would give out next: a file that is left open raises it.
 int nextDescriptor();

@@ -12,8 +12,8 @@
 #include "tests/effect/held_lock.h"
 #include "tests/effect/stand_in_dialogs.h"
 #include "tests/support/temp_folder.h"
-#include "tests/threads/account.h"
-#include "tests/threads/repertoire.h"
+#include "tests/threads/inputs.h"
+#include "tests/threads/tally.h"
 
 namespace stress {
 
@@ -33,23 +33,23 @@ inline constexpr unsigned kDevices = 4;
 
 // Premiere Pro, with a home of its own and an effect for each look, whose values stay as they are.
 //
-// Threads: built and ended by one; between that, players of any thread use what is in it.
-class Stage {
+// Threads: built and ended by one; between that, workers of any thread use what is in it.
+class SharedHost {
 public:
     // With `gpuFails` the devices take work and fail at it later.
-    Stage(const Repertoire& repertoire, bool gpuFails);
-    ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    SharedHost(const Inputs& inputs, bool gpuFails);
+    ~SharedHost();
+    SharedHost(const SharedHost&) = delete;
+    SharedHost& operator=(const SharedHost&) = delete;
 
-    const Repertoire& repertoire() const { return repertoire_; }
+    const Inputs& inputs() const { return inputs_; }
     host_sim::Host& host() { return *host_; }
     host_sim::GpuSide& gpu() { return *gpu_; }
     bool gpuFails() const { return gpuFails_; }
     const std::vector<Effect>& effects() const { return effects_; }
     std::string requestFile() const { return home_.dataFile("edit-request.json"); }
     std::string lutFolder() const { return home_ / "Documents/Tintwell LUTs"; }
-    // Held by a player who presses "Edit LUT" and reads the request: a user has one pair of hands,
+    // Held by a worker who presses "Edit LUT" and reads the request: a user has one pair of hands,
     // and the effect writes its request as for one.
     std::mutex& hands() { return hands_; }
     // What the user picks in the calling thread's next dialog.
@@ -57,14 +57,14 @@ public:
     // Fails the test when the calling thread holds a lock of the effect's.
     void expectNoLock(const char* when) const;
 
-    // Once all players are through: closes the host, fails the test for whatever is left or is not
-    // as their accounts say, and returns their sum with the host's own count of commands.
-    Account finish(const std::vector<Account>& players);
+    // Once all workers are through: closes the host, fails the test for whatever is left or is not
+    // as their tallies say, and returns their sum with the host's own count of commands.
+    Tally finish(const std::vector<Tally>& workers);
 
 private:
-    void checkLog(const Account& account) const;
+    void checkLog(const Tally& tally) const;
 
-    const Repertoire& repertoire_;
+    const Inputs& inputs_;
     bool gpuFails_;
     twtest::TempHome home_;
     std::unique_ptr<host_sim::Host> host_;
