@@ -11,7 +11,7 @@
 namespace tw {
 namespace {
 
-// Vectors of every 64-bit Arm processor.
+// Every 64-bit Arm processor has it.
 struct Neon {
     static constexpr int kBlocks = 1;
     static constexpr std::uint8_t kNoByte = 0xFF;

@@ -33,7 +33,7 @@ void gradeRowF(const Lut3D& lut, const float* src, const ChannelMap& from, float
                const ChannelMap& to, int width, float amount) {
     for (int x = 0; x < width; ++x, src += 4, dst += 4) {
         const float in[3] = {src[from.r], src[from.g], src[from.b]};
-        // Alpha travels as bits: whatever it holds, signalling or not, comes out the same.
+        // Alpha is copied as bits, so that a signalling NaN stays one.
         std::uint32_t alpha;
         std::memcpy(&alpha, src + from.a, sizeof alpha);
         float out[3];

@@ -4,7 +4,7 @@
 // A batch of pixels is graded in two passes. The first finds for each pixel its cell, and the
 // weights and corners of its tetrahedron, and leaves them in small arrays in the first-level cache;
 // the second fetches the corners and blends. Both loops have short chains of dependent steps and
-// run near the processor's throughput; one fused loop waits for its own loads.
+// run near the processor's throughput; a single loop would wait for its own loads.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ namespace tw {
 namespace {
 
 // Colours come in two layouts: planes (one vector a channel, one element a pixel) and pixels (one
-// block a pixel: red, green, blue, and a fourth element that means nothing). kGroup pixels make a
+// block a pixel: red, green, blue, and a fourth element that is not used). kGroup pixels make a
 // plane. Step k of a group works on element k of every block of its planes, so that spreading a
 // weight over its pixel's block stays within the block.
 template <InstructionSet Isa>
@@ -136,10 +136,10 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, Batch& batch, int at) con
 //     blue is above when b >= hi, and below when b < lo; elsewhere
 //     blue is above when b >  hi, and below when b <= lo.
 // Moving hi and lo to the next value down turns the first line's questions into the second's. The
-// fractions are 0 to 1, never -0 and always numbers, so that their bits order as integers do, with
-// -1 the next down from 0; processors compare integers on more ports. Sorted fractions give the
-// tree's own weights, but for the sign of one that is zero, and a zero's sign is gone once the
-// colour has been set off against the source.
+// fractions are 0 to 1, never -0 and never NaN, so that their bits order as integers do, with
+// -1 the next down from 0; processors can compare more integers than floats a cycle. Sorted
+// fractions give the tree's own weights, but for the sign of one that is zero, and a zero's sign is
+// gone once the colour has been set off against the source.
 template <InstructionSet Isa>
 void TwoPass<Isa>::chooseCorners(Floats r, Floats g, Floats b, Ints lowest, Batch& batch,
                                  int at) const {

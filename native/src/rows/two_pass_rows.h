@@ -13,9 +13,9 @@ namespace {
 constexpr int kChannels = 4;
 
 // Asks for the `bytes` source bytes that follow some batches behind `src`. The processor's own
-// prefetching loses sight of the row among the fetches from the lattice: without this a large frame
-// takes twice as long. Past the end of a row this reaches for the next one, or for nothing, which
-// does no harm.
+// prefetcher loses the row among the fetches from the lattice: without this a large frame
+// takes twice as long. Past the end of a row this prefetches the next one, or an address
+// that is not there, which is harmless.
 template <std::size_t bytes>
 void prefetch(const void* src) {
     constexpr std::size_t ahead = 2048;
