@@ -1,6 +1,6 @@
 // The TWLUT text: a LUT as one line of printable text, the form in which it lives in the effect's
-// LUT parameter and in which a companion panel writes it there. docs/panel-interface.md tells the
-// panel's makers.
+// LUT parameter and in which a companion panel writes it there. docs/panel-interface.md describes
+// it for the panel.
 //
 //   TWLUT0                                       no LUT
 //   TWLUTP <n>                                   the calibration pattern of size n, 2..64
@@ -27,7 +27,7 @@ namespace tw {
 
 // The TWLUT3 text of lut.size and lut.data with the given id and name (any bytes; those that are
 // not letters or digits in the process's locale are percent-encoded). Samples are spread over the
-// range they span; samples that are not numbers are stored as code 0. No line end.
+// range they span; NaN samples are stored as code 0. No line end.
 TW_EXPORT std::string toEmbeddedText(const Lut3D& lut, long id, const std::string& name);
 
 // Reads any TWLUT text into `lut`, which is reset first. Numbers are read as in the C locale. On

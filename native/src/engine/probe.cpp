@@ -42,7 +42,7 @@ void probeGrid(int n, int width, int height, int* cols, int* rows) {
     const std::int64_t patches = patchCount(n);
     const double aspect = height < 1 ? 1.0 : static_cast<double>(width) / height;
     const double ideal = std::ceil(std::sqrt(aspect * static_cast<double>(patches)));
-    // Converted only within the range of int: a negative width makes the root not a number.
+    // Converted only within the range of int; a negative width makes the root NaN.
     const double atMost = INT_MAX;
     *cols = ideal >= 1.0 ? static_cast<int>(std::min(ideal, atMost)) : 1;
     *rows = static_cast<int>((patches + *cols - 1) / *cols);

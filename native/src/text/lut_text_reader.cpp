@@ -14,8 +14,8 @@ constexpr int kMaxPattern = 64;
 constexpr int kMinSize = 2;
 constexpr int kMaxSize = 129;
 
-// Headers are scanned from a short copy, as scanning a text of megabytes would measure its whole
-// length first. A name can be longer than that; only then a second, longer copy is made.
+// Headers are scanned from a short copy, as sscanf measures the length of its whole input first. A
+// name can be longer than that; only then a second, longer copy is made.
 constexpr std::size_t kShortHead = 96;
 constexpr std::size_t kLongHead = 1200;
 

@@ -41,7 +41,7 @@ protected:
         test::fillOdd(src, lut.size, random);
         std::vector<float> expected(used + 20, kCanary);
         std::vector<float> found = expected;
-        applyRowFScalar(lut, src.data(), from, expected.data() + shift, to, width, amount);
+        kScalarRows.rowF(lut, src.data(), from, expected.data() + shift, to, width, amount);
         row(lut, src.data(), from, found.data() + shift, to, width, amount);
         for (std::size_t i = 0; i < found.size(); ++i) {
             ASSERT_PRED2(test::sameResult, expected[i], found[i])
@@ -131,7 +131,7 @@ TEST_P(RowKernelsTest, ties_take_the_scalar_forms_corners_and_signs_of_zero) {
         const ChannelMap map = channelMap(kOrderBGRA);
         const int width = static_cast<int>(src.size() / 4);
         std::vector<float> expected(src.size()), found(src.size());
-        applyRowFScalar(lut, src.data(), map, expected.data(), map, width, 1.0f);
+        kScalarRows.rowF(lut, src.data(), map, expected.data(), map, width, 1.0f);
         kernel_->rowF(lut, src.data(), map, found.data(), map, width, 1.0f);
         for (std::size_t i = 0; i < src.size(); ++i) {
             EXPECT_PRED2(test::sameResult, expected[i], found[i])
@@ -169,8 +169,8 @@ TEST_P(RowKernelsTest, bytes_are_the_scalar_forms_for_every_width_and_order) {
                 for (const std::int32_t to : kOrders) {
                     std::vector<std::uint8_t> expected(4 * 131 + 64, 0xA5);
                     std::vector<std::uint8_t> found = expected;
-                    applyRow8Scalar(lut, src.data(), channelMap(from), expected.data(),
-                                    channelMap(to), width, 1.2f);
+                    kScalarRows.row8(lut, src.data(), channelMap(from), expected.data(),
+                                     channelMap(to), width, 1.2f);
                     kernel_->row8(lut, src.data(), channelMap(from), found.data(), channelMap(to),
                                   width, 1.2f);
                     ASSERT_EQ(found, expected)
@@ -188,7 +188,7 @@ TEST_P(RowKernelsTest, works_in_place) {
     std::vector<float> floats(4 * 131), expectedFloats(4 * 131);
     std::mt19937 random(8);
     test::fillOdd(floats, 2, random);
-    applyRowFScalar(lut, floats.data(), bgra, expectedFloats.data(), argb, 131, 0.8f);
+    kScalarRows.rowF(lut, floats.data(), bgra, expectedFloats.data(), argb, 131, 0.8f);
     kernel_->rowF(lut, floats.data(), bgra, floats.data(), argb, 131, 0.8f);
     for (std::size_t i = 0; i < floats.size(); ++i)
         ASSERT_PRED2(test::sameResult, expectedFloats[i], floats[i]) << "element " << i;
@@ -196,7 +196,7 @@ TEST_P(RowKernelsTest, works_in_place) {
     std::vector<std::uint8_t> bytes(4 * 131), expectedBytes(4 * 131);
     for (std::uint8_t& byte : bytes)
         byte = static_cast<std::uint8_t>(random());
-    applyRow8Scalar(lut, bytes.data(), bgra, expectedBytes.data(), argb, 131, 0.8f);
+    kScalarRows.row8(lut, bytes.data(), bgra, expectedBytes.data(), argb, 131, 0.8f);
     kernel_->row8(lut, bytes.data(), bgra, bytes.data(), argb, 131, 0.8f);
     EXPECT_EQ(bytes, expectedBytes);
 }
@@ -221,7 +221,7 @@ TEST(RowKernels, force_refuses_a_name_that_no_form_has) {
 
 TEST(RowKernels, the_scalar_form_comes_first) {
     EXPECT_STREQ(runnableRowKernels().front().name, "scalar");
-    EXPECT_EQ(runnableRowKernels().front().row8, &applyRow8Scalar);
+    EXPECT_EQ(runnableRowKernels().front().row8, kScalarRows.row8);
 }
 
 }  // namespace
