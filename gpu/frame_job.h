@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "gpu/device.h"
-#include "gpu/host.h"
+#include "gpu/gpu_filter_interface.h"
 #include "native/src/lut_engine.h"
 
 namespace twgpu {
