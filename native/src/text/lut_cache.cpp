@@ -8,7 +8,7 @@
 #include "native/src/lut_text.h"
 #include "native/src/mutex.h"
 #include "native/src/never_destroyed.h"
-#include "native/src/text/content_hash.h"
+#include "native/src/text/content_keys.h"
 
 namespace tw {
 namespace {
@@ -50,6 +50,11 @@ Recent& recent() {
     return *instance;
 }
 
+ContentKeys& contentKeys() {
+    static NeverDestroyed<ContentKeys> instance;
+    return *instance;
+}
+
 SharedLut decode(const void* bytes, unsigned long count, std::string* err) {
     const std::string text = embeddedText(bytes, count);
     if (text.empty()) {
@@ -65,7 +70,7 @@ SharedLut decode(const void* bytes, unsigned long count, std::string* err) {
 
 SharedLut embeddedLut(const void* bytes, unsigned long count, std::string* err) {
     if (!bytes || count < kMinBytes) return nullptr;
-    const std::uint64_t key = contentHash(bytes, count);
+    const std::uint64_t key = contentKeys().keyOf(bytes, count);
     SharedLut lut;
     if (recent().find(key, &lut)) return lut;
     lut = decode(bytes, count, err);
