@@ -14,6 +14,7 @@
 #include "software_metal/control.h"
 #include "tests/gpu/device.h"
 #include "tests/gpu/log_lines.h"
+#include "tests/software_metal/settled.h"
 #include "tests/support/luts.h"
 #include "tests/support/random.h"
 

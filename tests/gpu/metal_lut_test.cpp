@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/gpu/device.h"
+#include "tests/gpu/device_fixture.h"
 #include "tests/gpu/log_lines.h"
 
 namespace {
