@@ -76,8 +76,8 @@ std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
                                       SOFTWARE_METAL_LANGUAGE};
     if (hasFusedMultiplyAdd()) words.push_back("-mfma");
     if (fastMaths) words.push_back("-ffast-math");
-    std::istringstream sanitizers(SOFTWARE_METAL_SANITIZE);
-    for (std::string word; sanitizers >> word;)
+    std::istringstream flags(SOFTWARE_METAL_FLAGS);
+    for (std::string word; flags >> word;)
         words.push_back(word);
     words.insert(words.end(), {"-o", workshop.file("kernel.so"), workshop.file("kernel.cpp")});
     return words;
