@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 #include "effect/params.h"
 #include "native/src/lut_engine.h"
 

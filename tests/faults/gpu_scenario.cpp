@@ -5,6 +5,7 @@
 #include "gpu/metal_lut.h"
 #include "tests/effect/frames.h"
 #include "tests/gpu/test_device.h"
+#include "tests/software_metal/settled.h"
 
 namespace faults {
 

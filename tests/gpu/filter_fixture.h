@@ -13,7 +13,7 @@
 #include "native/src/lut_text.h"
 #include "software_metal/control.h"
 #include "tests/gpu/log_lines.h"
-#include "tests/gpu/test_device.h"
+#include "tests/software_metal/settled.h"
 #include "tests/support/luts.h"
 #include "tests/support/random.h"
 

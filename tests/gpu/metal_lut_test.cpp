@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/gpu/device_fixture.h"
 #include "tests/gpu/log_lines.h"
 #include "tests/gpu/test_device.h"
 
