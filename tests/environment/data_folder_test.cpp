@@ -50,14 +50,14 @@ protected:
 
 // ---- The folder
 
-TEST_F(DataFolder, appears_with_the_first_line_when_missing) {
+TEST_F(DataFolder, isMadeWithTheFirstLine_whenMissing) {
     fs::remove(folder_);
     run();
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
 }
 
-TEST_F(DataFolder, costs_log_and_request_when_it_is_no_folder) {
+TEST_F(DataFolder, losesLogAndRequest_whenItIsNoFolder) {
     fs::remove(folder_);
     writeFile(folder_, "mine");
     liveWithoutTrace();
@@ -72,7 +72,7 @@ TEST_F(DataFolder, costs_log_and_request_when_it_is_no_folder) {
     liveWithoutTrace();
 }
 
-TEST_F(DataFolder, may_be_a_link_to_another_folder) {
+TEST_F(DataFolder, mayBeALinkToAnotherFolder) {
     fs::remove(folder_);
     fs::create_directory(home_ / "elsewhere");
     fs::create_symlink(home_ / "elsewhere", folder_);
@@ -81,7 +81,7 @@ TEST_F(DataFolder, may_be_a_link_to_another_folder) {
     EXPECT_TRUE(holdsRequest(home_ / "elsewhere/edit-request.json"));
 }
 
-TEST_F(DataFolder, costs_log_and_request_when_permissions_deny_it) {
+TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     for (const mode_t mode : {0555u, 0000u}) {
@@ -93,7 +93,7 @@ TEST_F(DataFolder, costs_log_and_request_when_permissions_deny_it) {
 }
 
 // The files can be made, but not a byte of them: empty is what is left.
-TEST_F(DataFolder, costs_log_and_request_while_its_disk_is_full) {
+TEST_F(DataFolder, losesLogAndRequest_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
     disk.fill();
@@ -106,7 +106,7 @@ TEST_F(DataFolder, costs_log_and_request_while_its_disk_is_full) {
     EXPECT_TRUE(hasRequest());
 }
 
-TEST_F(DataFolder, keeps_the_lines_it_has_while_its_disk_is_full) {
+TEST_F(DataFolder, keepsItsLines_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
     const std::string old = std::string(disk.blockSize() - 1, 'x') + "\n";
@@ -159,7 +159,7 @@ TEST_F(DataFolder, makes_the_log_that_a_link_leads_to) {
     EXPECT_EQ(logAt(home_ / "elsewhere.log"), wholeLog());
 }
 
-TEST_F(DataFolder, adds_to_a_log_of_more_than_four_gigabytes) {
+TEST_F(DataFolder, addsToALogOfMoreThanFourGigabytes) {
     constexpr off_t kOld = (off_t{1} << 32) + 7;
     const int sparse = open(log_.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
     const bool made = ftruncate(sparse, kOld) == 0;

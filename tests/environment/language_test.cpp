@@ -1,4 +1,4 @@
-// A host that speaks the user's language: its locale must show in nothing that is read or written.
+// A host that has set the user's locale: it shows in nothing that is read or written.
 #include <clocale>
 #include <locale>
 
@@ -13,12 +13,12 @@ struct Language {
     const char* charmap;
 };
 
-class LanguageTest : public twtest::UserSession, public testing::WithParamInterface<Language> {
+class SessionInLanguage : public twtest::UserSession, public testing::WithParamInterface<Language> {
 protected:
-    ~LanguageTest() override { std::locale::global(std::locale::classic()); }
+    ~SessionInLanguage() override { std::locale::global(std::locale::classic()); }
 };
 
-TEST_P(LanguageTest, leaves_the_day_as_it_is) {
+TEST_P(SessionInLanguage, isAsInEveryOther) {
     const twtest::ScopedLocale locale(GetParam().name, GetParam().charmap);
     if (!locale.active()) GTEST_SKIP() << "no such locale, and no way to make one";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
@@ -30,7 +30,7 @@ TEST_P(LanguageTest, leaves_the_day_as_it_is) {
     EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the host's locale is the host's";
 }
 
-INSTANTIATE_TEST_SUITE_P(, LanguageTest,
+INSTANTIATE_TEST_SUITE_P(, SessionInLanguage,
                          testing::Values(Language{"de_DE.UTF-8", "UTF-8"},
                                          Language{"de_DE.ISO-8859-1", "ISO-8859-1"}),
                          [](const auto& row) {
