@@ -121,6 +121,12 @@ public:
         return readSamples();
     }
 
+    std::optional<EmbeddedData> findData() {
+        if (isForm('0') || isForm('P') || readHeader()) return std::nullopt;
+        const std::size_t bytes = latticeFloats(header_.size) * 2;
+        return EmbeddedData{static_cast<std::size_t>(header_.consumed), bytes / 3 * 4};
+    }
+
 private:
     bool isForm(char form) const {
         return text_.compare(0, kTextMark.size(), kTextMark) == 0 && text_.size() >= kFormLength &&
@@ -175,6 +181,12 @@ bool parseEmbeddedText(const std::string& text, Lut3D& lut, std::string* err) {
     const char* failure = TextReader(text, lut).read();
     if (failure && err) *err = failure;
     return failure == nullptr;
+}
+
+std::optional<EmbeddedData> embeddedData(const std::string& text) {
+    Lut3D ignored;
+    const CLocaleScope cNumbers;
+    return TextReader(text, ignored).findData();
 }
 
 }  // namespace tw
