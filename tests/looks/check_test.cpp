@@ -138,9 +138,10 @@ TEST(CheckCube, works_upTo129Points) {
 TEST(CheckCube, doesNotWork_from130PointsOn) {
     const Check result = check("LUT_3D_INPUT_RANGE 0 4\n" + greyCube(130));
     EXPECT_FALSE(result.works);
-    EXPECT_EQ(result.findings[0].words,
-              "LUT size out of range: the LUT button takes the file, then says \"Choose a LUT\" and "
-              "the picture passes, as 130 points an axis are more than 129");
+    EXPECT_EQ(
+        result.findings[0].words,
+        "LUT size out of range: the LUT button takes the file, then says \"Choose a LUT\" and "
+        "the picture passes, as 130 points an axis are more than 129");
     EXPECT_TRUE(result.facts.has_value());
     // The heaviest comes first.
     EXPECT_EQ(result.findings[1].weight, Weight::kTrap);
