@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t coun
         require(texts[i].text == pieces[i].text, "a cut stream has the same texts");
         require(texts[i].offset == pieces[i].offset, "a cut stream has them in the same places");
         require(texts[i].base64 || bytes[texts[i].offset] == 'T', "a plain text stands there");
-        list.add(texts[i], "");
+        list.add(texts[i], i);
     }
     return 0;
 }

@@ -8,9 +8,11 @@
 namespace looks {
 namespace {
 
-void note(Occurrences& found, const std::string& place) {
+bool note(Occurrences& found, std::size_t place) {
     ++found.count;
-    if (found.places.size() < Occurrences::kMostPlaces) found.places.push_back(place);
+    if (found.places.size() == Occurrences::kMostPlaces) return false;
+    found.places.push_back(place);
+    return true;
 }
 
 ListedLook listed(const tw::Lut3D& lut) {
@@ -51,26 +53,26 @@ LookList::Digest LookList::digestOf(const tw::Lut3D& lut) {
     return sums;
 }
 
-void LookList::add(const FoundText& text, const std::string& place) {
+bool LookList::add(const FoundText& text, std::size_t place) {
     tw::Lut3D lut;
     std::string reason;
     if (!tw::parseEmbeddedText(text.text, lut, &reason)) {
         auto same = std::ranges::find(unreadable_, reason, &UnreadableText::reason);
         if (same == unreadable_.end()) same = unreadable_.insert(same, {reason, {}});
-        note(same->found, place);
-        return;
+        return note(same->found, place);
     }
     const Digest digest = digestOf(lut);
     if (const auto known = known_.find(digest); known != known_.end()) {
-        note(looks_[known->second].found, place);
-    } else if (looks_.size() < kMostLooks) {
-        known_.emplace(digest, looks_.size());
-        looks_.push_back(listed(lut));
-        note(looks_.back().found, place);
-        if (onNew_) onNew_(lut, text.text);
-    } else {
-        ++beyond_;
+        return note(looks_[known->second].found, place);
     }
+    if (looks_.size() == kMostLooks) {
+        ++beyond_;
+        return false;
+    }
+    known_.emplace(digest, looks_.size());
+    looks_.push_back(listed(lut));
+    if (onNew_) onNew_(lut, text.text);
+    return note(looks_.back().found, place);
 }
 
 }  // namespace looks

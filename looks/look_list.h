@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -13,11 +14,11 @@
 
 namespace looks {
 
-// How often something was found, and the first places where, in the words of the finder.
+// How often something was found, and the first places where, as the finder numbers them.
 struct Occurrences {
     static constexpr std::size_t kMostPlaces = 100;
     std::uint64_t count = 0;
-    std::vector<std::string> places;
+    std::vector<std::size_t> places;
 };
 
 struct ListedLook {
@@ -46,7 +47,8 @@ public:
     using OnNew = std::function<void(const tw::Lut3D& lut, const std::string& text)>;
     explicit LookList(OnNew onNew = {}) : onNew_(std::move(onNew)) {}
 
-    void add(const FoundText& text, const std::string& place);
+    // True when the place was noted.
+    bool add(const FoundText& text, std::size_t place);
 
     const std::vector<ListedLook>& looks() const { return looks_; }
     const std::vector<UnreadableText>& unreadable() const { return unreadable_; }

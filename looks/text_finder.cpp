@@ -14,11 +14,13 @@ constexpr std::uint64_t kWideMark = 0x0057004C00550054;
 constexpr std::uint64_t kWideMarkTop = 0x54;
 
 // Gives the characters from `at` on to the tail until it ends; returns the first one not taken.
+// That may begin the next text.
 std::size_t takeAgain(TextTail& tail, const std::string& characters, std::size_t at) {
     if (tail.wide()) tail.take(0);
-    while (at < characters.size() && !tail.ended()) {
-        tail.take(static_cast<unsigned char>(characters[at++]));
-        if (tail.wide() && !tail.ended()) tail.take(0);
+    for (; at < characters.size() && !tail.ended(); ++at) {
+        const bool taken = tail.take(static_cast<unsigned char>(characters[at])) &&
+                           (!tail.wide() || tail.ended() || tail.take(0));
+        if (!taken) break;
     }
     return at;
 }
@@ -128,7 +130,7 @@ void TextFinder::finish(Channel& channel) {
         pending.insert(0, all, tail.used());
         const std::size_t next = pending.find("TWLUT");
         if (next == std::string::npos) return;
-        const std::size_t bytes = (tail.used() + next) * (tail.wide() ? 2 : 1);
+        const std::size_t bytes = (tail.used() + tail.blanks() + next) * (tail.wide() ? 2 : 1);
         channel.start += channel.base64 ? bytes * 4 / 3 : bytes;
         channel.tail.emplace(tail.wide());
         const std::size_t taken = takeAgain(*channel.tail, pending, next + 5);

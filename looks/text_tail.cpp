@@ -30,20 +30,23 @@ bool endsValue(char character) {
 
 TextTail::TextTail(bool wide) : wide_(wide), markWaits_(wide), text_("TWLUT") {}
 
-void TextTail::take(unsigned char byte) {
-    if (!wide_) {
-        takeCharacter(static_cast<char>(byte));
-    } else if (!markWaits_ && !low_) {
+bool TextTail::take(unsigned char byte) {
+    if (!wide_) return takeCharacter(static_cast<char>(byte));
+    if (!markWaits_ && !low_) {
         low_ = static_cast<char>(byte);
-    } else if (byte != 0) {
-        end();
-    } else if (markWaits_) {
-        markWaits_ = false;
-    } else {
-        const char character = *low_;
-        low_.reset();
-        takeCharacter(character);
+        return true;
     }
+    if (byte != 0) {
+        end();
+        return false;
+    }
+    if (markWaits_) {
+        markWaits_ = false;
+        return true;
+    }
+    const char character = *low_;
+    low_.reset();
+    return takeCharacter(character);
 }
 
 void TextTail::end() {
@@ -55,12 +58,8 @@ void TextTail::end() {
     }
 }
 
-void TextTail::takeCharacter(char character) {
-    if (dataStart_ == 0) {
-        takeOfHead(character);
-    } else {
-        takeOfData(character);
-    }
+bool TextTail::takeCharacter(char character) {
+    return dataStart_ == 0 ? takeOfHead(character) : takeOfData(character);
 }
 
 bool TextTail::isOfHead(char character) const {
@@ -71,10 +70,10 @@ bool TextTail::isOfHead(char character) const {
     return !endsValue(character);
 }
 
-void TextTail::takeOfHead(char character) {
+bool TextTail::takeOfHead(char character) {
     if (!isOfHead(character)) {
         endHead();
-        return;
+        return false;
     }
     text_.push_back(character);
     const char form = text_[kMark];
@@ -84,6 +83,7 @@ void TextTail::takeOfHead(char character) {
     } else if (form == '0' || (form > '3' && form <= '9') || text_.size() == kLongHead) {
         endHead();
     }
+    return true;
 }
 
 // Without data, the text ends with its form or its number: what follows was taken along, and may
@@ -121,26 +121,37 @@ void TextTail::countData() {
 // Whether a blank at `end` makes what stands before it the beginning of another text: then this one
 // was cut off. The letters alone may be data.
 bool TextTail::nextTextEndsAt(std::size_t end) const {
-    if (end < dataStart_ + kShortest || (end < text_.size() && !isSpace(text_[end]))) return false;
+    if (end < std::max(dataStart_, unbroken_) + kShortest ||
+        (end < text_.size() && !isSpace(text_[end])))
+        return false;
     const std::string_view last = std::string_view(text_).substr(end - kShortest, kShortest);
     return last.starts_with("TWLUT") &&
            std::string_view("123P").find(last[kMark]) != std::string_view::npos;
 }
 
-void TextTail::takeOfData(char character) {
+bool TextTail::takeOfData(char character) {
     used_ = text_.size();
-    if (isSpace(character)) {
-        if (!nextTextEndsAt(text_.size())) return;
-        used_ -= kShortest;
-        text_.push_back(character);
+    if (isSpace(character)) return takeBlank(character);
+    if (sextetOf(character) < 0) {
         ended_ = true;
-    } else if (sextetOf(character) < 0) {
+        return false;
+    }
+    text_.push_back(character);
+    used_ = text_.size();
+    ended_ = --dataWanted_ == 0;
+    return true;
+}
+
+bool TextTail::takeBlank(char blank) {
+    if (nextTextEndsAt(text_.size())) {
+        used_ -= kShortest;
+        text_.push_back(blank);
         ended_ = true;
     } else {
-        text_.push_back(character);
-        used_ = text_.size();
-        ended_ = --dataWanted_ == 0;
+        ++blanks_;
+        unbroken_ = text_.size();
     }
+    return true;
 }
 
 }  // namespace looks

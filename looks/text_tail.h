@@ -13,8 +13,9 @@ class TextTail {
 public:
     explicit TextTail(bool wide);
 
-    // Not to be called any more once the text has ended.
-    void take(unsigned char byte);
+    // False when the byte ends the text without being part of it. Not to be called any more once
+    // the text has ended.
+    bool take(unsigned char byte);
     // The stream has ended.
     void end();
 
@@ -28,13 +29,16 @@ public:
     // others were taken along.
     const std::string& characters() const { return text_; }
     std::size_t used() const { return used_; }
+    // How many blanks were left out before used().
+    std::size_t blanks() const { return blanks_; }
 
 private:
     static constexpr std::size_t kMark = 5;
 
-    void takeCharacter(char character);
-    void takeOfHead(char character);
-    void takeOfData(char character);
+    bool takeCharacter(char character);
+    bool takeOfHead(char character);
+    bool takeOfData(char character);
+    bool takeBlank(char blank);
     bool isOfHead(char character) const;
     void endHead();
     bool readHead();
@@ -52,6 +56,8 @@ private:
     std::size_t used_ = kMark;
     std::size_t dataStart_ = 0;   // 0: not known yet
     std::size_t dataWanted_ = 0;  // characters of the alphabet that are still to come
+    std::size_t blanks_ = 0;      // left out of the data
+    std::size_t unbroken_ = 0;    // where the characters begin that follow the last of them
 };
 
 }  // namespace looks

@@ -9,6 +9,7 @@
 #include "tintwell_host/commands.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/look_commands.h"
 
 namespace {
 
@@ -151,6 +152,7 @@ int main(int argc, char** argv) {
     addPattern(app, options);
     addInspect(app, options);
     addTexts(app, options);
+    addLookCommands(app);
     try {
         app.parse(argc, argv);
         finishOutput();

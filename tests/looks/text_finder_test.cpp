@@ -160,6 +160,15 @@ TEST(TextFinder, seesTheNextText_withinDataThatLackSome) {
     }
 }
 
+TEST(TextFinder, countsTheBlanksThatItLeavesOut) {
+    const std::string text = textOf(6, 11);
+    const std::string cut = text.substr(0, 150) + "\n \n" + text.substr(150, 50);
+    const std::vector<FoundText> texts = find(cut + text);
+    ASSERT_EQ(texts.size(), 2u);
+    EXPECT_EQ(texts[1].offset, 203u);
+    EXPECT_EQ(texts[1].text, text);
+}
+
 TEST(TextFinder, takesTheMarkWithinDataForData) {
     std::string text = textOf(6, 12);
     text.replace(200, 6, "TWLUT3");
@@ -177,6 +186,11 @@ TEST(TextFinder, findsATextBehindAHeadThatCannotBeRead) {
     const std::string text = textOf(2, 13);
     EXPECT_EQ(told("TWLUT3 5 " + text), "TWLUT3 5  at 0\n" + text + " at 9\n");
     EXPECT_EQ(told("TWLUTTWLUT" + text), text + " at 10\n");
+}
+
+TEST(TextFinder, findsATextThatEndsAnother_withinOnesThatCannotBeRead) {
+    EXPECT_EQ(told("TWLUT3 5 TWLUTP 17TWLUT0<"), "TWLUT3 5  at 0\nTWLUTP 17 at 9\nTWLUT0 at 18\n");
+    EXPECT_EQ(find(wide("TWLUT3 5 TWLUTP 17TWLUT0<")).size(), 3u);
 }
 
 TEST(TextFinder, takesNamesOf399Characters) {
