@@ -8,6 +8,7 @@
 #include "platform/mac/application.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/look_commands.h"
 #include "tintwell_host/subcommands.h"
 
 namespace {
@@ -151,6 +152,7 @@ int main(int argc, char** argv) {
     addPattern(app, options);
     addInspect(app, options);
     addTexts(app, options);
+    addLookCommands(app);
     try {
         app.parse(argc, argv);
         finishOutput();

@@ -9,7 +9,7 @@ namespace stress {
 using effect_test::kEditButton;
 using effect_test::kLut;
 using effect_test::kLutButton;
-using tw_effect::LutFileResult;
+using tw::LutFileResult;
 
 void Worker::pressLutButton() {
     const bool cancels = random_.below(4) == 0;

@@ -90,6 +90,12 @@ public:
         return readSamples();
     }
 
+    std::optional<EmbeddedData> findData() {
+        if (isForm('0') || isForm('P') || readHeader()) return std::nullopt;
+        const std::size_t bytes = latticeFloats(header_.size) * 2;
+        return EmbeddedData{static_cast<std::size_t>(header_.consumed), bytes / 3 * 4};
+    }
+
 private:
     bool isForm(char form) const {
         return head_.starts_with(kTextMark) && head_.size() >= kFormLength &&
@@ -154,6 +160,12 @@ bool readParameter(const void* bytes, unsigned long count, Lut3D& lut, std::stri
     if (text.length > 0) return read(text, lut, err);
     if (err) *err = "parameter does not hold TWLUT text";
     return false;
+}
+
+std::optional<EmbeddedData> embeddedData(const std::string& text) {
+    Lut3D ignored;
+    const CLocaleScope cNumbers;
+    return TextReader(TextView::of(text), ignored).findData();
 }
 
 }  // namespace tw
