@@ -65,4 +65,13 @@ std::string cubeFromLut(const tw::Lut3D& lut) {
     return text;
 }
 
+std::string describeLut(const tw::Lut3D& lut) {
+    const auto [lo, hi] = std::minmax_element(lut.data.begin(), lut.data.end());
+    char values[64];
+    std::snprintf(values, sizeof values, "values %.6g to %.6g", static_cast<double>(*lo),
+                  static_cast<double>(*hi));
+    return "\"" + lut.name + "\", match " + std::to_string(lut.id) + ", " +
+           std::to_string(lut.size) + " points an axis, " + values;
+}
+
 }  // namespace program

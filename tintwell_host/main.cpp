@@ -21,6 +21,8 @@ struct Options {
     RenderOptions render;
     PressOptions press;
     PatternOptions pattern;
+    MeasureOptions measure;
+    RequestsOptions requests;
     std::string inspectFile;
     std::string encodeCube;
     std::string decodeText;
@@ -99,6 +101,55 @@ void addPattern(CLI::App& app, Options& options) {
     });
 }
 
+void addMeasure(CLI::App& app, Options& options) {
+    MeasureOptions& measure = options.measure;
+    CLI::App* command = app.add_subcommand("measure", "Make a look of a graded pattern");
+    command->add_option("picture", measure.picture, "The calibration pattern after the grade")
+        ->required();
+    command->add_option("--size", measure.size, "Steps per channel of the pattern, 2 to 64")
+        ->required()
+        ->check(CLI::Range(2, 64));
+    command->add_option("--frame", measure.frame,
+                        "Frame size in which it was drawn, if it was scaled unevenly since");
+    command->add_option("--id", measure.id, "Match that Edit LUT shall open; 0 for none")
+        ->check(CLI::NonNegativeNumber);
+    command->add_option("--name", measure.name, "Name of the look");
+    command->add_option("-o,--out", measure.out, "Look to write: a .cube or a .twlut file");
+    command->add_option("--project", options.effect.project,
+                        "Saved project to send the look into, as a panel does");
+    command->add_flag("--json", measure.json, "Report as JSON, with the noise of every patch");
+    command->footer(
+        "Draw the pattern, grade it with any program that changes each colour by itself, measure "
+        "it:\n"
+        "  tintwell-host pattern --size 33 --frame 1920x1080 pattern.png\n"
+        "  ffmpeg -i pattern.png -vf curves=preset=vintage graded.png\n"
+        "  tintwell-host measure graded.png --size 33 --name Vintage -o vintage.cube\n"
+        "The pattern must fill the picture; the picture may be scaled and compressed.");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.measure.effect = options.effect;
+        enterHome(options.home);
+        runMeasure(options.measure);
+    });
+}
+
+void addRequests(CLI::App& app, Options& options) {
+    RequestsOptions& requests = options.requests;
+    CLI::App* command =
+        app.add_subcommand("requests", "Show the requests of the Edit LUT button as they come");
+    command->add_flag("--once", requests.once, "Show the one that lies there, and end");
+    command->add_flag("--json", requests.json, "A line of JSON for each");
+    command->footer(
+        "Stands in for the panel: it watches edit-request.json in the effect's data folder until "
+        "it\n"
+        "is interrupted. --home names the folder in which the effect was run, if it was another "
+        "one.");
+    command->callback([&options] {
+        enterHome(options.home);
+        runRequests(options.requests);
+    });
+}
+
 void addInspect(CLI::App& app, Options& options) {
     CLI::App* command =
         app.add_subcommand("inspect", "Show how the effect registers and what a look holds");
@@ -150,6 +201,8 @@ int main(int argc, char** argv) {
     addRender(app, options);
     addPress(app, options);
     addPattern(app, options);
+    addMeasure(app, options);
+    addRequests(app, options);
     addInspect(app, options);
     addTexts(app, options);
     addLookCommands(app);

@@ -2,6 +2,7 @@
 // what the simulated host throws, for wrong input.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -38,6 +39,25 @@ struct PatternOptions {
     std::string out;
 };
 void runPattern(const PatternOptions& options);
+
+struct MeasureOptions {
+    EffectOptions effect;  // with a project: the look is sent into it
+    std::string picture;   // the pattern after the grade
+    int size = 0;
+    std::string frame;  // "1920x1080", in which the pattern was drawn; empty: the picture's own
+    std::int64_t id = 0;
+    std::string name;
+    std::string out;  // a .cube or .twlut file to write; empty: none
+    bool json = false;
+};
+void runMeasure(const MeasureOptions& options);
+
+struct RequestsOptions {
+    bool once = false;  // only what lies there now
+    bool json = false;
+};
+// Without `once` it never returns.
+void runRequests(const RequestsOptions& options);
 
 void runInspect(const EffectOptions& effect, const std::string& file);
 void runEncode(const std::string& cube);
