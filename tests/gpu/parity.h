@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "native/src/lut_engine.h"
+#include "tests/gpu/gpu_picture.h"
 #include "tests/gpu/parity_inputs.h"
 #include "tests/gpu/test_device.h"
 
