@@ -37,6 +37,24 @@ void addHost(CLI::App& command, Options& options) {
         ->capture_default_str();
 }
 
+void addJob(CLI::App& command, RenderOptions& render) {
+    command.add_option("--compression", render.compression,
+                       "PNG: level 0 to 9; JPEG: quality 1 to 100; EXR and TIFF: a method");
+    command.add_flag("--skip-existing", render.skipExisting,
+                     "Leave files that are whole and were made from the same");
+    command.add_option("--threads", render.threads, "Frames in flight; as many as processors")
+        ->check(CLI::Range(1, 1024));
+    command
+        .add_option("--memory", render.memory,
+                    "MiB for the frames in flight; a quarter of the machine's")
+        ->check(CLI::Range(1, 1 << 24));
+    command.add_option("--progress", render.progress, "bar, or lines: one line of JSON a frame")
+        ->check(CLI::IsMember({"bar", "lines"}))
+        ->capture_default_str();
+    command.add_option("--report", render.report,
+                       "JSON file about all frames, to write at the end");
+}
+
 void addRender(CLI::App& app, Options& options) {
     RenderOptions& render = options.render;
     CLI::App* command = app.add_subcommand("render", "Grade a picture, or a sequence of pictures");
@@ -55,7 +73,8 @@ void addRender(CLI::App& app, Options& options) {
     command->add_flag("--gpu", options.effect.gpu, "Render through the GPU filter, in float");
     command->add_option("--save", render.save, "Project file to write afterwards");
     command->add_option("--frames", render.frames,
-                        "Frames of a sequence: A-B; by default all that exist");
+                        "Frames of a sequence: 1-100, 1-100x2, 1-10,20-30; all by default");
+    addJob(*command, render);
     addHost(*command, options);
     command->callback([&options] {
         options.render.effect = options.effect;
@@ -211,10 +230,13 @@ int main(int argc, char** argv) {
         finishOutput();
         return 0;
     } catch (const CLI::ParseError& wrong) {
-        return app.exit(wrong) == 0 ? 0 : 1;
+        return app.exit(wrong) == 0 ? 0 : static_cast<int>(Exit::kWrongUsage);
     } catch (const std::bad_alloc&) {
         std::fputs("tintwell-host: there is not enough memory\n", stderr);
         return 1;
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
+        return static_cast<int>(failure.exit());
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
         return 1;

@@ -18,8 +18,14 @@ struct RenderOptions {
     std::string text;    // a file of TWLUT text
     std::string save;    // project to write; empty: none
     std::string depth;   // "8", "float"; empty: as the input file has it
-    std::string frames;  // "A-B"; empty: all that exist
+    std::string frames;  // a set of frames; empty: all that exist
     std::optional<double> amount;
+    std::string compression;       // as the output's format has it; empty: its default
+    std::string progress = "bar";  // or "lines"
+    std::string report;            // JSON to write; empty: none
+    int threads = 0;               // frames in flight; 0: as many as processors
+    int memory = 0;                // MiB for them; 0: a quarter of the machine's
+    bool skipExisting = false;
 };
 void runRender(const RenderOptions& options);
 
