@@ -157,7 +157,8 @@ void runMeasure(const MeasureOptions& options) {
     if (options.json) {
         printJson(measurement);
     } else {
-        printReport(measurement, naturalDepth(options.picture) == Depth::k8);
+        printReport(measurement,
+                    inspectPicture(options.picture, readText(options.picture)).depth == Depth::k8);
     }
 }
 
