@@ -1,9 +1,9 @@
 // The compute kernel: native/src/engine/sampler.cpp and native/src/engine/probe.cpp once more, step
-// for step and in the same order, for one pixel a thread. A change there is a change here. Pixels are
-// BGRA.
+// for step and in the same order, for one pixel a thread. A change there is a change here. Pixels
+// are BGRA.
 //
-// The build puts gpu_args.h in the place of its include line, defines TW_FUSED_MUL_ADD in front, and
-// keeps the result as text in the plug-in, which has the device compile it, fast maths off.
+// The build puts gpu_args.h in the place of its include line, defines TW_FUSED_MUL_ADD in front,
+// and keeps the result as text in the plug-in, which has the device compile it, fast maths off.
 #include <metal_stdlib>
 using namespace metal;
 

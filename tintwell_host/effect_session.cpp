@@ -5,13 +5,14 @@
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/frame_copy.h"
+#include "tintwell_host/own_module.h"
 
 namespace program {
 namespace {
 
 std::filesystem::path moduleFile(const std::string& chosen) {
     if (!chosen.empty()) return chosen;
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "Tintwell.so";
+    return moduleBesideProgram();
 }
 
 host_sim::Personality personalityOf(const std::string& host) {

@@ -27,6 +27,9 @@ struct Options {
     std::string encodeCube;
     std::string decodeText;
     std::string decodeCube;
+    std::string compareA;
+    std::string compareB;
+    double compareWithin = 0.0;
 };
 
 void addHost(CLI::App& command, Options& options) {
@@ -199,6 +202,19 @@ void addTexts(CLI::App& app, Options& options) {
     });
 }
 
+void addCompare(CLI::App& app, Options& options) {
+    CLI::App* compare = app.add_subcommand("compare", "Tell how far two pictures are apart");
+    compare->add_option("a", options.compareA, "A picture")->required();
+    compare->add_option("b", options.compareB, "Another of the same size")->required();
+    compare
+        ->add_option("--within", options.compareWithin,
+                     "How far a value may be apart for success; 0 is black, 1 is white")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    compare->callback(
+        [&options] { runCompare(options.compareA, options.compareB, options.compareWithin); });
+}
+
 // What was printed must have arrived: a script may be keeping it.
 void finishOutput() {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
@@ -224,6 +240,7 @@ int main(int argc, char** argv) {
     addRequests(app, options);
     addInspect(app, options);
     addTexts(app, options);
+    addCompare(app, options);
     addLookCommands(app);
     try {
         app.parse(argc, argv);

@@ -9,14 +9,11 @@ namespace program {
 
 MemoryFile::MemoryFile() : descriptor_(::memfd_create("tintwell-host", MFD_CLOEXEC)) {
     if (descriptor_ < 0) throw Failure("there is no memory for a file");
+    path_ = "/proc/self/fd/" + std::to_string(descriptor_);
 }
 
 MemoryFile::~MemoryFile() {
     ::close(descriptor_);
-}
-
-std::string MemoryFile::path() const {
-    return "/proc/self/fd/" + std::to_string(descriptor_);
 }
 
 }  // namespace program

@@ -1,4 +1,4 @@
-// A file without a disk below it.
+// A file without a disk below it, where the system has that.
 #pragma once
 
 #include <string>
@@ -17,10 +17,11 @@ public:
     MemoryFile& operator=(const MemoryFile&) = delete;
 
     // To open it by, in this process.
-    std::string path() const;
+    const std::string& path() const { return path_; }
 
 private:
-    int descriptor_;
+    int descriptor_ = -1;
+    std::string path_;
 };
 
 }  // namespace program

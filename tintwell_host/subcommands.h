@@ -69,6 +69,8 @@ void runInspect(const EffectOptions& effect, const std::string& file);
 void runEncode(const std::string& cube);
 void runDecode(const std::string& text, const std::string& cube);
 void runLog();
+// Throws Failure for pictures of two sizes, and for a value that is further apart than `within`.
+void runCompare(const std::string& fileA, const std::string& fileB, double within);
 
 // The depth that a "--depth" asks for. Throws Failure for a host that cannot give it.
 Depth chosenDepth(const std::string& depth, const std::string& host);

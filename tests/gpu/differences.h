@@ -24,11 +24,13 @@ struct Differences {
     long unequal = 0;      // values whose bits differ
     std::string first;     // where the first unequal value is
 
-    void add(float expected, float actual, int x, int y, int channel) {
+    // Values that are apart, but by less than `passed`, count as equal.
+    void add(float expected, float actual, int x, int y, int channel, double passed) {
         if (sameValue(expected, actual)) return;
-        if (unequal++ == 0) note(expected, actual, x, y, channel);
         const double distance =
             std::abs(static_cast<double>(expected) - static_cast<double>(actual));
+        if (distance < passed) return;
+        if (unequal++ == 0) note(expected, actual, x, y, channel);
         largest = std::isfinite(distance) ? std::max(largest, distance)
                                           : std::numeric_limits<double>::infinity();
     }
@@ -42,12 +44,13 @@ private:
     }
 };
 
-inline Differences compare(const Picture& expected, const Picture& actual) {
+inline Differences compare(const Picture& expected, const Picture& actual, double passed = 0.0) {
     Differences differences;
     for (int y = 0; y < expected.shape.height; ++y) {
         for (int i = 0; i < expected.shape.width * 4; ++i) {
             const int x = i / 4, channel = i % 4;
-            differences.add(expected.at(x, y, channel), actual.at(x, y, channel), x, y, channel);
+            differences.add(expected.at(x, y, channel), actual.at(x, y, channel), x, y, channel,
+                            passed);
         }
     }
     return differences;

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "tests/gpu/device_fixture.h"
@@ -12,6 +14,14 @@
 #include "tests/gpu/rounding.h"
 
 namespace twtest {
+
+// The kernel's text as the build wrote it for processors of that kind.
+inline std::string kernelText(Rounding rounding) {
+    const std::string name =
+        std::string(TINTWELL_KERNEL_TEXTS "/tintwell_lut_") + nameOf(rounding) + ".metal";
+    std::ifstream in(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 // The picture by the reference of this rounding.
 inline Picture referencePicture(const tw::Lut3D& lut, const ParityFrame& frame, Rounding rounding) {

@@ -1,5 +1,7 @@
 #include "tests/gpu/parity_table.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <limits>
 #include <utility>
@@ -128,6 +130,18 @@ std::string describe(const ParityFrame& frame) {
                   frame.place == Place::kInPlace ? "in place" : "to another buffer",
                   static_cast<double>(frame.amount));
     return text;
+}
+
+double subnormalBound(const tw::Lut3D& lut, Rounding rounding) {
+    double largest = 0.0;
+    bool mayTie = false;
+    for (const float sample : lut.data) {
+        if (std::fpclassify(sample) == FP_SUBNORMAL) mayTie = rounding == Rounding::kFused;
+        if (std::isfinite(sample))
+            largest = std::max(largest, std::abs(static_cast<double>(sample)));
+    }
+    return std::ldexp(largest, -116) + std::ldexp(1.0, -123) +
+           (mayTie ? std::ldexp(1.0, -22) : 0.0);
 }
 
 std::vector<int> patternSizes() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/gpu/parity.h"
+#include "tests/gpu/rounding.h"
 
 namespace twtest {
 
@@ -31,6 +32,13 @@ std::vector<ParityRow> parityTable();
 std::vector<ParityFrame> framesOf(const std::vector<Colour>& colours);
 
 std::string describe(const ParityFrame& frame);
+
+// What a device may differ by that counts single-precision subnormals as zeros, as long as no
+// sample is infinite (subnormals_test.cpp). The largest sample's share: a weight may be off by
+// 2^-126 times the cells of an axis, 128 at most, and an amount blends it. The rest: colours and
+// results. Where a fused sum may meet a subnormal sample, a unit in the last place is added, of a
+// sum below 2, at an amount below 2.
+double subnormalBound(const tw::Lut3D& lut, Rounding rounding);
 
 // The calibration pattern's sizes, and the frames it is drawn on.
 std::vector<int> patternSizes();

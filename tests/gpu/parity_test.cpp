@@ -101,7 +101,9 @@ TEST_F(Parity, atTenthsOfAPercent_withinTheAmountsOwnRounding) {
         worst.largest = std::max(worst.largest, found.largest);
         // With the kernel's own amount on both sides nothing is left.
         const Picture same = twtest::cpuPicture(lut, source, gpu, source.shape);
-        if (tenths % 97 == 0) EXPECT_EQ(compare(same, actual).unequal, 0);
+        if (tenths % 97 == 0) {
+            EXPECT_EQ(compare(same, actual).unequal, 0);
+        }
     }
     // Amounts 6e-8 apart, over distances of up to 2.5 between a colour and its LUT value.
     EXPECT_LE(worst.largest, 3e-7);

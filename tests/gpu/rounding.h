@@ -4,9 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
-#include <iterator>
-#include <string>
 
 #include "native/src/lut_engine.h"
 
@@ -23,14 +20,6 @@ inline constexpr Rounding kOwnRounding = Rounding::kApart;
 
 inline const char* nameOf(Rounding rounding) {
     return rounding == Rounding::kFused ? "fused" : "apart";
-}
-
-// The kernel's text as the build wrote it for processors of that kind.
-inline std::string kernelText(Rounding rounding) {
-    const std::string name =
-        std::string(TINTWELL_KERNEL_TEXTS "/tintwell_lut_") + nameOf(rounding) + ".metal";
-    std::ifstream in(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 inline float mulAdd(Rounding rounding, float a, float b, float c) {

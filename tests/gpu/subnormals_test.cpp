@@ -3,7 +3,7 @@
 //
 // | where                                                          | rounding | differs by       |
 // |----------------------------------------------------------------|----------|------------------|
-// | a subnormal colour, sample, weight, product or sum             | either   | less than bound()|
+// | a subnormal colour, sample, weight, product or sum             | either   | subnormalBound() |
 // | a product exactly midway between two floats, to which a        | fused    | one unit in the  |
 // | subnormal is added: without that the tie goes to even          |          | last place of    |
 // |                                                                |          | that sum         |
@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <tuple>
@@ -34,23 +33,6 @@ using twtest::Rounding;
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-// The largest sample's share: a weight may be off by 2^-126 times the cells of an axis, 128 at
-// most, and an amount blends it. The rest: colours and results. Where a fused sum meets a subnormal
-// sample, a unit in the last place is added, of a sum that is no larger than the largest sample, at
-// an amount below 2.
-double bound(const tw::Lut3D& lut, Rounding rounding) {
-    double largest = 0.0;
-    bool meetsSubnormal = false;
-    for (const float sample : lut.data) {
-        meetsSubnormal = meetsSubnormal || std::fpclassify(sample) == FP_SUBNORMAL;
-        if (std::isfinite(sample))
-            largest = std::max(largest, std::abs(static_cast<double>(sample)));
-    }
-    const bool mayTie = meetsSubnormal && rounding == Rounding::kFused;
-    return std::ldexp(largest, -116) + std::ldexp(1.0, -123) +
-           (mayTie ? std::ldexp(largest, -22) : 0.0);
-}
-
 class Subnormals : public Parity, public testing::WithParamInterface<Rounding> {
 protected:
     Subnormals() { useText(GetParam()); }
@@ -70,7 +52,7 @@ TEST_P(Subnormals, changeNoPictureByMoreThanTheBound) {
         for (const ParityFrame& frame : row.frames(lut)) {
             const Picture exact = referencePicture(lut, frame, GetParam());
             const twtest::Differences found = compare(exact, flushed(lut, frame));
-            EXPECT_LE(found.largest, bound(lut, GetParam()))
+            EXPECT_LE(found.largest, subnormalBound(lut, GetParam()))
                 << describe(frame) << ": " << found.first;
             unequal += found.unequal;
         }

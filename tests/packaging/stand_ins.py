@@ -4,11 +4,13 @@ import os
 import subprocess
 from pathlib import Path
 
-# Writes its name and arguments, does what the test says of its name, and fails at call FAIL_AT.
+# Writes its name and arguments, and does what the test says of its name, but for the call of number FAIL_AT
+# and those of the names in FAIL, which fail.
 PROGRAM = """#!/bin/bash
 name=${0##*/}
 { printf '%s' "$name"; for word; do printf '\\t%s' "$word"; done; echo; } >>"$STAND_INS/calls"
 [ "$(wc -l <"$STAND_INS/calls")" != "${FAIL_AT:-}" ] || exit 7
+case " ${FAIL:-} " in *" $name "*) exit 7 ;; esac
 [ ! -f "$STAND_INS/$name.does" ] || . "$STAND_INS/$name.does"
 """
 
