@@ -103,6 +103,7 @@ void renderFrame(benchmark::State& state) {
 
 void sizes(benchmark::internal::Benchmark* bench) {
     bench->ArgNames({"lut", "rows", "threads"})
+        ->Args({33, 90, 1})
         ->ArgsProduct({{33, 65, 129}, {1080, 2160}, {1, 2}})
         ->Iterations(20)
         ->UseManualTime()
