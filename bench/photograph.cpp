@@ -12,26 +12,30 @@ template <typename Channel>
 constexpr OIIO::TypeDesc kType =
     std::is_same_v<Channel, float> ? OIIO::TypeDesc::FLOAT : OIIO::TypeDesc::UINT8;
 
+// Pixel `at` of a line that goes on mirrored beyond its `size` pixels.
+std::size_t mirrored(int at, int size) {
+    const int within = (at % (2 * size) + 2 * size) % (2 * size);
+    return static_cast<std::size_t>(within < size ? within : 2 * size - 1 - within);
+}
+
 template <typename Image, typename Channel>
 bool paint(const Image& image, Channel full) {
     const auto file = OIIO::ImageInput::open(TINTWELL_PHOTOGRAPH);
-    if (!file) return false;
-    const OIIO::ImageSpec& spec = file->spec();
-    if (spec.width < image.width || spec.height < image.height || spec.nchannels < 3) return false;
-    const auto width = static_cast<std::size_t>(spec.width);
-    const auto height = static_cast<std::size_t>(spec.height);
-    std::vector<Channel> colours(width * height * 3);
+    if (!file || file->spec().nchannels < 3) return false;
+    const int width = file->spec().width;
+    const int height = file->spec().height;
+    const auto columns = static_cast<std::size_t>(width);
+    std::vector<Channel> colours(columns * static_cast<std::size_t>(height) * 3);
     if (!file->read_image(0, 0, 0, 3, kType<Channel>, colours.data())) return false;
 
-    const int left = (spec.width - image.width) / 2;
-    const int top = (spec.height - image.height) / 2;
+    const int left = (width - image.width) / 2;
+    const int top = (height - image.height) / 2;
     for (int y = 0; y < image.height; ++y) {
-        const Channel* from =
-            colours.data() +
-            (static_cast<std::size_t>(top + y) * width + static_cast<std::size_t>(left)) * 3;
+        const Channel* row = colours.data() + mirrored(top + y, height) * columns * 3;
         Channel* to = image.pixels + static_cast<std::size_t>(y) *
                                          (static_cast<std::size_t>(image.rowBytes) / sizeof full);
-        for (int x = 0; x < image.width; ++x, from += 3, to += 4) {
+        for (int x = 0; x < image.width; ++x, to += 4) {
+            const Channel* from = row + mirrored(left + x, width) * 3;
             to[0] = from[2];
             to[1] = from[1];
             to[2] = from[0];

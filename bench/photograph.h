@@ -5,8 +5,8 @@
 
 namespace bench {
 
-// Fills a BGRA image with the middle of the photograph. False, and nothing is done, when the file
-// is not there, cannot be read or is smaller than the image.
+// Fills a BGRA image with the middle of the photograph, mirrored beyond its borders. False, and
+// nothing is done, when the file is not there or cannot be read.
 bool paintPhotograph(const tw::ImageF& image);
 bool paintPhotograph(const tw::Image8& image);
 

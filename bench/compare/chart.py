@@ -22,12 +22,16 @@ def bars(rows, top):
                f' ({float(row["by memcpy"]):.1f} x memcpy)</text>')
 
 
+def cell_of(row):
+    return f'{row["work"]}, {row["depth"]}, {row["points"]} points, {row["colours"]}'
+
+
 def main():
     rows = list(csv.DictReader(sys.stdin))
     parts, top = [], 10
-    for depth in dict.fromkeys(row["depth"] for row in rows):
-        block = [row for row in rows if row["depth"] == depth]
-        parts.append(f'<text x="{LABEL}" y="{top + 18}" font-weight="bold">{depth},'
+    for cell in dict.fromkeys(cell_of(row) for row in rows):
+        block = [row for row in rows if cell_of(row) == cell]
+        parts.append(f'<text x="{LABEL}" y="{top + 18}" font-weight="bold">{cell},'
                      ' ns a pixel (root scale)</text>')
         parts.extend(bars(block, top + TOP))
         top += TOP + len(block) * (BAR + GAP) + 14

@@ -1,5 +1,6 @@
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -9,6 +10,7 @@
 namespace bench {
 namespace {
 
+// So many 1080p frames' worth of pixels are graded for a run.
 constexpr int kFrames = 12;
 
 double childSeconds() {
@@ -31,8 +33,8 @@ double secondsOf(int frames, const std::string& input, const std::string& filter
 }
 
 // Processor time of one frame more, without the start of the program and the reading of the LUT.
-double secondsPerFrame(const std::string& input, const std::string& filter) {
-    return (secondsOf(kFrames + 1, input, filter) - secondsOf(1, input, filter)) / kFrames;
+double secondsPerFrame(int frames, const std::string& input, const std::string& filter) {
+    return (secondsOf(frames + 1, input, filter) - secondsOf(1, input, filter)) / frames;
 }
 
 void writeFile(const std::string& path, const void* data, std::size_t bytes) {
@@ -55,17 +57,20 @@ std::vector<float> planesOf(const tw::ImageF& image) {
     return planes;
 }
 
-Contestant grading(const std::string& cubePath, const std::string& input) {
-    return {"FFmpeg lut3d", [cubePath, input] {
+Contestant grading(const std::string& cubePath, int frames, const std::string& input) {
+    return {"FFmpeg lut3d", [cubePath, frames, input] {
                 const std::string filter = "lut3d=file=" + cubePath + ":interp=tetrahedral";
-                return secondsPerFrame(input, filter) - secondsPerFrame(input, "null");
+                return secondsPerFrame(frames, input, filter) -
+                       secondsPerFrame(frames, input, "null");
             }};
 }
 
 }  // namespace
 
 void addFfmpeg(Contest& contest, std::vector<Contestant>& floats, std::vector<Contestant>& bytes) {
-    if (std::system("ffmpeg -version >/dev/null 2>&1") != 0) return;
+    const tw::ImageF& image = contest.floatSrc.image;
+    if (image.height == 1 || std::system("ffmpeg -version >/dev/null 2>&1") != 0) return;
+    const int frames = std::max(1, kFrames * 1920 * 1080 / (image.width * image.height));
     const std::string size = std::to_string(contest.floatSrc.image.width) + "x" +
                              std::to_string(contest.floatSrc.image.height);
     const auto input = [&size](const std::string& format, const std::string& path) {
@@ -76,8 +81,8 @@ void addFfmpeg(Contest& contest, std::vector<Contestant>& floats, std::vector<Co
     const std::string bytePath = contest.cubePath + ".bgra";
     writeFile(floatPath, planes.data(), planes.size() * sizeof(float));
     writeFile(bytePath, contest.byteSrc.image.pixels, contest.byteSrc.bytes());
-    floats.push_back(grading(contest.cubePath, input("gbrpf32le", floatPath)));
-    bytes.push_back(grading(contest.cubePath, input("bgra", bytePath)));
+    floats.push_back(grading(contest.cubePath, frames, input("gbrpf32le", floatPath)));
+    bytes.push_back(grading(contest.cubePath, frames, input("bgra", bytePath)));
 }
 
 }  // namespace bench

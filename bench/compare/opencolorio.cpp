@@ -16,10 +16,10 @@ ocio::ConstCPUProcessorRcPtr processorFor(const std::string& cubePath, ocio::Bit
 }
 
 template <typename Frame>
-Contestant grading(const std::string& cubePath, const Frame& src, const Frame& dst,
+Contestant grading(const Contest& contest, const Frame& src, const Frame& dst,
                    ocio::BitDepth depth) {
-    const auto processor = processorFor(cubePath, depth);
-    return {"OpenColorIO", [processor, depth, &src, &dst] {
+    const auto processor = processorFor(contest.cubePath, depth);
+    return {"OpenColorIO", [processor, depth, calls = contest.calls, &src, &dst] {
                 const auto description = [depth](const auto& image) {
                     return ocio::PackedImageDesc(
                         image.pixels, image.width, image.height, ocio::CHANNEL_ORDERING_BGRA, depth,
@@ -27,9 +27,7 @@ Contestant grading(const std::string& cubePath, const Frame& src, const Frame& d
                 };
                 const auto from = description(src.image);
                 auto to = description(dst.image);
-                const double start = threadSeconds();
-                processor->apply(from, to);
-                return threadSeconds() - start;
+                return timed(calls, [&] { processor->apply(from, to); });
             }};
 }
 
@@ -37,10 +35,8 @@ Contestant grading(const std::string& cubePath, const Frame& src, const Frame& d
 
 void addOpenColorIO(Contest& contest, std::vector<Contestant>& floats,
                     std::vector<Contestant>& bytes) {
-    floats.push_back(
-        grading(contest.cubePath, contest.floatSrc, contest.floatDst, ocio::BIT_DEPTH_F32));
-    bytes.push_back(
-        grading(contest.cubePath, contest.byteSrc, contest.byteDst, ocio::BIT_DEPTH_UINT8));
+    floats.push_back(grading(contest, contest.floatSrc, contest.floatDst, ocio::BIT_DEPTH_F32));
+    bytes.push_back(grading(contest, contest.byteSrc, contest.byteDst, ocio::BIT_DEPTH_UINT8));
 }
 
 }  // namespace bench

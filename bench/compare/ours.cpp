@@ -2,6 +2,7 @@
 #include <ctime>
 
 #include "bench/compare/contestants.h"
+#include "native/src/engine/parallel_rows.h"
 #include "native/src/rows/row_kernels.h"
 
 namespace bench {
@@ -9,31 +10,21 @@ namespace {
 
 constexpr float kAmount = 0.8f;
 
-template <typename Work>
-double timed(Work work) {
-    const double start = threadSeconds();
-    work();
-    return threadSeconds() - start;
-}
-
 template <typename Frame>
-Contestant copying(const Frame& src, const Frame& dst) {
-    return {"memcpy", [&] {
-                return timed([&] { std::memcpy(dst.image.pixels, src.image.pixels, src.bytes()); });
+Contestant copying(int calls, const Frame& src, const Frame& dst) {
+    return {"memcpy", [calls, &src, &dst] {
+                return timed(calls,
+                             [&] { std::memcpy(dst.image.pixels, src.image.pixels, src.bytes()); });
             }};
 }
 
-template <typename Frame, typename RowKernel>
-Contestant grading(const std::string& name, const tw::Lut3D& lut, const Frame& src,
-                   const Frame& dst, RowKernel* kernel) {
-    return {"tintwell " + name, [&lut, &src, &dst, kernel] {
-                return timed([&] {
-                    const tw::ChannelMap map = tw::channelMap(src.image.order);
-                    for (int y = 0; y < src.image.height; ++y) {
-                        kernel(lut, tw::rowOf(src.image, y), map, tw::rowOf(dst.image, y), map,
-                               src.image.width, kAmount);
-                    }
-                });
+template <auto apply, typename Frame>
+Contestant grading(const Contest& contest, const char* name, const Frame& src, const Frame& dst) {
+    return {std::string("tintwell ") + name, [&contest, name, &src, &dst] {
+                tw::forceRowKernels(name);
+                tw::setHardwareThreads(1);
+                return timed(contest.calls,
+                             [&] { apply(contest.lut, src.image, dst.image, kAmount); });
             }};
 }
 
@@ -46,13 +37,13 @@ double threadSeconds() {
 }
 
 void addOurs(Contest& contest, std::vector<Contestant>& floats, std::vector<Contestant>& bytes) {
-    floats.push_back(copying(contest.floatSrc, contest.floatDst));
-    bytes.push_back(copying(contest.byteSrc, contest.byteDst));
+    floats.push_back(copying(contest.calls, contest.floatSrc, contest.floatDst));
+    bytes.push_back(copying(contest.calls, contest.byteSrc, contest.byteDst));
     for (const tw::RowKernels& kernel : tw::runnableRowKernels()) {
         floats.push_back(
-            grading(kernel.name, contest.lut, contest.floatSrc, contest.floatDst, kernel.streamF));
+            grading<tw::applyF>(contest, kernel.name, contest.floatSrc, contest.floatDst));
         bytes.push_back(
-            grading(kernel.name, contest.lut, contest.byteSrc, contest.byteDst, kernel.row8));
+            grading<tw::apply8>(contest, kernel.name, contest.byteSrc, contest.byteDst));
     }
 }
 

@@ -26,8 +26,6 @@ struct Avx2 {
     static Ints setInts(std::int32_t value) { return _mm256_set1_epi32(value); }
     static Floats load(const float* at) { return _mm256_loadu_ps(at); }
     static void store(float* at, Floats value) { _mm256_storeu_ps(at, value); }
-    static void stream(float* at, Floats value) { _mm256_stream_ps(at, value); }
-    static void finishStreams() { _mm_sfence(); }
     static void storeInts(std::int32_t* at, Ints value) {
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(at), value);
     }

@@ -26,8 +26,6 @@ struct Sse41 {
     static Ints setInts(std::int32_t value) { return _mm_set1_epi32(value); }
     static Floats load(const float* at) { return _mm_loadu_ps(at); }
     static void store(float* at, Floats value) { _mm_storeu_ps(at, value); }
-    static void stream(float* at, Floats value) { _mm_stream_ps(at, value); }
-    static void finishStreams() { _mm_sfence(); }
     static void storeInts(std::int32_t* at, Ints value) {
         _mm_storeu_si128(reinterpret_cast<__m128i*>(at), value);
     }

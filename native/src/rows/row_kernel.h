@@ -22,7 +22,8 @@ struct RowKernels {
     RowKernel8* row8;
     RowKernelF* rowF;
     // rowF for pictures that no cache holds: writes around the caches. What it wrote is visible to
-    // other threads that are told of it after it returns. rowF itself where there is no other.
+    // other threads that are told of it after it returns. rowF itself in all kernels but AVX-512's:
+    // on a processor without AVX-512 such stores were slower.
     RowKernelF* streamF;
 };
 

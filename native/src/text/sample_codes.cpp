@@ -106,34 +106,29 @@ private:
 };
 
 // lo + code * step, rounded once. A fused multiply-add is a call of the library on x86-64. In
-// doubles the product is exact and the sum is rounded once, so that rounding it again is wrong only
-// where it lies exactly between two floats; rows of codes with such a sum are done again, fused.
+// doubles the product is exact and the sum is rounded once, so that rounding it again to a float is
+// wrong only where it lies exactly between two floats; batches with such a sum are done again,
+// fused. Sums in the range of denormal floats are exact: codes are integers, so that all sums are
+// multiples of 2^-149.
 class SampleScale {
 public:
     SampleScale(float lo, float step)
-        : lo_(lo), step_(step), spacedAsNormal_(isModerate(lo) && isModerate(step)) {}
+        : lo_(lo), step_(step), finite_(std::isfinite(lo) && std::isfinite(step)) {}
 
     void toSamples(const std::uint16_t* codes, std::size_t count, float* samples) const {
-        if (spacedAsNormal_ && roundTwice(codes, count, samples)) return;
+        if (finite_ && roundTwice(codes, count, samples)) return;
         for (std::size_t i = 0; i < count; ++i)
             samples[i] = std::fmaf(static_cast<float>(codes[i]), step_, lo_);
     }
 
 private:
-    // With such numbers no sum overflows, and none but 0 is so small that floats are spaced more
-    // widely there: all are multiples of 2^-123.
-    static bool isModerate(float value) {
-        const float size = std::fabs(value);
-        return size == 0.0f || (size >= 0x1p-100f && size <= 0x1p+100f);
-    }
-
     // False when a sum lies between two floats.
     bool roundTwice(const std::uint16_t* codes, std::size_t count, float* samples) const {
         constexpr std::uint64_t kHalf = std::uint64_t{1} << 28;
         constexpr std::uint64_t kBelowFloat = 2 * kHalf - 1;
         const double lo = static_cast<double>(lo_);
         const double step = static_cast<double>(step_);
-        std::uint64_t seen = 0;  // its highest bit is set by 0 - 1
+        std::uint64_t seen = 0;  // 0 - 1 sets the highest bit
         for (std::size_t i = 0; i < count; ++i) {
             const double sum = static_cast<double>(codes[i]) * step + lo;
             seen |= ((std::bit_cast<std::uint64_t>(sum) + kHalf) & kBelowFloat) - 1;
@@ -144,7 +139,7 @@ private:
 
     float lo_;
     float step_;
-    bool spacedAsNormal_;
+    bool finite_;
 };
 
 template <std::size_t kStride>
