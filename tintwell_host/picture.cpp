@@ -149,4 +149,10 @@ void writePicture(const std::string& path, const Picture& picture) {
     writeWhole(path, readText(memory.path()));
 }
 
+std::string encodedJpeg(const Picture& picture) {
+    const MemoryFile memory;
+    encode("picture.jpg", picture, memory.path());
+    return readText(memory.path());
+}
+
 }  // namespace program

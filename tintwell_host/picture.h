@@ -38,4 +38,7 @@ Picture readPicture(const std::string& path, Depth depth);
 // in JPEG). The file appears whole or not at all. Throws Failure.
 void writePicture(const std::string& path, const Picture& picture);
 
+// The bytes of a JPEG file of the picture. Throws Failure.
+std::string encodedJpeg(const Picture& picture);
+
 }  // namespace program
