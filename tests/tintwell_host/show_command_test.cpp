@@ -42,6 +42,27 @@ TEST_F(ShowCommand, drawsALookInOneFile) {
     EXPECT_EQ(svg.substr(svg.size() - 7), "</svg>\n");
 }
 
+TEST_F(ShowCommand, isReadByOthers) {
+    if (std::system("command -v rsvg-convert >/dev/null") != 0) {
+        GTEST_SKIP() << "there is no rsvg-convert";
+    }
+    writeNegative("negative.cube");
+    sheet("negative.cube");
+    const std::string command =
+        "rsvg-convert '" + file("sheet.svg") + "' -o '" + file("sheet.png") + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    const program::Picture drawn = program::readPicture(file("sheet.png"), program::Depth::k8);
+    EXPECT_EQ(drawn.width, 1600);
+    EXPECT_EQ(drawn.height, 1290);
+    const auto red = [&drawn](int x, int y) {
+        return drawn.bytes[static_cast<std::size_t>(y * drawn.width + x) * 4];
+    };
+    EXPECT_EQ(red(5, 5), 0x17);
+    // Before and after are negatives of one another.
+    EXPECT_NEAR(red(424, 367) + red(1176, 367), 255, 12);
+    EXPECT_NE(red(424, 367), 0x17);
+}
+
 TEST_F(ShowCommand, isTheSameEveryTime) {
     writeNegative("negative.cube");
     EXPECT_EQ(sheet("negative.cube"), sheet("negative.cube"));
