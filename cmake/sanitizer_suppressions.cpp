@@ -4,11 +4,12 @@
 #define SANITIZER_HOOK extern "C" __attribute__((visibility("default")))
 
 // Foundation and the Objective-C runtime keep what they made to the end of the process; the C
-// library forgets the folders of LOCPATH when it makes a locale.
+// library forgets the folders of LOCPATH when it makes a locale; what fonts were chosen from stays.
 SANITIZER_HOOK const char* __lsan_default_suppressions() {
     return "leak:libobjc.so\n"
            "leak:libgnustep-base.so\n"
-           "leak:argz_add_sep\n";
+           "leak:argz_add_sep\n"
+           "leak:libfontconfig.so\n";
 }
 
 // While a class is set up they take the runtime's lock under their own and the other way round. The

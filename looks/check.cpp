@@ -6,7 +6,6 @@
 
 #include "looks/notes.h"
 #include "looks/refusal.h"
-#include "looks/words.h"
 #include "native/src/lut_file.h"
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"

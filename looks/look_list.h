@@ -16,7 +16,7 @@ namespace looks {
 
 // How often something was found, and the first places where, as the finder numbers them.
 struct Occurrences {
-    static constexpr std::size_t kMostPlaces = 100;
+    static constexpr std::size_t kMostPlaces = 20;
     std::uint64_t count = 0;
     std::vector<std::size_t> places;
 };

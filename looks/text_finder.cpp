@@ -13,14 +13,12 @@ constexpr std::uint64_t kMarkBits = (std::uint64_t{1} << 40) - 1;
 constexpr std::uint64_t kWideMark = 0x0057004C00550054;
 constexpr std::uint64_t kWideMarkTop = 0x54;
 
-// Gives the characters from `at` on to the tail until it ends; returns the first one not taken.
-// That may begin the next text.
+// Gives the characters from `at` on to the tail until it ends; returns the first one not given.
 std::size_t takeAgain(TextTail& tail, const std::string& characters, std::size_t at) {
     if (tail.wide()) tail.take(0);
-    for (; at < characters.size() && !tail.ended(); ++at) {
-        const bool taken = tail.take(static_cast<unsigned char>(characters[at])) &&
-                           (!tail.wide() || tail.ended() || tail.take(0));
-        if (!taken) break;
+    while (at < characters.size() && !tail.ended()) {
+        tail.take(static_cast<unsigned char>(characters[at++]));
+        if (tail.wide() && !tail.ended()) tail.take(0);
     }
     return at;
 }
@@ -127,7 +125,7 @@ void TextFinder::finish(Channel& channel) {
             const std::size_t length = tail.isReadable() ? tail.used() : mark;
             report_({all.substr(0, length), channel.start, channel.base64, tail.wide()});
         }
-        pending.insert(0, all, tail.used());
+        pending.insert(0, all.substr(tail.used()) + tail.rejected());
         const std::size_t next = pending.find("TWLUT");
         if (next == std::string::npos) return;
         const std::size_t bytes = (tail.used() + tail.blanks() + next) * (tail.wide() ? 2 : 1);

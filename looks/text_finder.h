@@ -47,8 +47,8 @@ private:
     // One way in which bytes may hold texts.
     struct Channel {
         bool base64;
-        Bits bits;
-        std::optional<TextTail> tail;
+        Bits bits = {};
+        std::optional<TextTail> tail = {};
         std::uint64_t start = 0;  // of the tail's text
     };
 

@@ -30,36 +30,32 @@ bool endsValue(char character) {
 
 TextTail::TextTail(bool wide) : wide_(wide), markWaits_(wide), text_("TWLUT") {}
 
-bool TextTail::take(unsigned char byte) {
-    if (!wide_) return takeCharacter(static_cast<char>(byte));
-    if (!markWaits_ && !low_) {
+void TextTail::take(unsigned char byte) {
+    if (!wide_) {
+        takeCharacter(static_cast<char>(byte));
+    } else if (!markWaits_ && !low_) {
         low_ = static_cast<char>(byte);
-        return true;
-    }
-    if (byte != 0) {
+    } else if (byte != 0) {
         end();
-        return false;
-    }
-    if (markWaits_) {
+    } else if (markWaits_) {
         markWaits_ = false;
-        return true;
+    } else {
+        const char character = *low_;
+        low_.reset();
+        takeCharacter(character);
     }
-    const char character = *low_;
-    low_.reset();
-    return takeCharacter(character);
 }
 
 void TextTail::end() {
-    if (dataStart_ == 0) {
-        endHead();
-    } else {
-        used_ = text_.size();
-        ended_ = true;
-    }
+    takeCharacter('\0');
 }
 
-bool TextTail::takeCharacter(char character) {
-    return dataStart_ == 0 ? takeOfHead(character) : takeOfData(character);
+void TextTail::takeCharacter(char character) {
+    if (dataStart_ == 0) {
+        takeOfHead(character);
+    } else {
+        takeOfData(character);
+    }
 }
 
 bool TextTail::isOfHead(char character) const {
@@ -70,10 +66,11 @@ bool TextTail::isOfHead(char character) const {
     return !endsValue(character);
 }
 
-bool TextTail::takeOfHead(char character) {
+void TextTail::takeOfHead(char character) {
     if (!isOfHead(character)) {
+        rejected_ = character;
         endHead();
-        return false;
+        return;
     }
     text_.push_back(character);
     const char form = text_[kMark];
@@ -83,7 +80,6 @@ bool TextTail::takeOfHead(char character) {
     } else if (form == '0' || (form > '3' && form <= '9') || text_.size() == kLongHead) {
         endHead();
     }
-    return true;
 }
 
 // Without data, the text ends with its form or its number: what follows was taken along, and may
@@ -129,20 +125,21 @@ bool TextTail::nextTextEndsAt(std::size_t end) const {
            std::string_view("123P").find(last[kMark]) != std::string_view::npos;
 }
 
-bool TextTail::takeOfData(char character) {
+void TextTail::takeOfData(char character) {
     used_ = text_.size();
-    if (isSpace(character)) return takeBlank(character);
-    if (sextetOf(character) < 0) {
+    if (isSpace(character)) {
+        takeBlank(character);
+    } else if (sextetOf(character) < 0) {
+        rejected_ = character;
         ended_ = true;
-        return false;
+    } else {
+        text_.push_back(character);
+        used_ = text_.size();
+        ended_ = --dataWanted_ == 0;
     }
-    text_.push_back(character);
-    used_ = text_.size();
-    ended_ = --dataWanted_ == 0;
-    return true;
 }
 
-bool TextTail::takeBlank(char blank) {
+void TextTail::takeBlank(char blank) {
     if (nextTextEndsAt(text_.size())) {
         used_ -= kShortest;
         text_.push_back(blank);
@@ -151,7 +148,6 @@ bool TextTail::takeBlank(char blank) {
         ++blanks_;
         unbroken_ = text_.size();
     }
-    return true;
 }
 
 }  // namespace looks

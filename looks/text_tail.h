@@ -13,9 +13,8 @@ class TextTail {
 public:
     explicit TextTail(bool wide);
 
-    // False when the byte ends the text without being part of it. Not to be called any more once
-    // the text has ended.
-    bool take(unsigned char byte);
+    // Not to be called any more once the text has ended.
+    void take(unsigned char byte);
     // The stream has ended.
     void end();
 
@@ -29,16 +28,19 @@ public:
     // others were taken along.
     const std::string& characters() const { return text_; }
     std::size_t used() const { return used_; }
+    // The character that ended it without being part of it, if one did. It stands for all that no
+    // text can go on with.
+    const std::string& rejected() const { return rejected_; }
     // How many blanks were left out before used().
     std::size_t blanks() const { return blanks_; }
 
 private:
     static constexpr std::size_t kMark = 5;
 
-    bool takeCharacter(char character);
-    bool takeOfHead(char character);
-    bool takeOfData(char character);
-    bool takeBlank(char blank);
+    void takeCharacter(char character);
+    void takeOfHead(char character);
+    void takeOfData(char character);
+    void takeBlank(char blank);
     bool isOfHead(char character) const;
     void endHead();
     bool readHead();
@@ -54,6 +56,7 @@ private:
     bool markWaits_;
     std::string text_;
     std::size_t used_ = kMark;
+    std::string rejected_;
     std::size_t dataStart_ = 0;   // 0: not known yet
     std::size_t dataWanted_ = 0;  // characters of the alphabet that are still to come
     std::size_t blanks_ = 0;      // left out of the data

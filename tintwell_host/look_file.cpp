@@ -71,7 +71,7 @@ void checkFile(const std::string& file, const std::function<void(const CheckedLo
     }
 }
 
-tw::Lut3D onlyLook(const std::string& file) {
+looks::Check onlyLook(const std::string& file) {
     std::optional<looks::Check> only;
     std::size_t count = 0;
     std::string names;
@@ -84,7 +84,7 @@ tw::Lut3D onlyLook(const std::string& file) {
                       plain(names) + "; write them into files with looks --extract");
     }
     if (!only->works) throw Failure("cannot use '" + file + "': " + only->findings.front().words);
-    return only->lut;
+    return *only;
 }
 
 }  // namespace program

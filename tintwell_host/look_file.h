@@ -20,6 +20,6 @@ void checkFile(const std::string& file, const std::function<void(const CheckedLo
 
 // The one look of a file, which must be one that works. Throws Failure, naming all looks where
 // there are several.
-tw::Lut3D onlyLook(const std::string& file);
+looks::Check onlyLook(const std::string& file);
 
 }  // namespace program

@@ -43,11 +43,34 @@ void addCheck(CLI::App& app) {
     command->callback([options] { runCheck(*options); });
 }
 
+void addShow(CLI::App& app) {
+    const auto options = std::make_shared<ShowOptions>();
+    CLI::App* command =
+        app.add_subcommand("show", "Draw a look on one sheet: pictures, curves, what to know");
+    command->footer(
+        "Writes one SVG file that holds all it needs, for a browser or a document.\n\n"
+        "  tintwell-host show look.cube -o look.svg\n"
+        "  tintwell-host show look.cube -o look.svg --picture frame.png\n"
+        "  tintwell-host show look.cube --compare other.cube -o difference.svg");
+    command
+        ->add_option("look", options->look,
+                     "A .cube file, a TWLUT text, or a file with one look in it")
+        ->required();
+    command->add_option("-o,--out", options->out, "The .svg file to write; - prints it")
+        ->required();
+    command->add_option("--compare", options->compare,
+                        "Another look, to be shown beside the first");
+    command->add_option("--picture", options->picture,
+                        "A picture of your own in place of the built-in one");
+    command->callback([options] { runShow(*options); });
+}
+
 }  // namespace
 
 void addLookCommands(CLI::App& app) {
     addLooks(app);
     addCheck(app);
+    addShow(app);
 }
 
 }  // namespace program

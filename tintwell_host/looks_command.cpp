@@ -1,9 +1,9 @@
+#include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "looks/words.h"
-#include "tintwell_host/cube_file.h"
 #include "tintwell_host/extracted_looks.h"
 #include "tintwell_host/look_commands.h"
 #include "tintwell_host/look_search.h"

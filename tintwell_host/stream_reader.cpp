@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <clocale>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -76,6 +77,25 @@ private:
     std::array<char, 4> start_{};
     std::size_t held_ = 0;
     std::size_t given_ = 0;
+};
+
+// While it lives, names of members may hold any letter: they come through the thread's locale.
+class Utf8Names {
+public:
+    Utf8Names()
+        : utf8_(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)),
+          before_(utf8_ ? uselocale(utf8_) : nullptr) {}
+    ~Utf8Names() {
+        if (!utf8_) return;
+        uselocale(before_);
+        freelocale(utf8_);
+    }
+    Utf8Names(const Utf8Names&) = delete;
+    Utf8Names& operator=(const Utf8Names&) = delete;
+
+private:
+    locale_t utf8_;
+    locale_t before_;
 };
 
 struct FreeArchive {
@@ -240,6 +260,7 @@ void readStreams(const std::string& file, StreamVisitor& visitor, const StreamLi
     if (file != "-") opened.open(file, std::ios::binary);
     if (!opened) throw Failure("cannot read '" + file + "': " + std::strerror(errno));
     FileSource source(file == "-" ? std::cin : opened);
+    const Utf8Names names;
     try {
         Walk(source, visitor, limits).read(source, file, 0);
     } catch (const Broken& broken) {

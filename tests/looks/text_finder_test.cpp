@@ -188,6 +188,11 @@ TEST(TextFinder, findsATextBehindAHeadThatCannotBeRead) {
     EXPECT_EQ(told("TWLUTTWLUT" + text), text + " at 10\n");
 }
 
+TEST(TextFinder, endsATextThatWasTakenAlong_withTheSameByte) {
+    EXPECT_EQ(told(std::string("TWLUT3 5 TWLUT3\0 2 0 1 ", 24) + std::string(64, 'A')),
+              "TWLUT3 5  at 0\nTWLUT3 at 9\n");
+}
+
 TEST(TextFinder, findsATextThatEndsAnother_withinOnesThatCannotBeRead) {
     EXPECT_EQ(told("TWLUT3 5 TWLUTP 17TWLUT0<"), "TWLUT3 5  at 0\nTWLUTP 17 at 9\nTWLUT0 at 18\n");
     EXPECT_EQ(find(wide("TWLUT3 5 TWLUTP 17TWLUT0<")).size(), 3u);

@@ -132,7 +132,7 @@ TEST_F(LooksCommand, listsEachLookOnce_ofAThousand) {
     const Json found = json("a.aep --extract out");
     ASSERT_EQ(found["looks"].size(), 3u);
     EXPECT_EQ(found["looks"][0]["times"], 334);
-    EXPECT_EQ(found["looks"][0]["places"].size(), 100u);
+    EXPECT_EQ(found["looks"][0]["places"].size(), 20u);
     for (const char* name : {"Dusk.cube", "Dusk 2.cube", "Dusk 3.cube", "Dusk 3.twlut"})
         EXPECT_TRUE(exists(std::string("out/") + name)) << name;
     EXPECT_FALSE(exists("out/Dusk 4.cube"));

@@ -47,6 +47,15 @@ TEST_F(StreamReader, givesEachMemberOfAZip) {
     EXPECT_EQ(record.count, 100004u);
 }
 
+// As zip files have it, with the mark for UTF-8.
+TEST_F(StreamReader, tellsNamesInEveryLetter) {
+    std::string bytes = zip({{"aaaa", "1234"}});
+    for (std::size_t at = bytes.find("aaaa"); at != std::string::npos; at = bytes.find("aaaa", at))
+        bytes.replace(at, 4, "\xC3\xB6\xC3\xA9");
+    bytes[7] = static_cast<char>(bytes[7] | 0x08);
+    EXPECT_EQ(read(bytes).told.substr(0, 11), "begin \xC3\xB6\xC3\xA9\n");
+}
+
 TEST_F(StreamReader, stopsABomb_andSaysSo) {
     const std::string bomb = gzip(std::string(10 << 20, '\0'));
     const Record record = read(bomb, {.depth = 4, .bytes = 1 << 20, .ratio = 10});
