@@ -1,7 +1,7 @@
 // The Edit LUT button: asks the companion panel to reopen the match that a LUT came from.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -1,7 +1,7 @@
 // What the host calls: its only ways into the CPU side of the module.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 #include "native/src/export.h"
 
 extern "C" {

@@ -1,7 +1,7 @@
 // The commands that concern the effect as a whole.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

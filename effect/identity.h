@@ -2,7 +2,7 @@
 // must never change.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -1,7 +1,7 @@
 // The LUT button's face: which LUT the effect holds.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -1,7 +1,7 @@
 // The LUT button: the user picks a .cube file, which moves into the effect.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -1,7 +1,7 @@
 // The effect's parameters and their declaration to the host.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -1,7 +1,7 @@
 // PF_Cmd_RENDER: one frame on the CPU.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

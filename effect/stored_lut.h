@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 #include "native/src/lut_engine.h"
 
 namespace tw_effect {

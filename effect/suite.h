@@ -1,7 +1,7 @@
 // A host suite held for a scope.
 #pragma once
 
-#include "effect/host.h"
+#include "effect/effect_interface.h"
 
 namespace tw_effect {
 

@@ -67,7 +67,7 @@ void requireSameFloats(const Case& c, const std::string& name, const std::vector
 }
 
 void checkFloats(const Case& c, const std::vector<float>& source) {
-    const std::vector<float> expected = graded(c, tw::applyRowFScalar, source);
+    const std::vector<float> expected = graded(c, tw::kScalarRows.rowF, source);
     for (const tw::RowKernels& kernel : tw::runnableRowKernels()) {
         const std::string name = kernel.name;
         requireSameFloats(c, name, expected, graded(c, kernel.rowF, source));
@@ -76,7 +76,7 @@ void checkFloats(const Case& c, const std::vector<float>& source) {
 }
 
 void checkBytes(const Case& c, const std::vector<std::uint8_t>& source) {
-    const std::vector<std::uint8_t> expected = graded(c, tw::applyRow8Scalar, source);
+    const std::vector<std::uint8_t> expected = graded(c, tw::kScalarRows.row8, source);
     for (const tw::RowKernels& kernel : tw::runnableRowKernels())
         require(graded(c, kernel.row8, source) == expected, std::string(kernel.name) + ", bytes");
 }

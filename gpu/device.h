@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "gpu/backend_object.h"
-#include "gpu/host.h"
+#include "gpu/gpu_filter_interface.h"
 #include "native/src/lut_engine.h"
 #include "native/src/mutex.h"
 

@@ -1,7 +1,7 @@
 // What Premiere Pro calls: its only way into the GPU side of the module.
 #pragma once
 
-#include "gpu/host.h"
+#include "gpu/gpu_filter_interface.h"
 #include "native/src/export.h"
 
 // The module has one filter, index 0. Start-up: fills both records and returns 0; a higher index

@@ -26,6 +26,15 @@ private:
     PrMemoryPtr memory_;
 };
 
+// Null, after a log line, when the block holds something that is no LUT; null for an empty one too.
+std::shared_ptr<const tw::Lut3D> decoded(const PrSDKMemoryManagerSuite& suite, PrMemoryPtr memory) {
+    const MemoryBlock block(suite, memory);
+    std::string err;
+    auto lut = tw::embeddedLut(memory, block.size(), &err);
+    if (!lut && !err.empty()) tw::logLine("GPU: embedded LUT: %s", err.c_str());
+    return lut;
+}
+
 void logParamType(int type) {
     constexpr int kLogged = 3;
     static std::atomic<int> seen{0};
@@ -55,17 +64,13 @@ prSuiteError TintwellGPU::Initialize(PrGPUFilterInstance* instance) {
         tw::logLine("GPU: device %u below minimum requirements; CPU render", deviceIndex_);
         return suiteError_Fail;
     }
-    if (!hasSuites()) return suiteError_Fail;
+    // Those that frames and parameters need; the others are acquired for later.
+    if (!ppix_ || !memory_ || !videoSegment_) return suiteError_Fail;
     ReadLut(0);
     twgpu::Device& device = twgpu::DeviceFor(deviceIndex_);
     const std::lock_guard lock(device.mutex);
     const bool ready = twgpu::prepare(device, deviceIndex_, deviceInfo_);
     return ready ? suiteError_NoError : suiteError_Fail;
-}
-
-// Those, beside the device's, that frames and parameters need; the others are acquired for later.
-bool TintwellGPU::hasSuites() const {
-    return ppix_ && memory_ && videoSegment_;
 }
 
 PrParam TintwellGPU::param(csSDK_int32 index, PrTime time) const {
@@ -78,15 +83,8 @@ void TintwellGPU::ReadLut(PrTime time) {
     lutRead_ = true;
     const PrParam value = param(kLut, time);
     if (value.mType == kPrParamType_PrMemoryPtr && value.mMemoryPtr) {
-        decode(value.mMemoryPtr);
+        lut_ = decoded(*memory_, value.mMemoryPtr);
     } else if (value.mType != 0) {
         logParamType(static_cast<int>(value.mType));
     }
-}
-
-void TintwellGPU::decode(PrMemoryPtr memory) {
-    const MemoryBlock block(*memory_, memory);
-    std::string err;
-    lut_ = tw::embeddedLut(memory, block.size(), &err);
-    if (!lut_ && !err.empty()) tw::logLine("GPU: embedded LUT: %s", err.c_str());
 }

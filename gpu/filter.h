@@ -6,6 +6,10 @@
 #include "gpu/filter_base.h"
 #include "native/src/lut_engine.h"
 
+namespace twgpu {
+struct FrameJob;
+}
+
 // One object an instance. The LUT is read once, when the instance is made: the host makes a new
 // instance whenever a parameter changes.
 class TintwellGPU : public PrGPUFilterBase {
@@ -23,38 +27,14 @@ private:
     // Parameters as the video segment suite numbers them, without the input layer.
     enum : csSDK_int32 { kAmount = 0, kLut = 1 };
 
-    // A frame's memory on the device and its shape.
-    struct Frame {
-        void* memory = nullptr;
-        csSDK_int32 rowBytes = 0;
-    };
-    // What one render works on.
-    struct Job {
-        Frame source;
-        Frame destination;
-        bool is32f = false;
-        int width = 0;
-        int height = 0;
-        float amount = 0.0f;  // 0..1; what the kernel blends by is 0 for a copy or the pattern
-    };
-
     // A LUT of two points that changes nothing, for frames that are copied or get the pattern.
     static const std::shared_ptr<const tw::Lut3D>& Identity();
 
     // Puts the LUT parameter's value at a clip time into lut_; a value of another type leaves it.
     void ReadLut(PrTime time);
-    void decode(PrMemoryPtr block);
-    bool hasSuites() const;
+    // One line a change of what is rendered, across all instances.
+    void LogSetup(const twgpu::FrameJob& job) const;
     PrParam param(csSDK_int32 index, PrTime time) const;
-    float percent(PrTime time) const;
-    // Both: false when the host does not tell, upon which the frame fails, before its setup line: a
-    // kernel must not run on memory that is not there. Only the format may be unknown.
-    bool find(PPixHand handle, Frame& frame) const;
-    bool describe(PPixHand source, PPixHand destination, Job& job) const;
-    void LogSetup(const Job& job) const;
-    // Locks the device: the LUT goes up when it is another one, and the kernel is committed.
-    bool launch(const Job& job, const std::shared_ptr<const tw::Lut3D>& lut) const;
-    int patternSize() const { return lut_ ? lut_->probe : 0; }
 
     bool lutRead_ = false;
     std::shared_ptr<const tw::Lut3D> lut_;  // null: none

@@ -1,7 +1,7 @@
 // What every GPU filter instance has: the host's suites and the description of its device.
 #pragma once
 
-#include "gpu/host.h"
+#include "gpu/gpu_filter_interface.h"
 
 // One object an instance. The suites are never released: the host may still be asked through them
 // when other instances live on, and they go with the process.

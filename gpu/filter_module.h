@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "gpu/host.h"
+#include "gpu/gpu_filter_interface.h"
 
 namespace twgpu {
 

@@ -5,7 +5,7 @@
 // offsets by tests/host_api.
 #pragma once
 
-#include "host_api/arbitrary.h"
+#include "host_api/arbitrary_data.h"
 #include "host_api/basic_suite.h"
 #include "host_api/commands.h"
 #include "host_api/errors.h"

@@ -2,24 +2,19 @@
 
 #include <cstring>
 
-#include "host_sim/call_scope.h"
-#include "host_sim/guarded.h"
+#include "host_sim/callbacks.h"
 #include "host_sim/session.h"
+#include "host_sim/values/call_scope.h"
+#include "host_sim/values/guarded.h"
 
 namespace host_sim {
 namespace {
 
 constexpr PF_Err kExceptionEscaped = -1;
 
-PF_Err addParam(PF_ProgPtr effect, PF_ParamIndex index, PF_ParamDefPtr definition) {
-    Session& session = Session::called();
-    if (!session.instanceOf(effect, "add_param")) return PF_Err_BAD_CALLBACK_PARAM;
-    return session.params.add(index, definition);
-}
-
 PF_InData inData(Session& session, const Request& request) {
     PF_InData in = {};
-    in.inter.add_param = addParam;
+    in.inter = interactionCallbacks();
     in.utils = &session.utilities;
     in.effect_ref = request.effectRef;
     in.version = session.personality.apiVersion;

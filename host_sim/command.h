@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host_api/registration.h"
-#include "host_sim/param_array.h"
+#include "host_sim/memory/param_array.h"
 
 namespace host_sim {
 

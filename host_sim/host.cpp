@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <exception>
 
-#include "host_sim/call_scope.h"
-#include "host_sim/error.h"
+#include "host_sim/values/call_scope.h"
+#include "host_sim/values/error.h"
 
 // The hosts leave this type incomplete to effects.
 struct PF_PluginData {
@@ -29,7 +29,7 @@ A_Err recordRegistration(PF_PluginDataPtr data, const A_u_char* name, const A_u_
     data->registrations->push_back({data, text(name), text(matchName), text(category),
                                     text(entryPoint), kind, apiMajor, apiMinor, reservedInfo,
                                     text(supportUrl)});
-    return Session::called().refusals.registrationError();
+    return Session::called().refusals.answer(Refusal::kRegistration);
 }
 
 }  // namespace

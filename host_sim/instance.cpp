@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "host_sim/error.h"
 #include "host_sim/session.h"
+#include "host_sim/values/error.h"
 
 namespace host_sim {
 namespace {

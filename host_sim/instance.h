@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "host_sim/arbitrary.h"
+#include "host_sim/arbitrary_calls.h"
 #include "host_sim/command.h"
-#include "host_sim/frame.h"
-#include "host_sim/param_utils_suite.h"
-#include "host_sim/project.h"
+#include "host_sim/suites/param_update_book.h"
+#include "host_sim/values/frame.h"
+#include "host_sim/values/project.h"
 
 namespace host_sim {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 
 namespace host_sim {
 

@@ -4,7 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host_sim/error.h"
+#include "host_sim/callbacks.h"
+#include "host_sim/values/error.h"
 
 namespace host_sim {
 namespace {
@@ -15,10 +16,10 @@ std::atomic<Session*> openSession = nullptr;
 
 Session::Session(const Personality& hostPersonality)
     : personality(hostPersonality),
+      utilities(utilityCallbacks()),
       basic(basicSuite()),
       pixelFormatTable_(pixelFormatSuite()),
       paramUtilsTable_(paramUtilsSuite()) {
-    fillHandleCallbacks(utilities);
     suites.offer(kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3, &paramUtilsTable_);
     if (personality.isPremiere()) {
         suites.offer(kPFPixelFormatSuite, kPFPixelFormatSuiteVersion1, &pixelFormatTable_);

@@ -9,14 +9,14 @@
 #include <optional>
 
 #include "host_api/host_api.h"
-#include "host_sim/books.h"
-#include "host_sim/handle_memory.h"
-#include "host_sim/param_utils_suite.h"
-#include "host_sim/parameters.h"
-#include "host_sim/personality.h"
-#include "host_sim/pixel_format_suite.h"
-#include "host_sim/refusals.h"
-#include "host_sim/suite_ledger.h"
+#include "host_sim/memory/handle_memory.h"
+#include "host_sim/suites/declared_params.h"
+#include "host_sim/suites/param_update_book.h"
+#include "host_sim/suites/pixel_format_book.h"
+#include "host_sim/suites/suite_ledger.h"
+#include "host_sim/values/books.h"
+#include "host_sim/values/personality.h"
+#include "host_sim/values/refusals.h"
 
 // The hosts leave this type incomplete to effects.
 struct PF_ProgressInfo {
@@ -52,15 +52,15 @@ public:
     HandleMemory handles{books, refusals};
     SuiteLedger suites{books, refusals};
     PixelFormatBook formats{books, refusals};
-    ParamUpdateBook paramUpdates{books, refusals};
     DeclaredParams params{books, refusals, handles, personality};
+    ParamUpdateBook paramUpdates{books, refusals, params};
     PF_FilterProc entry = nullptr;
     // What out_data holds when a command begins.
     PF_OutData outPreset = {};
     // Called, unless empty, whenever the effect calls the host, on the thread that does.
     std::function<void()> onCallback;
-    _PF_UtilCallbacks utilities = {};
-    SPBasicSuite basic = {};
+    _PF_UtilCallbacks utilities;
+    SPBasicSuite basic;
 
 private:
     std::mutex mutex_;

@@ -1,7 +1,7 @@
 // Pictures as frames of the simulated host, and back.
 #pragma once
 
-#include "host_sim/frame.h"
+#include "host_sim/values/frame.h"
 #include "tintwell_host/picture.h"
 
 namespace program {

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "host_sim/gpu/gpu_instance.h"
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_instance.h"
+#include "host_sim/gpu_side.h"
 
 namespace program {
 

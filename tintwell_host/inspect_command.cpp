@@ -1,10 +1,10 @@
 #include <cstdio>
 
-#include "host_sim/error.h"
-#include "tintwell_host/commands.h"
+#include "host_sim/values/error.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/output_file.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

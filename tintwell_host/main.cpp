@@ -6,9 +6,10 @@
 #include <new>
 
 #include "platform/mac/application.h"
-#include "tintwell_host/commands.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/look_commands.h"
+#include "tintwell_host/subcommands.h"
 
 namespace {
 
@@ -204,6 +205,7 @@ int main(int argc, char** argv) {
     addRequests(app, options);
     addInspect(app, options);
     addTexts(app, options);
+    addLookCommands(app);
     try {
         app.parse(argc, argv);
         finishOutput();

@@ -6,11 +6,11 @@
 
 #include "looks/measure.h"
 #include "native/src/lut_text.h"
-#include "tintwell_host/commands.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/frame_size.h"
 #include "tintwell_host/output_file.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

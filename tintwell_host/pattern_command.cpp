@@ -1,5 +1,5 @@
-#include "tintwell_host/commands.h"
 #include "tintwell_host/frame_size.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

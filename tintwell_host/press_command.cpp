@@ -1,6 +1,6 @@
 #include <cstdio>
 
-#include "tintwell_host/commands.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 

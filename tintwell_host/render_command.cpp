@@ -1,12 +1,12 @@
 #include <cstdio>
 #include <numeric>
 
-#include "tintwell_host/commands.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/output_file.h"
 #include "tintwell_host/progress.h"
 #include "tintwell_host/sequence.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

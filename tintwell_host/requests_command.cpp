@@ -7,8 +7,8 @@
 #include "looks/edit_request.h"
 #include "native/src/file.h"
 #include "native/src/paths.h"
-#include "tintwell_host/commands.h"
 #include "tintwell_host/failure.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

@@ -1,11 +1,11 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "tintwell_host/commands.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
 #include "tintwell_host/output_file.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

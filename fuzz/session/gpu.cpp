@@ -4,12 +4,12 @@
 #include <string>
 #include <utility>
 
-#include "fuzz/session/commands.h"
 #include "fuzz/session/pictures.h"
-#include "fuzz/session/texts.h"
+#include "fuzz/session/random_texts.h"
+#include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
-#include "host_sim/gpu/gpu_instance.h"
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_instance.h"
+#include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
 #include "tests/effect/texts.h"
 #include "tests/software_metal/settled.h"
@@ -41,13 +41,13 @@ std::vector<host_sim::GpuDeviceSettings> makeDevices(Record& record) {
     return {{}, odd, weak};
 }
 
-GpuSide& sideOf(Stage& stage, Record& record) {
-    if (!stage.gpu) {
-        auto side = std::make_shared<GpuSide>(stage.host, makeDevices(record));
+GpuSide& sideOf(SessionState& session, Record& record) {
+    if (!session.gpu) {
+        auto side = std::make_shared<GpuSide>(session.host, makeDevices(record));
         side->enter();
-        stage.gpu = std::move(side);
+        session.gpu = std::move(side);
     }
-    return *static_cast<GpuSide*>(stage.gpu.get());
+    return *static_cast<GpuSide*>(session.gpu.get());
 }
 
 // A number, nothing, or a type that is none. A block in its place nobody would take from the host.
@@ -174,16 +174,16 @@ void renderNothing(GpuInstance& filter) {
 }
 
 // One instance's life on one of the devices.
-struct Player {
-    Stage& stage;
+struct GpuRenderer {
+    SessionState& session;
     GpuSide& side;
     unsigned device;
 
-    void playFrame(const GpuValues& values, Record record) const {
+    void renderOne(const GpuValues& values, Record record) const {
         GpuInstance filter(side, values, device);
         require(isDocumented(filter.error()), "an instance's error is none of the documented ones");
         const bool isMade = filter.error() == suiteError_NoError;
-        const bool mustBeMade = device == kSound && !stage.reference.noBasicSuite;
+        const bool mustBeMade = device == kSound && !session.reference.noBasicSuite;
         require(isMade || !mustBeMade, "no instance was made on a sound device");
         require(!isMade || device != kWeak, "an instance was made on a weak device");
         if (!isMade) return;
@@ -192,31 +192,31 @@ struct Player {
     }
 
     // The frame, and the same one with a look of another effect between it and the next one.
-    void playBoth(const GpuValues& values, Record record) const {
+    void renderBoth(const GpuValues& values, Record record) const {
         static const Bytes otherLook =
             effect_test::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
         const GpuValue amount{kPrParamType_Int32, 70.0, {}, false};
         const GpuValues others = {amount, lutValue(otherLook), {}, {}};
-        playFrame(values, record);
-        playFrame(others, record);
+        renderOne(values, record);
+        renderOne(others, record);
     }
 };
 
 }  // namespace
 
-void renderOnGpu(Stage& stage, Record& record) {
-    const Applied* const one = stage.chooseInstance(record);
-    if (one == nullptr || !stage.isPremiere() || stage.gpuCommands == kMostCommands) return;
-    ++stage.gpuCommands;
-    GpuSide& side = sideOf(stage, record);
+void renderOnGpu(SessionState& session, Record& record) {
+    const Applied* const one = session.chooseInstance(record);
+    if (one == nullptr || !session.isPremiere() || session.gpuCommands == kMostCommands) return;
+    ++session.gpuCommands;
+    GpuSide& side = sideOf(session, record);
     const unsigned device = static_cast<unsigned>(record.below(8) < 6 ? 0 : 1 + record.below(2));
     const GpuValues values = makeValues(*one, record);
-    const Player player{stage, side, device};
-    player.playBoth(values, record);
+    const GpuRenderer renderer{session, side, device};
+    renderer.renderBoth(values, record);
     // By now everything that the process keeps of a device is there.
     const long live = twtest::settledLiveObjects();
-    stage.keepDescriptors();
-    player.playBoth(values, record);
+    session.keepDescriptors();
+    renderer.renderBoth(values, record);
     require(twtest::settledLiveObjects() == live, "objects of the device were kept");
     require(side.memory().allocated() == side.memory().disposed(), "a memory block was kept");
     const std::string misuse = software_metal::takeMisuse();

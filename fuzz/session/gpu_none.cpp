@@ -1,7 +1,7 @@
-#include "fuzz/session/commands.h"
+#include "fuzz/session/steps.h"
 
 namespace session_fuzz {
 
-void renderOnGpu(Stage&, Record&) {}
+void renderOnGpu(SessionState&, Record&) {}
 
 }  // namespace session_fuzz

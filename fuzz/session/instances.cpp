@@ -1,9 +1,9 @@
 #include <cmath>
 #include <limits>
 
-#include "fuzz/session/commands.h"
-#include "fuzz/session/ground.h"
-#include "fuzz/session/texts.h"
+#include "fuzz/session/process_home.h"
+#include "fuzz/session/random_texts.h"
+#include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
 #include "tests/effect/effect_fixture.h"
 
@@ -29,50 +29,50 @@ constexpr char kAbout[] = "Tintwell 1.0\rApplies the colour match made in the Ti
 
 }  // namespace
 
-void apply(Stage& stage, Record&) {
-    if (stage.applied.size() == kMostInstances) return;
+void apply(SessionState& session, Record&) {
+    if (session.applied.size() == kMostInstances) return;
     Applied fresh;
-    fresh.instance = &stage.host.apply();
-    fresh.lut = stage.reference.copy(stage.defaultValue);
-    stage.applied.push_back(fresh);
+    fresh.instance = &session.host.apply();
+    fresh.lut = session.reference.copy(session.defaultValue);
+    session.applied.push_back(fresh);
 }
 
-void duplicate(Stage& stage, Record& record) {
-    const Applied* const source = stage.chooseInstance(record);
-    if (source == nullptr || stage.applied.size() == kMostInstances) return;
+void duplicate(SessionState& session, Record& record) {
+    const Applied* const source = session.chooseInstance(record);
+    if (source == nullptr || session.applied.size() == kMostInstances) return;
     Applied fresh;
-    fresh.instance = &stage.host.duplicate(*source->instance);
-    fresh.lut = stage.reference.copy(source->lut);
+    fresh.instance = &session.host.duplicate(*source->instance);
+    fresh.lut = session.reference.copy(source->lut);
     fresh.amount = source->amount;
-    stage.applied.push_back(fresh);
+    session.applied.push_back(fresh);
 }
 
-void remove(Stage& stage, Record& record) {
-    const Applied* const one = stage.chooseInstance(record);
+void remove(SessionState& session, Record& record) {
+    const Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
-    stage.host.remove(*one->instance);
-    stage.applied.remove_if([&](const Applied& other) { return &other == one; });
+    session.host.remove(*one->instance);
+    session.applied.remove_if([&](const Applied& other) { return &other == one; });
 }
 
 // Projects hold no numbers but finite ones.
-void saveAndLoad(Stage& stage, Record& record) {
-    const Applied* const source = stage.chooseInstance(record);
-    if (source == nullptr || stage.applied.size() == kMostInstances) return;
+void saveAndLoad(SessionState& session, Record& record) {
+    const Applied* const source = session.chooseInstance(record);
+    if (source == nullptr || session.applied.size() == kMostInstances) return;
     if (!std::isfinite(source->amount)) return;
-    const std::string file = ground().home / "session.project";
-    stage.host.save(*source->instance, file);
+    const std::string file = processHome().home / "session.project";
+    session.host.save(*source->instance, file);
     const Value flat =
-        source->lut ? Value(stage.reference.flatten(source->lut, source->lut->size())) : Value();
+        source->lut ? Value(session.reference.flatten(source->lut, source->lut->size())) : Value();
     Applied fresh;
-    fresh.instance = &stage.host.load(file);
-    stage.reference.copy(stage.defaultValue);
-    fresh.lut = flat ? stage.reference.unflatten(flat) : std::nullopt;
+    fresh.instance = &session.host.load(file);
+    session.reference.copy(session.defaultValue);
+    fresh.lut = flat ? session.reference.unflatten(flat) : std::nullopt;
     fresh.amount = source->amount;
-    stage.applied.push_back(fresh);
+    session.applied.push_back(fresh);
 }
 
-void setAmount(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void setAmount(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     using Limits = std::numeric_limits<double>;
     const double amounts[] = {
@@ -82,28 +82,28 @@ void setAmount(Stage& stage, Record& record) {
     one->instance->setSlider(kParamAmount, one->amount);
 }
 
-void setBytes(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void setBytes(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     one->lut = makeBytes(record);
     one->instance->setBytes(kParamLut, *one->lut);
 }
 
-void setNull(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void setNull(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     one->lut.reset();
     one->instance->setNull(kParamLut);
 }
 
-void otherCommand(Stage& stage, Record& record) {
+void otherCommand(SessionState& session, Record& record) {
     const PF_Cmd command = record.below(64);
-    const Applied* const one = stage.chooseInstance(record);
+    const Applied* const one = session.chooseInstance(record);
     if (one == nullptr || needsMore(command)) return;
     const PF_OutData before = effect_test::fullOutData();
-    stage.host.outPreset() = before;
+    session.host.outPreset() = before;
     const host_sim::CommandResult result = one->instance->command(command);
-    stage.host.outPreset() = {};
+    session.host.outPreset() = {};
     require(result.error == PF_Err_NONE, "the command gave an error");
     if (command == PF_Cmd_ABOUT) {
         require(result.message() == kAbout, "ABOUT says something else");

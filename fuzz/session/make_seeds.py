@@ -2,7 +2,7 @@
 """Writes the hand-made sessions into fuzz/corpus/session; with --check fails if they differ.
 
 How bytes become a session is told in script.h. The functions below write one command each, with the
-choices in the order in which the command of that letter (commands.cpp) asks for them."""
+choices in the order in which the command of that letter (steps.cpp) asks for them."""
 
 import pathlib
 import struct

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "fuzz/session/reference.h"
-#include "host_sim/frame.h"
+#include "host_sim/values/frame.h"
 
 namespace session_fuzz {
 

@@ -3,16 +3,16 @@
 #include <utility>
 
 #include "effect/lut_file.h"
-#include "fuzz/session/commands.h"
-#include "fuzz/session/ground.h"
-#include "fuzz/session/texts.h"
+#include "fuzz/session/process_home.h"
+#include "fuzz/session/random_texts.h"
+#include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
 #include "native/src/paths.h"
 
 namespace session_fuzz {
 namespace {
 
-using tw_effect::LutFileResult;
+using tw::LutFileResult;
 
 constexpr A_long kFlagsOfNewValue = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
 
@@ -24,10 +24,10 @@ public:
             case 0:
                 break;  // cancelled
             case 1:
-                path = ground().cubes() + "/missing.cube";
+                path = processHome().cubes() + "/missing.cube";
                 break;
             case 2:
-                path = ground().cubes();
+                path = processHome().cubes();
                 break;
             default:
                 writeFile(record);
@@ -51,7 +51,7 @@ private:
         // Bytes that are no UTF-8 may come back as a slash and lead out of the folder.
         const std::string asRead = tw::toUtf8(tw::fromUtf8(name));
         const bool stays = asRead.find('/') == std::string::npos && name != "." && name != "..";
-        path = ground().cubes() + "/" + (stays && !name.empty() ? name : "look.cube");
+        path = processHome().cubes() + "/" + (stays && !name.empty() ? name : "look.cube");
         written_ = path;
         twtest::writeFile(path, makeCube(record));
     }
@@ -60,8 +60,8 @@ private:
 };
 
 // What the user has been shown.
-void requireAlerts(Stage& stage, const std::vector<twtest::ShownAlert>& wanted) {
-    if (std::exchange(stage.dialogs.alerts, {}) != wanted) violation("the alerts are not right");
+void requireAlerts(SessionState& session, const std::vector<twtest::ShownAlert>& wanted) {
+    if (std::exchange(session.dialogs.alerts, {}) != wanted) violation("the alerts are not right");
 }
 
 std::vector<twtest::ShownAlert> alertsFor(LutFileResult result, const std::string& path) {
@@ -79,39 +79,39 @@ std::string lineFor(LutFileResult result, const std::string& reason, const std::
 }
 
 // Nothing, when the press changes nothing.
-std::optional<std::string> textToStore(Stage& stage, const std::string& path) {
+std::optional<std::string> textToStore(SessionState& session, const std::string& path) {
     const std::wstring wide = tw::fromUtf8(path);
     if (wide.empty()) {
-        stage.requireLine("LUT button: cancelled");
+        session.requireLine("LUT button: cancelled");
         return std::nullopt;
     }
-    tw_effect::LutFile file;
+    tw::LutFile file;
     std::string reason;
     const LutFileResult result = tw_effect::loadLutFile(wide, file, reason);
-    requireAlerts(stage, alertsFor(result, path));
+    requireAlerts(session, alertsFor(result, path));
     if (result == LutFileResult::kLoaded) return file.text;
     // Bytes that are no UTF-8 may come back as a zero, where the log ends the name.
     const std::string logged = tw::toUtf8(wide).c_str();
-    stage.requireLine("LUT button: " + lineFor(result, reason, logged));
+    session.requireLine("LUT button: " + lineFor(result, reason, logged));
     return std::nullopt;
 }
 
 }  // namespace
 
-void pressLutButton(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void pressLutButton(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     const Picked picked(record);
-    stage.dialogs.pick = [&] { return picked.path; };
-    stage.dialogs.folders.clear();
+    session.dialogs.pick = [&] { return picked.path; };
+    session.dialogs.folders.clear();
     const host_sim::CommandResult result = one->instance->press(kParamLutButton);
-    require(stage.dialogs.folders == std::vector<std::string>{tw::toUtf8(tw::lutFolder())},
+    require(session.dialogs.folders == std::vector<std::string>{tw::toUtf8(tw::lutFolder())},
             "the dialog was opened in another folder");
-    stage.requireLine("USER_CHANGED_PARAM index 3");
+    session.requireLine("USER_CHANGED_PARAM index 3");
 
-    const std::optional<std::string> text = textToStore(stage, picked.path);
+    const std::optional<std::string> text = textToStore(session, picked.path);
     PF_Err error = PF_Err_NONE;
-    if (text) error = stage.reference.store(*text, one->lut);
+    if (text) error = session.reference.store(*text, one->lut);
     const bool stored = text && error == PF_Err_NONE;
     require(result.error == error, "the press's error is wrong");
     require(result.out.out_flags == (stored ? kFlagsOfNewValue : 0), "the press's flags are wrong");
@@ -120,53 +120,53 @@ void pressLutButton(Stage& stage, Record& record) {
     if (!stored) return;
     // Once by the press itself, once more as the host refreshes what it shows.
     for (int times = 0; times < 2; ++times)
-        one->label = stage.reference.label(one->lut, one->label);
+        one->label = session.reference.label(one->lut, one->label);
 }
 
-void pressEditButton(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void pressEditButton(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
-    const std::string file = ground().home.dataFile("edit-request.json");
+    const std::string file = processHome().home.dataFile("edit-request.json");
     ::unlink(file.c_str());
     require(one->instance->press(kParamEditButton).error == PF_Err_NONE, "Edit gave an error");
-    const std::optional<tw::Lut3D> lut = stage.reference.lutOf(one->lut);
+    const std::optional<tw::Lut3D> lut = session.reference.lutOf(one->lut);
     const std::string request = twtest::readFile(file);
     if (lut && lut->id > 0) {
-        requireAlerts(stage, {});
+        requireAlerts(session, {});
         require(request.starts_with("{\"id\":" + std::to_string(lut->id) + ",\"name\":\""),
                 "the request is of another match");
         require(request.size() < 600, "the request is too long");
         return;
     }
-    require(stage.dialogs.alerts.size() == 1 && !stage.dialogs.alerts[0].warning,
+    require(session.dialogs.alerts.size() == 1 && !session.dialogs.alerts[0].warning,
             "the user was not told that there is no match");
-    stage.dialogs.alerts.clear();
+    session.dialogs.alerts.clear();
     require(request.empty(), "a request without a match was written");
 }
 
-void pressNothing(Stage& stage, Record& record) {
-    const Applied* const one = stage.chooseInstance(record);
+void pressNothing(SessionState& session, Record& record) {
+    const Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     const int index = record.below(4) - 1;
     const host_sim::CommandResult result =
         index < 0 ? one->instance->pressWithoutRecord() : one->instance->press(index);
     require(result.error == PF_Err_NONE, "the command gave an error");
     require(result.changed.empty(), "a value has changed");
-    stage.requireLine("USER_CHANGED_PARAM index " + std::to_string(index));
+    session.requireLine("USER_CHANGED_PARAM index " + std::to_string(index));
 }
 
-void updateLabel(Stage& stage, Record& record) {
-    Applied* const one = stage.chooseInstance(record);
+void updateLabel(SessionState& session, Record& record) {
+    Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
     require(one->instance->updateUi().error == PF_Err_NONE, "the update gave an error");
-    one->label = stage.reference.label(one->lut, one->label);
+    one->label = session.reference.label(one->lut, one->label);
 }
 
-void nameLutFolder(Stage&, Record& record) {
-    const std::string file = ground().home.dataFile("lut-folder.txt");
+void nameLutFolder(SessionState&, Record& record) {
+    const std::string file = processHome().home.dataFile("lut-folder.txt");
     switch (record.below(3)) {
         case 1:
-            twtest::writeFile(file, ground().home.dataFolder() + record.rest());
+            twtest::writeFile(file, processHome().home.dataFolder() + record.rest());
             break;
         case 2:
             ::unlink(file.c_str());

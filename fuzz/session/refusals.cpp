@@ -1,43 +1,38 @@
-#include "fuzz/session/commands.h"
+#include "fuzz/session/steps.h"
 
 namespace session_fuzz {
 namespace {
 
-void refuseSuite(Stage& stage, const char* name, bool asNull) {
-    if (asNull) {
-        stage.host.refusals().nullSuite(name);
-    } else {
-        stage.host.refusals().hideSuite(name);
-    }
-}
+using host_sim::Refusal;
+using host_sim::SuiteAnswer;
 
 }  // namespace
 
-void refuse(Stage& stage, Record& record) {
-    host_sim::Refusals& host = stage.host.refusals();
-    Reference& reference = stage.reference;
+void refuse(SessionState& session, Record& record) {
+    host_sim::Refusals& host = session.host.refusals();
+    Reference& reference = session.reference;
     const int what = record.below(8);
     const int nth = 1 + record.below(4);
-    const bool asNull = record.flag();
+    const auto suiteAnswer = record.flag() ? SuiteAnswer::kNullTable : SuiteAnswer::kNotFound;
     switch (what) {
         case 0:
-            host.failAllocation(reference.allocation = nth);
+            host.fail(Refusal::kAllocation, reference.allocation = nth);
             break;
         case 1:
-            host.failLock(reference.lock = nth);
+            host.fail(Refusal::kLock, reference.lock = nth);
             break;
         case 2:
-            host.failResize(reference.resize = nth);
+            host.fail(Refusal::kResize, reference.resize = nth);
             break;
         case 3:
             host.replaceHandleOnResize(true);
             break;
         case 4:
-            refuseSuite(stage, kPFParamUtilsSuite, asNull);
+            host.answerSuite(kPFParamUtilsSuite, suiteAnswer);
             reference.noParamUtils = true;
             break;
         case 5:
-            refuseSuite(stage, kPFPixelFormatSuite, asNull);
+            host.answerSuite(kPFPixelFormatSuite, suiteAnswer);
             reference.noPixelFormats = true;
             break;
         case 6:
@@ -45,14 +40,16 @@ void refuse(Stage& stage, Record& record) {
             reference.noParamUtils = reference.noPixelFormats = reference.noBasicSuite = true;
             break;
         default:
-            host.failParamUpdate(reference.paramUpdateError = nth);
-            host.failPixelFormat(reference.pixelFormatError = nth);
+            host.fail(Refusal::kParamUpdate, host_sim::kEveryCall,
+                      reference.paramUpdateError = nth);
+            host.fail(Refusal::kPixelFormat, host_sim::kEveryCall,
+                      reference.pixelFormatError = nth);
     }
 }
 
-void endRefusals(Stage& stage) {
-    stage.host.refusals().clear();
-    stage.reference = {};
+void endRefusals(SessionState& session) {
+    session.host.refusals().clear();
+    session.reference = {};
 }
 
 }  // namespace session_fuzz

@@ -1,7 +1,7 @@
 #include <optional>
 
-#include "fuzz/session/commands.h"
 #include "fuzz/session/pictures.h"
+#include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
 
 namespace session_fuzz {
@@ -9,17 +9,17 @@ namespace {
 
 using host_sim::Frame;
 
-PrPixelFormat chooseFormat(Stage& stage, Record& record) {
+PrPixelFormat chooseFormat(SessionState& session, Record& record) {
     constexpr PrPixelFormat kFormats[] = {PrPixelFormat_BGRA_4444_8u, PrPixelFormat_BGRA_4444_32f,
                                           PrPixelFormat_BGRA_4444_16u, PrPixelFormat_ARGB_4444_8u};
     const PrPixelFormat format = kFormats[record.below(4)];
-    return stage.isPremiere() ? format : PrPixelFormat_ARGB_4444_8u;
+    return session.isPremiere() ? format : PrPixelFormat_ARGB_4444_8u;
 }
 
 // Nothing: the format is refused.
-std::optional<Reading> readingOf(Stage& stage, PrPixelFormat format) {
-    if (!stage.isPremiere()) return Reading{false, tw::kOrderARGB};
-    const Reference& reference = stage.reference;
+std::optional<Reading> readingOf(SessionState& session, PrPixelFormat format) {
+    if (!session.isPremiere()) return Reading{false, tw::kOrderARGB};
+    const Reference& reference = session.reference;
     const bool isKnown = !reference.noPixelFormats && reference.pixelFormatError == 0;
     if (!isKnown || format == PrPixelFormat_BGRA_4444_8u) return Reading{false, tw::kOrderBGRA};
     if (format == PrPixelFormat_BGRA_4444_32f) return Reading{true, tw::kOrderBGRA};
@@ -41,10 +41,10 @@ void requirePicture(const Frame& expected, const Frame& output) {
 
 }  // namespace
 
-void render(Stage& stage, Record& record) {
-    const Applied* const one = stage.chooseInstance(record);
+void render(SessionState& session, Record& record) {
+    const Applied* const one = session.chooseInstance(record);
     if (one == nullptr) return;
-    const PrPixelFormat format = chooseFormat(stage, record);
+    const PrPixelFormat format = chooseFormat(session, record);
     const bool inPlace = record.flag();
     const bool isWild = record.flag();
     Frame input = makeFrame(record, format);
@@ -53,9 +53,9 @@ void render(Stage& stage, Record& record) {
     const host_sim::RenderSettings settings = makeSettings(record);
 
     Frame expected = output;
-    const std::optional<Reading> reading = readingOf(stage, format);
+    const std::optional<Reading> reading = readingOf(session, format);
     if (reading) {
-        const auto lut = stage.reference.lutOf(one->lut);
+        const auto lut = session.reference.lutOf(one->lut);
         const auto amount = static_cast<float>(one->amount / 100.0);
         paint(*reading, lut, amount, inPlace ? expected : input, expected);
     }

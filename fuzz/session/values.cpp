@@ -1,5 +1,5 @@
-#include "fuzz/session/commands.h"
-#include "fuzz/session/texts.h"
+#include "fuzz/session/random_texts.h"
+#include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
 
 namespace session_fuzz {
@@ -28,107 +28,108 @@ std::string printed(const std::string& text, std::size_t size) {
 
 }  // namespace
 
-void create(Stage& stage, Record&) {
-    stage.hold(stage.calls().create(), stage.reference.none());
+void create(SessionState& session, Record&) {
+    session.hold(session.calls().create(), session.reference.none());
 }
 
-void copy(Stage& stage, Record& record) {
-    const Held source = stage.choose(record);
-    stage.hold(stage.calls().copy(source.handle), stage.reference.copy(source.value));
+void copy(SessionState& session, Record& record) {
+    const Held source = session.choose(record);
+    session.hold(session.calls().copy(source.handle), session.reference.copy(source.value));
 }
 
-void dispose(Stage& stage, Record& record) {
+void dispose(SessionState& session, Record& record) {
     Held value;
-    if (!stage.held.empty()) {
-        const auto at = stage.held.begin() + record.below(static_cast<int>(stage.held.size()));
+    if (!session.held.empty()) {
+        const auto at = session.held.begin() + record.below(static_cast<int>(session.held.size()));
         value = *at;
-        stage.held.erase(at);
+        session.held.erase(at);
     }
-    require(stage.calls().dispose(value.handle) == PF_Err_NONE, "DISPOSE gave an error");
+    require(session.calls().dispose(value.handle) == PF_Err_NONE, "DISPOSE gave an error");
 }
 
-void flatten(Stage& stage, Record& record) {
-    const Held source = stage.choose(record);
+void flatten(SessionState& session, Record& record) {
+    const Held source = session.choose(record);
     const std::size_t right = source.value ? source.value->size() : 0;
-    const auto size = stage.calls().flatSize(source.handle);
+    const auto size = session.calls().flatSize(source.handle);
     require(size.error == PF_Err_NONE && size.value == right, "FLAT_SIZE is wrong");
 
     const std::size_t given = bufferSize(record, right);
-    const auto flat = stage.calls().flatten(source.handle, static_cast<A_u_long>(given));
+    const auto flat = session.calls().flatten(source.handle, static_cast<A_u_long>(given));
     require(flat.error == PF_Err_NONE, "FLATTEN gave an error");
-    require(flat.value == stage.reference.flatten(source.value, given), "FLATTEN wrote otherwise");
+    require(flat.value == session.reference.flatten(source.value, given),
+            "FLATTEN wrote otherwise");
 
-    const auto back = stage.calls().unflatten(flat.value);
-    stage.hold(back, stage.reference.unflatten(flat.value));
+    const auto back = session.calls().unflatten(flat.value);
+    session.hold(back, session.reference.unflatten(flat.value));
 }
 
-void unflatten(Stage& stage, Record& record) {
+void unflatten(SessionState& session, Record& record) {
     if (record.below(8) == 7) {
-        stage.hold(stage.calls().unflattenNull(), stage.reference.unflatten(std::nullopt));
+        session.hold(session.calls().unflattenNull(), session.reference.unflatten(std::nullopt));
         return;
     }
-    Applied* const into = record.flag() ? stage.chooseInstance(record) : nullptr;
+    Applied* const into = record.flag() ? session.chooseInstance(record) : nullptr;
     const Bytes bytes = makeBytes(record);
-    const Value made = stage.reference.unflatten(bytes);
+    const Value made = session.reference.unflatten(bytes);
     if (into == nullptr) {
-        stage.hold(stage.calls().unflatten(bytes), made);
+        session.hold(session.calls().unflatten(bytes), made);
         return;
     }
     require(into->instance->unflatten(kParamLut, bytes) == PF_Err_NONE, "UNFLATTEN gave an error");
     into->lut = made;
 }
 
-void interpolate(Stage& stage, Record& record) {
-    const Held left = stage.choose(record);
-    const Held right = stage.choose(record);
+void interpolate(SessionState& session, Record& record) {
+    const Held left = session.choose(record);
+    const Held right = session.choose(record);
     const double at = record.number<double>();
-    stage.hold(stage.calls().interpolate(left.handle, right.handle, at),
-               stage.reference.copy(left.value));
+    session.hold(session.calls().interpolate(left.handle, right.handle, at),
+                 session.reference.copy(left.value));
 }
 
-void compare(Stage& stage, Record& record) {
-    const Held a = stage.choose(record);
-    const Held b = stage.choose(record);
-    const auto answer = stage.calls().compare(a.handle, b.handle);
+void compare(SessionState& session, Record& record) {
+    const Held a = session.choose(record);
+    const Held b = session.choose(record);
+    const auto answer = session.calls().compare(a.handle, b.handle);
     require(answer.error == PF_Err_NONE, "COMPARE gave an error");
-    require(answer.value == stage.reference.compare(a.value, b.value), "COMPARE errs");
+    require(answer.value == session.reference.compare(a.value, b.value), "COMPARE errs");
 }
 
-void print(Stage& stage, Record& record) {
-    const Held value = stage.choose(record);
-    const auto size = stage.calls().printSize(value.handle);
-    const std::size_t right = stage.reference.print(value.value).size() + 1;
+void print(SessionState& session, Record& record) {
+    const Held value = session.choose(record);
+    const auto size = session.calls().printSize(value.handle);
+    const std::size_t right = session.reference.print(value.value).size() + 1;
     require(size.error == PF_Err_NONE && size.value == right, "PRINT_SIZE is wrong");
 
     const std::size_t given = bufferSize(record, right);
-    const auto text = stage.calls().print(value.handle, static_cast<A_u_long>(given));
+    const auto text = session.calls().print(value.handle, static_cast<A_u_long>(given));
     require(text.error == PF_Err_NONE, "PRINT gave an error");
-    require(text.value == printed(stage.reference.print(value.value), given),
+    require(text.value == printed(session.reference.print(value.value), given),
             "PRINT wrote otherwise");
-    stage.requireLine("Arb PRINT");
+    session.requireLine("Arb PRINT");
 }
 
-void scan(Stage& stage, Record& record) {
-    Applied* const into = record.flag() ? stage.chooseInstance(record) : nullptr;
+void scan(SessionState& session, Record& record) {
+    Applied* const into = record.flag() ? session.chooseInstance(record) : nullptr;
     const std::string text = makeText(record);
-    const std::optional<Value> made = stage.reference.scan(text);
+    const std::optional<Value> made = session.reference.scan(text);
     const PF_Err wanted = made ? PF_Err_NONE : PF_Err_CANNOT_PARSE_KEYFRAME_TEXT;
     if (into != nullptr) {
         require(into->instance->scan(kParamLut, text) == wanted, "SCAN's error is wrong");
         if (made) into->lut = *made;
     } else {
-        const auto answer = stage.calls().scan(text);
+        const auto answer = session.calls().scan(text);
         require(answer.error == wanted, "SCAN's error is wrong");
-        if (made) stage.hold(answer, *made);
+        if (made) session.hold(answer, *made);
     }
-    stage.requireLine("Arb SCAN");
+    session.requireLine("Arb SCAN");
 }
 
-void unknownSelector(Stage& stage, Record& record) {
+void unknownSelector(SessionState& session, Record& record) {
     PF_ArbParamsExtra extra = {};
     const int beyond = 11 + record.byte();
     extra.which_function = record.flag() ? -beyond : beyond;
-    require(stage.calls().raw(extra) == PF_Err_NONE, "an unknown selector gave an error");
+    require(session.calls().raw(extra) == PF_Err_NONE, "an unknown selector gave an error");
 }
 
 }  // namespace session_fuzz

@@ -6,7 +6,7 @@
 namespace session_fuzz {
 
 // What the session does now, for the message of a violation.
-void nowPlaying(const std::string& step);
+void nowRunning(const std::string& step);
 
 // Prints the step and the sentence, removes the process's temporary home, and aborts.
 [[noreturn]] void violation(const std::string& sentence);

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "host_api/host_api.h"
-#include "host_sim/frame.h"
 #include "host_sim/gpu/metal.h"
+#include "host_sim/values/frame.h"
 
 namespace host_sim {
 

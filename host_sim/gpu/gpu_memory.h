@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host_api/host_api.h"
-#include "host_sim/books.h"
+#include "host_sim/values/books.h"
 
 namespace host_sim {
 

@@ -1,9 +1,11 @@
 #include "host_sim/gpu/metal.h"
 
+#include <string>
+
 #import <Foundation/Foundation.h>
 #import <Metal/Metal.h>
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 
 namespace host_sim {
 namespace {

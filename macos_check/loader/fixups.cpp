@@ -7,34 +7,36 @@ namespace {
 
 constexpr Address kPointerBytes = 8;
 
-enum Rebase : Byte {
-    kRebaseDone = 0x00,
-    kRebaseType = 0x10,
-    kRebaseSegment = 0x20,
-    kRebaseSkip = 0x30,
-    kRebaseSkipPointers = 0x40,
-    kRebaseTimes = 0x50,
-    kRebaseManyTimes = 0x60,
-    kRebaseThenSkip = 0x70,
-    kRebaseManyThenSkip = 0x80,
+// Opcodes by their published names.
+enum RebaseOpcode : Byte {
+    REBASE_OPCODE_DONE = 0x00,
+    REBASE_OPCODE_SET_TYPE_IMM = 0x10,
+    REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB = 0x20,
+    REBASE_OPCODE_ADD_ADDR_ULEB = 0x30,
+    REBASE_OPCODE_ADD_ADDR_IMM_SCALED = 0x40,
+    REBASE_OPCODE_DO_REBASE_IMM_TIMES = 0x50,
+    REBASE_OPCODE_DO_REBASE_ULEB_TIMES = 0x60,
+    REBASE_OPCODE_DO_REBASE_ADD_ADDR_ULEB = 0x70,
+    REBASE_OPCODE_DO_REBASE_ULEB_TIMES_SKIPPING_ULEB = 0x80,
 };
 
-enum Bind : Byte {
-    kBindDone = 0x00,
-    kBindLibrary = 0x10,
-    kBindLibraryNumber = 0x20,
-    kBindSpecialLibrary = 0x30,
-    kBindSymbol = 0x40,
-    kBindType = 0x50,
-    kBindAddend = 0x60,
-    kBindSegment = 0x70,
-    kBindSkip = 0x80,
-    kBindOnce = 0x90,
-    kBindThenSkip = 0xA0,
-    kBindThenSkipPointers = 0xB0,
-    kBindManyThenSkip = 0xC0,
+enum BindOpcode : Byte {
+    BIND_OPCODE_DONE = 0x00,
+    BIND_OPCODE_SET_DYLIB_ORDINAL_IMM = 0x10,
+    BIND_OPCODE_SET_DYLIB_ORDINAL_ULEB = 0x20,
+    BIND_OPCODE_SET_DYLIB_SPECIAL_IMM = 0x30,
+    BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM = 0x40,
+    BIND_OPCODE_SET_TYPE_IMM = 0x50,
+    BIND_OPCODE_SET_ADDEND_SLEB = 0x60,
+    BIND_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB = 0x70,
+    BIND_OPCODE_ADD_ADDR_ULEB = 0x80,
+    BIND_OPCODE_DO_BIND = 0x90,
+    BIND_OPCODE_DO_BIND_ADD_ADDR_ULEB = 0xA0,
+    BIND_OPCODE_DO_BIND_ADD_ADDR_IMM_SCALED = 0xB0,
+    BIND_OPCODE_DO_BIND_ULEB_TIMES_SKIPPING_ULEB = 0xC0,
 };
 
+// Fixes `count` pointers from `at` on, `skip` bytes apart, and leaves `at` behind them.
 template <class Fix>
 void repeat(Address& at, Address count, Address skip, Fix fix) {
     for (; count > 0; --count) {
@@ -45,47 +47,47 @@ void repeat(Address& at, Address count, Address skip, Fix fix) {
 
 }  // namespace
 
-void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments,
+void applyRebases(std::span<const Byte> opcodes, const std::vector<Address>& segments,
                   Address slide) {
     Address at = 0;
     const auto fix = [slide](Address* pointer) { *pointer += slide; };
-    const Byte* next = program.data();
-    while (next < program.data() + program.size()) {
+    const Byte* next = opcodes.data();
+    while (next < opcodes.data() + opcodes.size()) {
         const Address immediate = *next & 0x0Fu;
         switch (*next++ & 0xF0u) {
-            case kRebaseDone:
-            case kRebaseType:
+            case REBASE_OPCODE_DONE:
+            case REBASE_OPCODE_SET_TYPE_IMM:
                 break;
-            case kRebaseSegment:
+            case REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
                 at = segments.at(immediate) + loadUleb(next);
                 break;
-            case kRebaseSkip:
+            case REBASE_OPCODE_ADD_ADDR_ULEB:
                 at += loadUleb(next);
                 break;
-            case kRebaseSkipPointers:
+            case REBASE_OPCODE_ADD_ADDR_IMM_SCALED:
                 at += immediate * kPointerBytes;
                 break;
-            case kRebaseTimes:
+            case REBASE_OPCODE_DO_REBASE_IMM_TIMES:
                 repeat(at, immediate, 0, fix);
                 break;
-            case kRebaseManyTimes:
+            case REBASE_OPCODE_DO_REBASE_ULEB_TIMES:
                 repeat(at, loadUleb(next), 0, fix);
                 break;
-            case kRebaseThenSkip:
+            case REBASE_OPCODE_DO_REBASE_ADD_ADDR_ULEB:
                 repeat(at, 1, loadUleb(next), fix);
                 break;
-            case kRebaseManyThenSkip: {
+            case REBASE_OPCODE_DO_REBASE_ULEB_TIMES_SKIPPING_ULEB: {
                 const Address count = loadUleb(next);
                 repeat(at, count, loadUleb(next), fix);
                 break;
             }
             default:
-                throw std::runtime_error("unknown rebase instruction");
+                throw std::runtime_error("unknown rebase opcode");
         }
     }
 }
 
-void applyBinds(std::span<const Byte> program, const std::vector<Address>& segments,
+void applyBinds(std::span<const Byte> opcodes, const std::vector<Address>& segments,
                 const Resolve& resolve) {
     Address at = 0;
     std::string_view symbol;
@@ -93,47 +95,48 @@ void applyBinds(std::span<const Byte> program, const std::vector<Address>& segme
     const auto fix = [&](Address* pointer) {
         *pointer = reinterpret_cast<Address>(resolve(symbol)) + static_cast<Address>(addend);
     };
-    const Byte* next = program.data();
-    while (next < program.data() + program.size()) {
+    const Byte* next = opcodes.data();
+    while (next < opcodes.data() + opcodes.size()) {
         const Address immediate = *next & 0x0Fu;
         switch (*next++ & 0xF0u) {
-            case kBindDone:  // ends one symbol, not the program, where pointers are bound lazily
-            case kBindLibrary:
-            case kBindSpecialLibrary:
-            case kBindType:
+            case BIND_OPCODE_DONE:  // ends one symbol, not the opcodes, where pointers are bound
+                                    // lazily
+            case BIND_OPCODE_SET_DYLIB_ORDINAL_IMM:
+            case BIND_OPCODE_SET_DYLIB_SPECIAL_IMM:
+            case BIND_OPCODE_SET_TYPE_IMM:
                 break;
-            case kBindLibraryNumber:
+            case BIND_OPCODE_SET_DYLIB_ORDINAL_ULEB:
                 loadUleb(next);
                 break;
-            case kBindSymbol:
+            case BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM:
                 symbol = reinterpret_cast<const char*>(next);
                 next += symbol.size() + 1;
                 break;
-            case kBindAddend:
+            case BIND_OPCODE_SET_ADDEND_SLEB:
                 addend = loadSleb(next);
                 break;
-            case kBindSegment:
+            case BIND_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
                 at = segments.at(immediate) + loadUleb(next);
                 break;
-            case kBindSkip:
+            case BIND_OPCODE_ADD_ADDR_ULEB:
                 at += loadUleb(next);
                 break;
-            case kBindOnce:
+            case BIND_OPCODE_DO_BIND:
                 repeat(at, 1, 0, fix);
                 break;
-            case kBindThenSkip:
+            case BIND_OPCODE_DO_BIND_ADD_ADDR_ULEB:
                 repeat(at, 1, loadUleb(next), fix);
                 break;
-            case kBindThenSkipPointers:
+            case BIND_OPCODE_DO_BIND_ADD_ADDR_IMM_SCALED:
                 repeat(at, 1, immediate * kPointerBytes, fix);
                 break;
-            case kBindManyThenSkip: {
+            case BIND_OPCODE_DO_BIND_ULEB_TIMES_SKIPPING_ULEB: {
                 const Address count = loadUleb(next);
                 repeat(at, count, loadUleb(next), fix);
                 break;
             }
             default:
-                throw std::runtime_error("unknown bind instruction");
+                throw std::runtime_error("unknown bind opcode");
         }
     }
 }

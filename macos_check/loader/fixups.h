@@ -13,15 +13,15 @@ namespace macho {
 // Where an import is, by its linker name ("_fopen"). Never null.
 using Resolve = std::function<void*(std::string_view name)>;
 
-// The two programs of an image's dynamic loader information. `segments` are the addresses at which
-// the segments are mapped, in the order of the load commands; all pointers must be writable. Throw
-// std::runtime_error for an unknown instruction.
+// The rebase and bind opcodes of LC_DYLD_INFO. `segments` are the addresses at which the segments
+// are mapped, in the order of the load commands; all pointers must be writable. Throw
+// std::runtime_error for an unknown opcode.
 //
-// applyRebases: adds `slide` to every pointer that the program names.
-void applyRebases(std::span<const Byte> program, const std::vector<Address>& segments,
+// applyRebases: adds `slide` to every pointer that the opcodes name.
+void applyRebases(std::span<const Byte> opcodes, const std::vector<Address>& segments,
                   Address slide);
-// applyBinds: stores the import's address in every pointer that the program names.
-void applyBinds(std::span<const Byte> program, const std::vector<Address>& segments,
+// applyBinds: stores the import's address in every pointer that the opcodes name.
+void applyBinds(std::span<const Byte> opcodes, const std::vector<Address>& segments,
                 const Resolve& resolve);
 
 }  // namespace macho

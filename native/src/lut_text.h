@@ -1,6 +1,6 @@
 // The TWLUT text: a LUT as one line of printable text, the form in which it lives in the effect's
-// LUT parameter and in which a companion panel writes it there. docs/panel-interface.md tells the
-// panel's makers.
+// LUT parameter and in which a companion panel writes it there. docs/panel-interface.md describes
+// it for the panel.
 //
 //   TWLUT0                                       no LUT
 //   TWLUTP <n>                                   the calibration pattern of size n, 2..64
@@ -16,7 +16,9 @@
 // exhaustion and container limits throw.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,13 +29,24 @@ namespace tw {
 
 // The TWLUT3 text of lut.size and lut.data with the given id and name (any bytes; those that are
 // not letters or digits in the process's locale are percent-encoded). Samples are spread over the
-// range they span; samples that are not numbers are stored as code 0. No line end.
+// range they span; NaN samples are stored as code 0. No line end.
 TW_EXPORT std::string toEmbeddedText(const Lut3D& lut, long id, const std::string& name);
 
 // Reads any TWLUT text into `lut`, which is reset first. Numbers are read as in the C locale. On
 // failure returns false, sets *err (when given) to one fixed message and leaves `lut` partly
 // written: to be discarded.
 TW_EXPORT bool parseEmbeddedText(const std::string& text, Lut3D& lut, std::string* err);
+
+// The base64 data of a TWLUT text of the forms 1 to 3: where they begin, and how many characters of
+// the alphabet a reader takes.
+struct EmbeddedData {
+    std::size_t start = 0;
+    std::size_t characters = 0;
+};
+
+// Read from the first 1200 characters of a text, by parseEmbeddedText's own rules; none where that
+// refuses the text before its data, and for the forms without any.
+std::optional<EmbeddedData> embeddedData(const std::string& text);
 
 // The TWLUT text held in `count` raw bytes of a parameter, either 8-bit or as 16-bit little-endian
 // units; empty when the bytes hold none. `bytes` may be null.

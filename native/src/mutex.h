@@ -13,7 +13,7 @@ enum class LockKind {
 };
 
 #ifdef TINTWELL_CHECK_LOCKS
-// One lock in its thread's notes. Names are constant texts.
+// One lock in the record that a thread keeps of its locks. Names are constant texts.
 class LockNote {
 public:
     constexpr LockNote(const char* name, LockKind kind) : name_(name), kind_(kind) {}

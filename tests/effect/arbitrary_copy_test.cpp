@@ -4,30 +4,30 @@
 namespace effect_test {
 namespace {
 
-using ArbitraryNewTest = ArbitraryTest;
-using ArbitraryDisposeTest = ArbitraryTest;
-using ArbitraryCopyTest = ArbitraryTest;
-using ArbitraryInterpTest = ArbitraryTest;
+using ArbitraryNew = ArbitraryTest;
+using ArbitraryDispose = ArbitraryTest;
+using ArbitraryCopy = ArbitraryTest;
+using ArbitraryInterp = ArbitraryTest;
 
-TEST_F(ArbitraryNewTest, holdsNoLut_whenTheHostHasMemory) {
+TEST_F(ArbitraryNew, holdsNoLut_whenTheHostHasMemory) {
     EXPECT_EQ(contents(calls().create()), emptyLut());
     EXPECT_EQ(emptyLut().size(), 12U);
 }
 
-TEST_F(ArbitraryNewTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllocation(1);
+TEST_F(ArbitraryNew, isNullWithoutError_whenTheHostHasNoMemory) {
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().create();
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);
 }
 
-TEST_F(ArbitraryNewTest, isUnfilledAndUnlocked_whenItCannotBeLocked) {
-    host->refusals().failLock(1);
+TEST_F(ArbitraryNew, isUnfilledAndUnlocked_whenItCannotBeLocked) {
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().create()), unfilled(12));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryDisposeTest, freesTheValue_whenThereIsOne) {
+TEST_F(ArbitraryDispose, freesTheValue_whenThereIsOne) {
     const auto made = calls().create();
     const std::size_t before = counts().live;
     EXPECT_EQ(calls().dispose(made.value), 0);
@@ -35,29 +35,29 @@ TEST_F(ArbitraryDisposeTest, freesTheValue_whenThereIsOne) {
     EXPECT_FALSE(host->handles().isLive(made.value));
 }
 
-TEST_F(ArbitraryDisposeTest, asksTheHostForNothing_whenTheHandleIsNull) {
+TEST_F(ArbitraryDispose, asksTheHostForNothing_whenTheHandleIsNull) {
     const std::size_t before = counts().disposals;
     EXPECT_EQ(calls().dispose(nullptr), 0);
     EXPECT_EQ(counts().disposals, before);
 }
 
-TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceIsNull) {
+TEST_F(ArbitraryCopy, holdsNoLut_whenTheSourceIsNull) {
     EXPECT_EQ(contents(calls().copy(nullptr)), emptyLut());
 }
 
-TEST_F(ArbitraryCopyTest, holdsTheSameBytes_whenTheSourceIsALut) {
+TEST_F(ArbitraryCopy, holdsTheSameBytes_whenTheSourceIsALut) {
     const PF_ArbitraryH source = holding(rotationText());
     const auto made = calls().copy(source);
     EXPECT_NE(made.value, source);
     EXPECT_EQ(contents(made), widened(rotationText()));
 }
 
-TEST_F(ArbitraryCopyTest, keepsEightBitText_whenTheSourceHoldsSuch) {
+TEST_F(ArbitraryCopy, keepsEightBitText_whenTheSourceHoldsSuch) {
     const Bytes text = bytesOf(rotationText());
     EXPECT_EQ(contents(calls().copy(holding(text))), text);
 }
 
-TEST_F(ArbitraryCopyTest, looksAtTheFirstFiveCharactersOnly) {
+TEST_F(ArbitraryCopy, looksAtTheFirstFiveCharactersOnly) {
     const Bytes narrow = bytesOf(
         "TWLUT\x01\xFF"
         "abc");
@@ -88,7 +88,7 @@ std::vector<Foreign> foreignValues() {
             {"zero bytes", Bytes(40, 0)}};
 }
 
-TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceIsForeign) {
+TEST_F(ArbitraryCopy, holdsNoLut_whenTheSourceIsForeign) {
     for (const Foreign& foreign : foreignValues()) {
         SCOPED_TRACE(foreign.what);
         const PF_ArbitraryH source = holding(foreign.bytes);
@@ -97,22 +97,22 @@ TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceIsForeign) {
     }
 }
 
-TEST_F(ArbitraryCopyTest, holdsNoLut_whenTheSourceCannotBeLocked) {
+TEST_F(ArbitraryCopy, holdsNoLut_whenTheSourceCannotBeLocked) {
     const PF_ArbitraryH source = holding(rotationText());
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().copy(source)), emptyLut());
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryCopyTest, isUnfilled_whenTheCopyCannotBeLocked) {
+TEST_F(ArbitraryCopy, isUnfilled_whenTheCopyCannotBeLocked) {
     const PF_ArbitraryH source = holding(rotationText());
-    host->refusals().failLock(2);
+    host->refusals().fail(host_sim::Refusal::kLock, 2);
     EXPECT_EQ(contents(calls().copy(source)), unfilled(widened(rotationText()).size()));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryCopyTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllAllocations(true);
+TEST_F(ArbitraryCopy, isNullWithoutError_whenTheHostHasNoMemory) {
+    host->refusals().fail(host_sim::Refusal::kAllocation, host_sim::kEveryCall);
     for (const PF_ArbitraryH source :
          {PF_ArbitraryH{nullptr}, holding(rotationText()), holding(widened("foreign data"))}) {
         const auto made = calls().copy(source);
@@ -121,7 +121,7 @@ TEST_F(ArbitraryCopyTest, isNullWithoutError_whenTheHostHasNoMemory) {
     }
 }
 
-TEST_F(ArbitraryInterpTest, isTheEarlierValue_whateverTheFraction) {
+TEST_F(ArbitraryInterp, isTheEarlierValue_whateverTheFraction) {
     const PF_ArbitraryH left = holding(rotationText());
     const PF_ArbitraryH right = holding(quarterText());
     for (const double at : {0.0, 0.25, 0.999, 1.0, -1.0}) {
@@ -129,21 +129,21 @@ TEST_F(ArbitraryInterpTest, isTheEarlierValue_whateverTheFraction) {
     }
 }
 
-TEST_F(ArbitraryInterpTest, holdsNoLut_whenTheEarlierValueIsNone) {
+TEST_F(ArbitraryInterp, holdsNoLut_whenTheEarlierValueIsNone) {
     const PF_ArbitraryH right = holding(rotationText());
     EXPECT_EQ(contents(calls().interpolate(nullptr, right, 1.0)), emptyLut());
     EXPECT_EQ(contents(calls().interpolate(nullptr, nullptr, 0.5)), emptyLut());
     EXPECT_EQ(contents(calls().interpolate(holding(bigEndian("TWLUT0")), right, 0.5)), emptyLut());
 }
 
-TEST_F(ArbitraryInterpTest, needsNoLaterValue) {
+TEST_F(ArbitraryInterp, needsNoLaterValue) {
     const PF_ArbitraryH left = holding(rotationText());
     EXPECT_EQ(contents(calls().interpolate(left, nullptr, 1.0)), widened(rotationText()));
 }
 
-TEST_F(ArbitraryInterpTest, isNullWithoutError_whenTheHostHasNoMemory) {
+TEST_F(ArbitraryInterp, isNullWithoutError_whenTheHostHasNoMemory) {
     const PF_ArbitraryH left = holding(rotationText());
-    host->refusals().failAllocation(1);
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().interpolate(left, left, 0.5);
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);

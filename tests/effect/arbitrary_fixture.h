@@ -1,10 +1,11 @@
-// Ground of the tests of the LUT parameter's data: a host without instances, and values of its own.
+// Fixture of the tests of the LUT parameter's data: a host without instances, and values of its
+// own.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "host_sim/arbitrary.h"
+#include "host_sim/arbitrary_calls.h"
 #include "tests/effect/effect_fixture.h"
 #include "tests/effect/texts.h"
 

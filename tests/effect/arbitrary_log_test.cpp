@@ -6,7 +6,7 @@
 namespace effect_test {
 namespace {
 
-class ArbitraryLogTest : public ArbitraryTest {
+class ArbitraryLog : public ArbitraryTest {
 protected:
     // A selector that no host has. All fields would be written through null pointers.
     PF_Err unknown(PF_FunctionSelector selector) {
@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(ArbitraryLogTest, namesEachSelector) {
+TEST_F(ArbitraryLog, namesEachSelector) {
     const PF_ArbitraryH value = holding("TWLUT0");
     calls().dispose(calls().create().value);
     contents(calls().copy(value));
@@ -31,14 +31,14 @@ TEST_F(ArbitraryLogTest, namesEachSelector) {
                                     "Arb PRINT_SIZE", "Arb PRINT", "Arb SCAN"}));
 }
 
-TEST_F(ArbitraryLogTest, callsUnknownSelectorsByAQuestionMark) {
+TEST_F(ArbitraryLog, callsUnknownSelectorsByAQuestionMark) {
     for (const PF_FunctionSelector selector : {11, 12, 1000, -1, -100}) {
         EXPECT_EQ(unknown(selector), 0) << selector;
         EXPECT_EQ(newLogLines(), Lines({"Arb ?"})) << selector;
     }
 }
 
-TEST_F(ArbitraryLogTest, isSilentAboutFrequentCalls_afterTwenty) {
+TEST_F(ArbitraryLog, isSilentAboutFrequentCalls_afterTwenty) {
     const PF_ArbitraryH value = holding("TWLUT0");
     for (int i = 0; i < 19; ++i)
         calls().flatSize(value);
@@ -50,7 +50,7 @@ TEST_F(ArbitraryLogTest, isSilentAboutFrequentCalls_afterTwenty) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-TEST_F(ArbitraryLogTest, countsNegativeSelectorsAsFrequent) {
+TEST_F(ArbitraryLog, countsNegativeSelectorsAsFrequent) {
     for (int i = 0; i < 25; ++i)
         unknown(-1);
     EXPECT_EQ(newLogLines(), Lines(20, "Arb ?"));
@@ -58,7 +58,7 @@ TEST_F(ArbitraryLogTest, countsNegativeSelectorsAsFrequent) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-TEST_F(ArbitraryLogTest, isNeverSilentAboutTextAndUnknownSelectors) {
+TEST_F(ArbitraryLog, isNeverSilentAboutTextAndUnknownSelectors) {
     for (int i = 0; i < 25; ++i)
         calls().flatSize(nullptr);
     newLogLines();
@@ -71,7 +71,7 @@ TEST_F(ArbitraryLogTest, isNeverSilentAboutTextAndUnknownSelectors) {
               Lines({"Arb SCAN", "  scan 8 bytes failed: bad calibration pattern size", "Arb ?"}));
 }
 
-TEST_F(ArbitraryLogTest, doesNotCountTextTowardsTheTwenty) {
+TEST_F(ArbitraryLog, doesNotCountTextTowardsTheTwenty) {
     for (int i = 0; i < 15; ++i)
         calls().print(nullptr);
     newLogLines();
@@ -80,7 +80,7 @@ TEST_F(ArbitraryLogTest, doesNotCountTextTowardsTheTwenty) {
     EXPECT_EQ(newLogLines(), Lines(20, "Arb FLAT_SIZE"));
 }
 
-TEST_F(ArbitraryLogTest, stillSaysWhatItRefused_whenItIsSilent) {
+TEST_F(ArbitraryLog, stillSaysWhatItRefused_whenItIsSilent) {
     for (int i = 0; i < 20; ++i)
         calls().flatSize(nullptr);
     newLogLines();
@@ -88,7 +88,7 @@ TEST_F(ArbitraryLogTest, stillSaysWhatItRefused_whenItIsSilent) {
     EXPECT_EQ(newLogLines(), Lines({"Arb UNFLATTEN: 7 bytes are not TWLUT text, using none"}));
 }
 
-TEST_F(ArbitraryLogTest, countsForTheProcess_notForTheHost) {
+TEST_F(ArbitraryLog, countsForTheProcess_notForTheHost) {
     for (int i = 0; i < 20; ++i)
         calls().flatSize(nullptr);
     newLogLines();
@@ -98,7 +98,7 @@ TEST_F(ArbitraryLogTest, countsForTheProcess_notForTheHost) {
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4"}));
 }
 
-TEST_F(ArbitraryLogTest, logsJustTwenty_whenThreadsShareThem) {
+TEST_F(ArbitraryLog, logsJustTwenty_whenThreadsShareThem) {
     std::vector<std::thread> threads;
     for (int t = 0; t < 8; ++t) {
         threads.emplace_back([this] {

@@ -4,10 +4,10 @@
 namespace effect_test {
 namespace {
 
-using ArbitraryPrintSizeTest = ArbitraryTest;
-using ArbitraryScanTest = ArbitraryTest;
+using ArbitraryPrintSize = ArbitraryTest;
+using ArbitraryScan = ArbitraryTest;
 
-class ArbitraryPrintTest : public ArbitraryTest {
+class ArbitraryPrint : public ArbitraryTest {
 protected:
     // Prints into the first `size` bytes of ten.
     std::string printedInto(PF_ArbitraryH value, A_u_long size, PF_ArbPrintFlags flags = 0) {
@@ -20,13 +20,13 @@ protected:
     }
 };
 
-TEST_F(ArbitraryPrintSizeTest, hasRoomForTextAndTerminator) {
+TEST_F(ArbitraryPrintSize, hasRoomForTextAndTerminator) {
     EXPECT_EQ(calls().printSize(holding("TWLUT0")).value, 7U);
     EXPECT_EQ(calls().printSize(holding(bytesOf("TWLUT0"))).value, 7U);
     EXPECT_EQ(calls().printSize(holding(rotationText())).value, rotationText().size() + 1);
 }
 
-TEST_F(ArbitraryPrintSizeTest, isOne_whenThereIsNoText) {
+TEST_F(ArbitraryPrintSize, isOne_whenThereIsNoText) {
     Bytes highByte = widened("TWLUT0");
     highByte.back() = 1;
     EXPECT_EQ(calls().printSize(nullptr).value, 1U);
@@ -36,61 +36,61 @@ TEST_F(ArbitraryPrintSizeTest, isOne_whenThereIsNoText) {
     EXPECT_EQ(calls().printSize(holding(highByte)).value, 1U);
 }
 
-TEST_F(ArbitraryPrintSizeTest, isOne_whenTheValueCannotBeLocked) {
+TEST_F(ArbitraryPrintSize, isOne_whenTheValueCannotBeLocked) {
     const PF_ArbitraryH value = holding("TWLUT0");
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     const auto size = calls().printSize(value);
     EXPECT_EQ(size.error, 0);
     EXPECT_EQ(size.value, 1U);
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryPrintTest, givesTheText_inEitherForm) {
+TEST_F(ArbitraryPrint, givesTheText_inEitherForm) {
     EXPECT_EQ(calls().print(holding(emptyLut())).value, "TWLUT0");
     EXPECT_EQ(calls().print(holding(rotationText())).value, rotationText());
     EXPECT_EQ(calls().print(holding(bytesOf(rotationText()))).value, rotationText());
 }
 
-TEST_F(ArbitraryPrintTest, givesNoText_whenTheValueHoldsNone) {
+TEST_F(ArbitraryPrint, givesNoText_whenTheValueHoldsNone) {
     EXPECT_EQ(calls().print(nullptr).value, "");
     EXPECT_EQ(printedInto(nullptr, 10), std::string("\0#########", 10));
     EXPECT_EQ(printedInto(holding(bigEndian("TWLUT0")), 10), std::string("\0#########", 10));
 }
 
-TEST_F(ArbitraryPrintTest, writesTextAndTerminatorOnly_whenTheBufferIsLarger) {
+TEST_F(ArbitraryPrint, writesTextAndTerminatorOnly_whenTheBufferIsLarger) {
     EXPECT_EQ(printedInto(holding("TWLUT0"), 10), std::string("TWLUT0\0###", 10));
 }
 
-TEST_F(ArbitraryPrintTest, cutsTheText_whenTheBufferIsSmaller) {
+TEST_F(ArbitraryPrint, cutsTheText_whenTheBufferIsSmaller) {
     const PF_ArbitraryH value = holding("TWLUT0");
     EXPECT_EQ(printedInto(value, 7), std::string("TWLUT0\0###", 10));
     EXPECT_EQ(printedInto(value, 6), std::string("TWLUT\0####", 10));
     EXPECT_EQ(printedInto(value, 1), std::string("\0#########", 10));
 }
 
-TEST_F(ArbitraryPrintTest, writesNothing_whenTheBufferHasNoBytes) {
+TEST_F(ArbitraryPrint, writesNothing_whenTheBufferHasNoBytes) {
     EXPECT_EQ(printedInto(holding("TWLUT0"), 0), "##########");
 }
 
-TEST_F(ArbitraryPrintTest, returnsZero_whenThereIsNoBuffer) {
+TEST_F(ArbitraryPrint, returnsZero_whenThereIsNoBuffer) {
     PF_ArbParamsExtra extra = {};
     extra.which_function = PF_Arbitrary_PRINT_FUNC;
     extra.u.print_func_params = {nullptr, 0, holding("TWLUT0"), 10, nullptr};
     EXPECT_EQ(calls().raw(extra), 0);
 }
 
-TEST_F(ArbitraryPrintTest, takesNoNoticeOfFlags) {
+TEST_F(ArbitraryPrint, takesNoNoticeOfFlags) {
     EXPECT_EQ(printedInto(holding("TWLUT0"), 10, 1), std::string("TWLUT0\0###", 10));
 }
 
-TEST_F(ArbitraryPrintTest, writesTheTerminator_whenTheValueCannotBeLocked) {
+TEST_F(ArbitraryPrint, writesTheTerminator_whenTheValueCannotBeLocked) {
     const PF_ArbitraryH value = holding("TWLUT0");
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(printedInto(value, 10), std::string("\0#########", 10));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryScanTest, storesTheTextItself_whenItCanBeRead) {
+TEST_F(ArbitraryScan, storesTheTextItself_whenItCanBeRead) {
     for (const std::string& text :
          {std::string("TWLUT0"), std::string("TWLUT0 and more \xE9\xFF"), std::string("TWLUTP 17"),
           rotationText(), rotationText() + "  surplus", "TWLUT2 9 2 0 1 " + std::string(64, 'A'),
@@ -100,7 +100,7 @@ TEST_F(ArbitraryScanTest, storesTheTextItself_whenItCanBeRead) {
     EXPECT_EQ(newLogLines(), Lines(8, "Arb SCAN"));
 }
 
-TEST_F(ArbitraryScanTest, readsAsManyBytesAsTold_whenMoreFollow) {
+TEST_F(ArbitraryScan, readsAsManyBytesAsTold_whenMoreFollow) {
     PF_ArbitraryH made = nullptr;
     PF_ArbParamsExtra extra = {};
     extra.which_function = PF_Arbitrary_SCAN_FUNC;
@@ -131,7 +131,7 @@ std::vector<Unreadable> unreadableTexts() {
              "  scan 80 bytes failed: LUT data is truncated"}};
 }
 
-TEST_F(ArbitraryScanTest, refusesAndSaysWhy_whenTheTextCannotBeRead) {
+TEST_F(ArbitraryScan, refusesAndSaysWhy_whenTheTextCannotBeRead) {
     for (const Unreadable& row : unreadableTexts()) {
         SCOPED_TRACE(row.line);
         EXPECT_EQ(calls().scan(row.text).error, 518);
@@ -140,7 +140,7 @@ TEST_F(ArbitraryScanTest, refusesAndSaysWhy_whenTheTextCannotBeRead) {
     EXPECT_EQ(counts().allocations, 1U);  // the parameter's default
 }
 
-TEST_F(ArbitraryScanTest, leavesTheOutputUnwritten_whenItRefuses) {
+TEST_F(ArbitraryScan, leavesTheOutputUnwritten_whenItRefuses) {
     PF_ArbitraryH untouched = holding("TWLUTP 9");
     const PF_ArbitraryH before = untouched;
     PF_ArbParamsExtra extra = {};
@@ -151,27 +151,27 @@ TEST_F(ArbitraryScanTest, leavesTheOutputUnwritten_whenItRefuses) {
     EXPECT_TRUE(host->handles().isLive(before));
 }
 
-TEST_F(ArbitraryScanTest, leavesTheParameterAsItWas_whenItRefuses) {
+TEST_F(ArbitraryScan, leavesTheParameterAsItWas_whenItRefuses) {
     host_sim::Instance& effect = host->apply();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     EXPECT_EQ(effect.scan(kLut, "TWLUTP 65"), 518);
     EXPECT_EQ(host->handles().contents(effect.arbitrary(kLut)), widened(rotationText()));
 }
 
-TEST_F(ArbitraryScanTest, isNullWithoutError_whenTheHostHasNoMemory) {
-    host->refusals().failAllocation(1);
+TEST_F(ArbitraryScan, isNullWithoutError_whenTheHostHasNoMemory) {
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto made = calls().scan("TWLUT0");
     EXPECT_EQ(made.error, 0);
     EXPECT_EQ(made.value, nullptr);
 }
 
-TEST_F(ArbitraryScanTest, isUnfilled_whenTheNewValueCannotBeLocked) {
-    host->refusals().failLock(1);
+TEST_F(ArbitraryScan, isUnfilled_whenTheNewValueCannotBeLocked) {
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(contents(calls().scan("TWLUTP 20")), unfilled(18));
     EXPECT_EQ(counts().unlocksAfterRefusal, 1U);
 }
 
-TEST_F(ArbitraryScanTest, givesWhatPrintGave) {
+TEST_F(ArbitraryScan, givesWhatPrintGave) {
     const std::string printed = calls().print(holding(bytesOf(rotationText()))).value;
     EXPECT_EQ(contents(calls().scan(printed)), widened(rotationText()));
 }

@@ -30,7 +30,7 @@ const Throw kThrows[] = {
     {"a std::bad_alloc", [] { throw std::bad_alloc(); }},
 };
 
-TEST_F(DialogsThatThrow, end_a_press_with_an_error_from_the_open_panel) {
+TEST_F(DialogsThatThrow, endAPressWithAnError_fromTheOpenPanel) {
     for (const Throw& thrown : kThrows) {
         SCOPED_TRACE(thrown.what);
         dialogs().pick = [&] { return thrown.act(), std::string(); };
@@ -38,7 +38,7 @@ TEST_F(DialogsThatThrow, end_a_press_with_an_error_from_the_open_panel) {
     }
 }
 
-TEST_F(DialogsThatThrow, end_a_press_with_an_error_from_both_alerts) {
+TEST_F(DialogsThatThrow, endAPressWithAnError_fromBothAlerts) {
     const std::string files[] = {path("no.cube"), write("x.cube", cube(2, "DOMAIN_MAX 1 1 2\n"))};
     for (const Throw& thrown : kThrows) {
         dialogs().acknowledge = thrown.act;
@@ -51,7 +51,7 @@ TEST_F(DialogsThatThrow, end_a_press_with_an_error_from_both_alerts) {
     }
 }
 
-TEST_F(DialogsThatThrow, end_a_press_with_an_error_from_the_edit_buttons_alert) {
+TEST_F(DialogsThatThrow, endAPressWithAnError_fromTheEditButtonsAlert) {
     for (const Throw& thrown : kThrows) {
         SCOPED_TRACE(thrown.what);
         dialogs().acknowledge = thrown.act;

@@ -7,11 +7,11 @@
 namespace effect_test {
 namespace {
 
-using DispatchTest = EffectTest;
+using Dispatch = EffectTest;
 
-class UnlistedCommandTest : public EffectTest, public ::testing::WithParamInterface<PF_Cmd> {};
+class UnlistedCommand : public EffectTest, public ::testing::WithParamInterface<PF_Cmd> {};
 
-TEST_P(UnlistedCommandTest, returnsZeroAndTouchesNothing) {
+TEST_P(UnlistedCommand, returnsZeroAndTouchesNothing) {
     start();
     newLogLines();
     const PF_OutData preset = fullOutData();
@@ -23,12 +23,12 @@ TEST_P(UnlistedCommandTest, returnsZeroAndTouchesNothing) {
 }
 
 // The hosts' command numbers, and numbers that are none.
-INSTANTIATE_TEST_SUITE_P(Commands, UnlistedCommandTest,
+INSTANTIATE_TEST_SUITE_P(Commands, UnlistedCommand,
                          ::testing::Values(2, 3, 5, 6, 7, 8, 9, 10, 12, 15, 16, 17, 18, 19, 20, 21,
                                            23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 1000,
                                            -1));
 
-TEST_F(DispatchTest, returnsZero_whenSequenceAndFrameAreSetUpWithParams) {
+TEST_F(Dispatch, returnsZero_whenSequenceAndFrameAreSetUpWithParams) {
     host_sim::Instance& effect = start();
     host->outPreset() = fullOutData();
     for (const PF_Cmd command :
@@ -39,7 +39,7 @@ TEST_F(DispatchTest, returnsZero_whenSequenceAndFrameAreSetUpWithParams) {
     }
 }
 
-TEST_F(DispatchTest, saysNameVersionAndPurpose_whenAbout) {
+TEST_F(Dispatch, saysNameVersionAndPurpose_whenAbout) {
     start();
     const host_sim::CommandResult result = host->command(PF_Cmd_ABOUT);
     EXPECT_EQ(result.error, 0);
@@ -47,7 +47,7 @@ TEST_F(DispatchTest, saysNameVersionAndPurpose_whenAbout) {
               "Tintwell 1.0\rApplies the colour match made in the Tintwell panel.");
 }
 
-TEST_F(DispatchTest, writesTheMessageAndItsTerminatorOnly_whenAboutFindsAFullRecord) {
+TEST_F(Dispatch, writesTheMessageAndItsTerminatorOnly_whenAboutFindsAFullRecord) {
     start();
     const PF_OutData preset = fullOutData();
     host->outPreset() = preset;
@@ -58,14 +58,14 @@ TEST_F(DispatchTest, writesTheMessageAndItsTerminatorOnly_whenAboutFindsAFullRec
     EXPECT_TRUE(sameBytes(result.out, preset));
 }
 
-TEST_F(DispatchTest, logsNothing_whenAbout) {
+TEST_F(Dispatch, logsNothing_whenAbout) {
     start();
     newLogLines();
     host->command(PF_Cmd_ABOUT);
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-TEST_F(DispatchTest, logsTheIndex_whenAParameterWithoutButtonChanged) {
+TEST_F(Dispatch, logsTheIndex_whenAParameterWithoutButtonChanged) {
     host_sim::Instance& effect = start();
     newLogLines();
     const PF_OutData preset = host->outPreset();
@@ -78,7 +78,7 @@ TEST_F(DispatchTest, logsTheIndex_whenAParameterWithoutButtonChanged) {
     }
 }
 
-TEST_F(DispatchTest, logsMinusOne_whenTheChangedParameterIsNotTold) {
+TEST_F(Dispatch, logsMinusOne_whenTheChangedParameterIsNotTold) {
     host_sim::Instance& effect = start();
     newLogLines();
     EXPECT_EQ(effect.pressWithoutRecord().error, 0);

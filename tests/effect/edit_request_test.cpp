@@ -77,44 +77,44 @@ protected:
 
 // ---- No match
 
-TEST_F(EditRequest, is_refused_without_a_handle) {
+TEST_F(EditRequest, isRefused_withoutAHandle) {
     effect().setNull(kLut);
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_for_a_fresh_effect) {
+TEST_F(EditRequest, isRefused_forAFreshEffect) {
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_for_foreign_bytes) {
+TEST_F(EditRequest, isRefused_forForeignBytes) {
     effect().setBytes(kLut, {'n', 'o', 't', 'h', 'i', 'n', 'g', '!'});
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_for_a_lut_without_match) {
+TEST_F(EditRequest, isRefused_forALutWithoutMatch) {
     hold(lutText(0, "plain"));
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_for_a_negative_id) {
+TEST_F(EditRequest, isRefused_forANegativeId) {
     hold(lutText(-7, "odd"));
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_for_a_calibration_pattern) {
+TEST_F(EditRequest, isRefused_forACalibrationPattern) {
     hold("TWLUTP 8");
     expectNoMatch();
 }
 
-TEST_F(EditRequest, is_refused_when_the_handle_cannot_be_locked) {
+TEST_F(EditRequest, isRefused_whenTheHandleCannotBeLocked) {
     hold(lutText(7, "Dusk"));
-    host().refusals().failLock(1);
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     expectNoMatch();
 }
 
 // ---- The file
 
-TEST_F(EditRequest, is_one_line_for_the_panel) {
+TEST_F(EditRequest, isOneLineForThePanel) {
     hold(lutText(7, "Dusk"));
     EXPECT_EQ(requestWithoutTime(), "{\"id\":7,\"name\":\"Dusk\",\"at\":");
     EXPECT_EQ(log(), (Lines{kPressed, "Edit LUT: requested match 7 (Dusk)"}));
@@ -124,31 +124,31 @@ TEST_F(EditRequest, is_one_line_for_the_panel) {
     EXPECT_EQ(request["id"], 7);
 }
 
-TEST_F(EditRequest, escapes_quotes_and_backslashes) {
+TEST_F(EditRequest, escapesQuotesAndBackslashes) {
     hold(lutText(7, "say \"hi\" \\o/"));
     EXPECT_EQ(requestWithoutTime(), R"({"id":7,"name":"say \"hi\" \\o/","at":)");
     EXPECT_EQ(log().back(), "Edit LUT: requested match 7 (say \"hi\" \\o/)");
     EXPECT_EQ(nlohmann::json::parse(twtest::readFile(file_))["name"], "say \"hi\" \\o/");
 }
 
-TEST_F(EditRequest, leaves_every_other_byte_as_it_is) {
+TEST_F(EditRequest, keepsEveryOtherByte) {
     const std::string name = "e\xCC\x81 \t\n\x01 \xF0\x9F\x8E\xA8";
     hold(lutText(7, name));
     EXPECT_EQ(requestWithoutTime(), "{\"id\":7,\"name\":\"" + name + "\",\"at\":");
 }
 
-TEST_F(EditRequest, may_have_an_empty_name_and_the_largest_id) {
+TEST_F(EditRequest, mayHaveAnEmptyNameAndTheLargestId) {
     hold(lutText(9223372036854775807L, ""));
     EXPECT_EQ(requestWithoutTime(), "{\"id\":9223372036854775807,\"name\":\"\",\"at\":");
 }
 
-TEST_F(EditRequest, replaces_an_older_one_whole) {
+TEST_F(EditRequest, replacesAnOlderOneWhole) {
     hold(lutText(7, "Dusk"));
     write("Library/Application Support/Tintwell/edit-request.json", std::string(5000, 'x'));
     EXPECT_EQ(requestWithoutTime(), "{\"id\":7,\"name\":\"Dusk\",\"at\":");
 }
 
-TEST_F(EditRequest, has_a_later_time_when_pressed_again) {
+TEST_F(EditRequest, hasALaterTime_whenPressedAgain) {
     hold(lutText(7, "Dusk"));
     press();
     const auto first = nlohmann::json::parse(twtest::readFile(file_));
@@ -160,7 +160,7 @@ TEST_F(EditRequest, has_a_later_time_when_pressed_again) {
     EXPECT_GT(second["at"].get<std::int64_t>(), first["at"].get<std::int64_t>());
 }
 
-TEST_F(EditRequest, is_cut_at_599_bytes) {
+TEST_F(EditRequest, isCutAt599Bytes) {
     const std::string name(399, '"');
     std::string text = lutText(7, "n");
     hold(text.replace(text.find(" n "), 3, " " + name + " "));
@@ -171,7 +171,7 @@ TEST_F(EditRequest, is_cut_at_599_bytes) {
     EXPECT_EQ(twtest::readFile(file_), ("{\"id\":7,\"name\":\"" + escaped).substr(0, 599));
 }
 
-TEST_F(EditRequest, is_lost_without_a_word_when_the_file_cannot_be_opened) {
+TEST_F(EditRequest, isLostSilently_whenTheFileCannotBeOpened) {
     std::filesystem::create_directory(file_);
     hold(lutText(7, "Dusk"));
     press();
@@ -179,7 +179,7 @@ TEST_F(EditRequest, is_lost_without_a_word_when_the_file_cannot_be_opened) {
     EXPECT_EQ(dialogs().alerts, Alerts());
 }
 
-TEST_F(EditRequest, makes_no_folder) {
+TEST_F(EditRequest, makesNoFolder) {
     hold(lutText(7, "Dusk"));
     std::filesystem::remove_all(path("Library"));
     press();
@@ -189,7 +189,7 @@ TEST_F(EditRequest, makes_no_folder) {
 
 // ---- The line by itself
 
-TEST(EditRequestLine, ends_where_599_bytes_end) {
+TEST(EditRequestLine, endsAtByte599) {
     const std::string frame = "{\"id\":1,\"name\":\"\",\"at\":2}\n";
     const std::string fitting(599 - frame.size(), 'n');
     EXPECT_EQ(tw_effect::editRequestLine(1, fitting, 2),

@@ -1,4 +1,4 @@
-// Ground of the effect's tests: a home folder of their own, the real module in a simulated host,
+// Fixture of the effect's tests: a home folder of their own, the real module in a simulated host,
 // and the log that the effect leaves.
 #pragma once
 

@@ -4,8 +4,8 @@
 #include <ostream>
 #include <string>
 
-#include "host_sim/frame.h"
-#include "host_sim/personality.h"
+#include "host_sim/values/frame.h"
+#include "host_sim/values/personality.h"
 
 namespace effect_test {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host_sim/frame.h"
+#include "host_sim/values/frame.h"
 #include "native/src/lut_engine.h"
 #include "tests/support/random.h"
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char kSuite[] = "PF Pixel Format Suite";
 
-class GlobalTest : public EffectTest {
+class Global : public EffectTest {
 protected:
     host_sim::CommandResult setUp(const host_sim::Personality& personality) {
         if (!host) open(personality).registerEffect();
@@ -32,7 +32,7 @@ void expectVersionAndFlags(const host_sim::CommandResult& result) {
     EXPECT_EQ(result.out.out_flags2, 0x8000000);
 }
 
-TEST_F(GlobalTest, setsVersionAndFlagsOnly_whenTheRecordIsFull) {
+TEST_F(Global, setsVersionAndFlagsOnly_whenTheRecordIsFull) {
     open(host_sim::afterEffects()).registerEffect();
     PF_OutData expected = fullOutData();
     host->outPreset() = expected;
@@ -44,13 +44,13 @@ TEST_F(GlobalTest, setsVersionAndFlagsOnly_whenTheRecordIsFull) {
     EXPECT_TRUE(sameBytes(result.out, expected));
 }
 
-TEST_F(GlobalTest, logsBuildHostAndInterface_inAfterEffects) {
+TEST_F(Global, logsBuildHostAndInterface_inAfterEffects) {
     expectVersionAndFlags(setUp(host_sim::afterEffects()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=FXTC api=13.29"}));
     EXPECT_EQ(suiteRequests(), 0);
 }
 
-TEST_F(GlobalTest, logsBuildHostAndInterface_inPremierePro) {
+TEST_F(Global, logsBuildHostAndInterface_inPremierePro) {
     host_sim::Personality older = host_sim::premierePro();
     older.apiVersion.major = 12;
     older.apiVersion.minor = 7;
@@ -58,7 +58,7 @@ TEST_F(GlobalTest, logsBuildHostAndInterface_inPremierePro) {
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=12.7"}));
 }
 
-TEST_F(GlobalTest, printsTheCodesBytesFromTheHighestOn_whenTheHostIsUnknown) {
+TEST_F(Global, printsTheCodesBytesFromTheHighestOn_whenTheHostIsUnknown) {
     host_sim::Personality other = host_sim::afterEffects();
     other.applId = static_cast<A_long>(0xE9427A31);
     expectVersionAndFlags(setUp(other));
@@ -67,7 +67,7 @@ TEST_F(GlobalTest, printsTheCodesBytesFromTheHighestOn_whenTheHostIsUnknown) {
     EXPECT_EQ(suiteRequests(), 0);
 }
 
-TEST_F(GlobalTest, stampsItsLineWithTheTime) {
+TEST_F(Global, stampsItsLineWithTheTime) {
     setUp(host_sim::afterEffects());
     const std::regex line(
         R"(\d{4}-[01]\d-[0-3]\d [0-2]\d:[0-5]\d:[0-6]\d  GlobalSetup build 11 .*\n)");
@@ -75,7 +75,7 @@ TEST_F(GlobalTest, stampsItsLineWithTheTime) {
     EXPECT_TRUE(std::regex_match(log, line)) << log;
 }
 
-TEST_F(GlobalTest, declaresFloatBeforeEightBits_inPremierePro) {
+TEST_F(Global, declaresFloatBeforeEightBits_inPremierePro) {
     setUp(host_sim::premierePro());
     const std::vector<PrPixelFormat> floatFirst = {PrPixelFormat_BGRA_4444_32f,
                                                    PrPixelFormat_BGRA_4444_8u};
@@ -85,34 +85,34 @@ TEST_F(GlobalTest, declaresFloatBeforeEightBits_inPremierePro) {
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 1);
 }
 
-TEST_F(GlobalTest, clearsBeforeItAdds_whenTheHostRemembersFormats) {
+TEST_F(Global, clearsBeforeItAdds_whenTheHostRemembersFormats) {
     setUp(host_sim::premierePro());
     setUp(host_sim::premierePro());
     EXPECT_EQ(host->pixelFormats().declared().size(), 2U);
     EXPECT_EQ(host->pixelFormats().clearCalls(), 2);
 }
 
-TEST_F(GlobalTest, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
+TEST_F(Global, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4",
                                     "GlobalSetup: no pixel format suite"}));
     EXPECT_TRUE(host->pixelFormats().declared().empty());
 }
 
-TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteIsNull) {
+TEST_F(Global, saysSoAndGoesOn_whenTheSuiteIsNull) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().nullSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
     EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
 }
 
-TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
+TEST_F(Global, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
     open(host_sim::premierePro()).registerEffect();
-    host->refusals().refuseSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
     EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
@@ -120,7 +120,7 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
 }
 
-TEST_F(GlobalTest, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
+TEST_F(Global, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
     open(host_sim::premierePro()).registerEffect();
     host->refusals().withoutBasicSuite(true);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
@@ -129,15 +129,15 @@ TEST_F(GlobalTest, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
     EXPECT_EQ(suiteRequests(), 0);
 }
 
-TEST_F(GlobalTest, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
+TEST_F(Global, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
     open(host_sim::afterEffects()).registerEffect();
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::afterEffects()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=FXTC api=13.29"}));
     EXPECT_EQ(suiteRequests(), 0);
 }
 
-TEST(GlobalWithoutDataFolderTest, succeeds_whenTheLogCannotBeWritten) {
+TEST(GlobalWithoutDataFolder, succeeds_whenTheLogCannotBeWritten) {
     const twtest::TempHome home(twtest::TempHome::Holds::kNothing);
     host_sim::Host host(twtest::testedModule(), host_sim::afterEffects());
     host.registerEffect();
@@ -146,7 +146,7 @@ TEST(GlobalWithoutDataFolderTest, succeeds_whenTheLogCannotBeWritten) {
     EXPECT_EQ(host.close(), Lines());
 }
 
-TEST(GlobalWithoutDataFolderTest, makesTheFolder_whenOnlyItIsMissing) {
+TEST(GlobalWithoutDataFolder, makesTheFolder_whenOnlyItIsMissing) {
     const twtest::TempHome home(twtest::TempHome::Holds::kSupportFolder);
     host_sim::Host host(twtest::testedModule(), host_sim::afterEffects());
     host.registerEffect();

@@ -44,49 +44,49 @@ protected:
 
 // ---- Texts
 
-TEST_F(ButtonLabel, asks_for_a_lut_when_the_effect_is_fresh) {
+TEST_F(ButtonLabel, asksForALut_whenTheEffectIsFresh) {
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(label(), "Choose a LUT");
 }
 
-TEST_F(ButtonLabel, asks_for_a_lut_when_there_is_no_handle) {
+TEST_F(ButtonLabel, asksForALut_whenThereIsNoHandle) {
     effect().setNull(kLut);
     effect().updateUi();
     EXPECT_EQ(label(), "Choose a LUT");
 }
 
-TEST_F(ButtonLabel, asks_for_a_lut_when_the_handle_cannot_be_locked) {
+TEST_F(ButtonLabel, asksForALut_whenTheHandleCannotBeLocked) {
     effect().setBytes(kLut, stored(named("Film")));
-    host().refusals().failLock(1);
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     effect().updateUi();
     EXPECT_EQ(label(), "Choose a LUT");
 }
 
-TEST_F(ButtonLabel, asks_for_a_lut_when_the_bytes_are_foreign) {
+TEST_F(ButtonLabel, asksForALut_whenTheBytesAreForeign) {
     EXPECT_EQ(labelOf("nothing of ours"), "Choose a LUT");
     EXPECT_EQ(labelOf("TWLUT3 broken"), "Choose a LUT");
 }
 
-TEST_F(ButtonLabel, tells_of_a_calibration_pattern_of_any_size) {
+TEST_F(ButtonLabel, namesACalibrationPattern_ofAnySize) {
     EXPECT_EQ(labelOf("TWLUTP 2"), "Calibrating");
     EXPECT_EQ(labelOf("TWLUTP 64"), "Calibrating");
 }
 
-TEST_F(ButtonLabel, asks_to_apply_again_for_a_name) {
+TEST_F(ButtonLabel, asksToApplyAgain_whenTheLutHasNoName) {
     std::string text = named("");
     EXPECT_EQ(labelOf(text), "From Tintwell (Apply again to name it)");
     text.replace(0, std::strlen("TWLUT3 0 -"), "TWLUT2 5");
     EXPECT_EQ(labelOf(text), "From Tintwell (Apply again to name it)");
 }
 
-TEST_F(ButtonLabel, is_the_name_as_a_file_name) {
+TEST_F(ButtonLabel, isTheNameAsAFileName) {
     EXPECT_EQ(labelOf(named("Warm.v2")), "Warm.v2.cube");
     EXPECT_EQ(labelOf(named("\xC3\xA9t\xC3\xA9 \"q\"")), "\xC3\xA9t\xC3\xA9 \"q\".cube");
 }
 
 // ---- What the host gets
 
-TEST_F(ButtonLabel, changes_a_copy_of_the_definition_in_two_places) {
+TEST_F(ButtonLabel, changesTwoFieldsOfACopyOfTheDefinition) {
     labelOf(named("Film"));
     ASSERT_EQ(effect().updates().size(), 1u);
     const host_sim::ParamUpdate update = effect().updates().front();
@@ -100,7 +100,7 @@ TEST_F(ButtonLabel, changes_a_copy_of_the_definition_in_two_places) {
 }
 
 // What else a host keeps in its record is its own affair, and comes back to it.
-TEST_F(ButtonLabel, carries_the_rest_of_the_hosts_record_of_the_button) {
+TEST_F(ButtonLabel, keepsTheOtherFieldsOfTheHostsRecord) {
     PF_ParamDef& record = effect().record(kLutButton);
     record.ui_width = 1234;
     std::strcpy(record.name, "another name");
@@ -111,7 +111,7 @@ TEST_F(ButtonLabel, carries_the_rest_of_the_hosts_record_of_the_button) {
     EXPECT_STREQ(update.name, "LUT ");
 }
 
-TEST_F(ButtonLabel, keeps_every_text_where_the_host_found_it) {
+TEST_F(ButtonLabel, keepsEveryTextAtItsAddress) {
     host_sim::Instance& other = host().apply();
     other.setBytes(kLut, stored(named("kept")));
     other.updateUi();
@@ -124,7 +124,7 @@ TEST_F(ButtonLabel, keeps_every_text_where_the_host_found_it) {
 
 // ---- The log
 
-TEST_F(ButtonLabel, is_logged_when_it_or_its_reason_changes) {
+TEST_F(ButtonLabel, isLogged_whenItOrItsReasonChanges) {
     pickFile(write("Film.cube", twtest::cube(2)));
     // The host follows the pick with the update that it asks for.
     const Lines lines = log();
@@ -137,8 +137,9 @@ TEST_F(ButtonLabel, is_logged_when_it_or_its_reason_changes) {
     EXPECT_EQ(log(), Lines{"LUT button: label \"Calibrating\" (update) -> err 0"});
 }
 
-TEST_F(ButtonLabel, is_logged_when_the_hosts_answer_changes) {
-    host().refusals().failParamUpdate(PF_Err_INVALID_CALLBACK);
+TEST_F(ButtonLabel, isLogged_whenTheHostsAnswerChanges) {
+    host().refusals().fail(host_sim::Refusal::kParamUpdate, host_sim::kEveryCall,
+                           PF_Err_INVALID_CALLBACK);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 515"});
@@ -147,7 +148,7 @@ TEST_F(ButtonLabel, is_logged_when_the_hosts_answer_changes) {
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 0"});
 }
 
-TEST_F(ButtonLabel, is_logged_once_the_suite_is_given_back) {
+TEST_F(ButtonLabel, isLogged_afterTheSuiteIsReleased) {
     const auto suite = [this] { return host().suites().use(kSuite, 3); };
     std::vector<Lines> logged;
     bool held = false;
@@ -167,17 +168,17 @@ TEST_F(ButtonLabel, is_logged_once_the_suite_is_given_back) {
 // ---- No suite
 
 TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {
-    host().refusals().hideSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectNoSuite();
 }
 
 TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
-    host().refusals().nullSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectNoSuite();
 }
 
 TEST_F(ButtonLabel, stays_when_the_suite_comes_with_an_error) {
-    host().refusals().refuseSuite(kSuite);
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
     expectNoSuite();
 }
 
@@ -186,8 +187,8 @@ TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
     expectNoSuite();
 }
 
-TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
-    host().refusals().hideSuite(kSuite);
+TEST_F(ButtonLabel, leavesThePickedLutStored_whenItFails) {
+    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     const auto result = pickFile(write("Film.cube", twtest::cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
@@ -200,7 +201,7 @@ TEST_F(ButtonLabel, failing_after_a_pick_leaves_the_lut_stored) {
 // ---- Threads
 
 #ifdef TINTWELL_CHECK_LOCKS
-TEST_F(ButtonLabel, is_kept_and_compared_under_locks) {
+TEST_F(ButtonLabel, isKeptAndComparedUnderLocks) {
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
     twtest::watchCallsOf(host().module().symbol("EffectMain"));
@@ -221,7 +222,7 @@ TEST_F(ButtonLabel, is_kept_and_compared_under_locks) {
 }
 #endif
 
-TEST_F(ButtonLabel, may_be_worked_out_on_several_threads) {
+TEST_F(ButtonLabel, mayBeUpdatedOnSeveralThreads) {
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number) {
         host_sim::Instance& instance = host().apply();

@@ -19,13 +19,13 @@ using twtest::stored;
 
 // ---- The dialog
 
-TEST_F(LutButton, changes_nothing_when_cancelled) {
+TEST_F(LutButton, changesNothing_whenCancelled) {
     expectUnchanged(effect().press(kLutButton));
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine(), "LUT button: cancelled"}));
     EXPECT_EQ(dialogs().alerts, Alerts());
 }
 
-TEST_F(LutButton, opens_the_dialog_in_the_folder_that_the_panel_chose) {
+TEST_F(LutButton, opensTheDialogInTheFolderThatThePanelChose) {
     const std::string folder = path("LUTs été");
     write("LUTs été/x.cube", "");
     write("Library/Application Support/Tintwell/lut-folder.txt", folder + "\r\n");
@@ -34,7 +34,7 @@ TEST_F(LutButton, opens_the_dialog_in_the_folder_that_the_panel_chose) {
     EXPECT_EQ(log()[1], "LUT button: dialog in \"" + folder + "\"");
 }
 
-TEST_F(LutButton, opens_the_dialog_anywhere_without_a_home) {
+TEST_F(LutButton, opensTheDialogAnywhere_withoutAHome) {
     unsetenv("HOME");
     EXPECT_EQ(effect().press(kLutButton).error, PF_Err_NONE);
     EXPECT_EQ(dialogs().folders, Lines{""});
@@ -42,25 +42,25 @@ TEST_F(LutButton, opens_the_dialog_anywhere_without_a_home) {
 
 // ---- Files that are refused
 
-TEST_F(LutButton, refuses_a_file_that_cannot_be_opened) {
+TEST_F(LutButton, refusesAFile_thatCannotBeOpened) {
     expectUnreadable(path("no.cube"), "");
 }
 
-TEST_F(LutButton, refuses_an_empty_file) {
+TEST_F(LutButton, refusesAnEmptyFile) {
     expectUnreadable(write("empty.cube", ""), "");
 }
 
-TEST_F(LutButton, refuses_a_folder) {
+TEST_F(LutButton, refusesAFolder) {
     write("folder.cube/x", "");
     expectUnreadable(path("folder.cube"), "");
 }
 
-TEST_F(LutButton, refuses_a_file_that_does_not_parse) {
+TEST_F(LutButton, refusesAFile_thatDoesNotParse) {
     expectUnreadable(write("1d.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n"),
                      "1D LUTs are not supported");
 }
 
-TEST_F(LutButton, refuses_a_file_that_cannot_be_read_to_its_end) {
+TEST_F(LutButton, refusesAFile_thatCannotBeReadToItsEnd) {
     // Its first 64 KiB end with a line.
     const std::string file = write("long.cube", cube(30, "\n"));
     twtest::watchCallsOf(host().module().symbol("EffectMain"));
@@ -69,24 +69,24 @@ TEST_F(LutButton, refuses_a_file_that_cannot_be_read_to_its_end) {
     expectUnreadable(file, "wrong number of values");
 }
 
-TEST_F(LutButton, names_a_refused_file_as_the_system_spells_it) {
+TEST_F(LutButton, namesARefusedFileByItsSystemPath) {
     // "é" in two code points, as file systems that decompose names give it, and more oddities.
     expectUnreadable(write("e\xCC\x81 \"q\" \xF0\x9F\x8E\xA8.cube", ""), "");
 }
 
-TEST_F(LutButton, refuses_a_domain_a_little_above_one) {
+TEST_F(LutButton, refusesADomainALittleAboveOne) {
     expectForeignDomain("DOMAIN_MAX 1 1 1.0001\n");
 }
 
-TEST_F(LutButton, refuses_a_domain_that_begins_elsewhere) {
+TEST_F(LutButton, refusesADomainThatDoesNotStartAtZero) {
     expectForeignDomain("DOMAIN_MIN 0 -0.5 0\n");
 }
 
 // ---- No memory
 
-TEST_F(LutButton, reports_out_of_memory_when_there_is_no_new_handle) {
+TEST_F(LutButton, reportsOutOfMemory_whenThereIsNoNewHandle) {
     effect().setNull(kLut);
-    host().refusals().failAllocation(1);
+    host().refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(result.changed, std::vector<int>());
@@ -96,8 +96,8 @@ TEST_F(LutButton, reports_out_of_memory_when_there_is_no_new_handle) {
     EXPECT_EQ(dialogs().alerts, Alerts());
 }
 
-TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
-    host().refusals().failResize(1);
+TEST_F(LutButton, reportsOutOfMemory_whenTheResizeFails) {
+    host().refusals().fail(host_sim::Refusal::kResize, 1);
     expectUnchanged(pickFile(write("x.cube", cube(2))), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
     EXPECT_EQ(dialogs().alerts, Alerts());
@@ -105,7 +105,7 @@ TEST_F(LutButton, reports_out_of_memory_when_the_resize_fails) {
 
 // ---- Files that are taken
 
-TEST_F(LutButton, stores_the_file_and_tells_the_host_and_the_log) {
+TEST_F(LutButton, storesTheFileAndTellsTheHostAndTheLog) {
     const std::string text = cube(3);
     expectLoaded("Film.cube", text, 0, "Film");
     const std::size_t bytes = expectedBytes(text, 0, "Film").size();
@@ -117,13 +117,13 @@ TEST_F(LutButton, stores_the_file_and_tells_the_host_and_the_log) {
     EXPECT_EQ(label(), "Film.cube");
 }
 
-TEST_F(LutButton, keeps_the_flags_that_the_host_had_set) {
+TEST_F(LutButton, keepsTheFlagsThatTheHostHadSet) {
     host().outPreset().out_flags = 0x11;
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.out.out_flags, kRefresh | 0x11);
 }
 
-TEST_F(LutButton, flags_the_value_as_changed_and_as_nothing_else) {
+TEST_F(LutButton, setsTheChangeFlagAlone) {
     for (const bool empty : {false, true}) {
         if (empty) effect().setNull(kLut);
         expectLoaded("x.cube", cube(2), 0, "x");
@@ -131,27 +131,27 @@ TEST_F(LutButton, flags_the_value_as_changed_and_as_nothing_else) {
     EXPECT_EQ(host().problems(), Lines());
 }
 
-TEST_F(LutButton, gives_an_empty_parameter_a_handle) {
+TEST_F(LutButton, givesAnEmptyParameterAHandle) {
     effect().setNull(kLut);
     expectLoaded("x.cube", cube(2), 0, "x");
 }
 
-TEST_F(LutButton, resizes_the_handle_that_is_there) {
+TEST_F(LutButton, resizesTheHandleThatIsThere) {
     const PF_Handle before = effect().arbitrary(kLut);
     expectLoaded("large.cube", cube(9), 0, "large");
     expectLoaded("small.cube", cube(2), 0, "small");
     EXPECT_EQ(effect().arbitrary(kLut), before);
 }
 
-TEST_F(LutButton, follows_a_handle_that_is_replaced_by_the_resize) {
+TEST_F(LutButton, storesIntoTheNewHandle_whenTheResizeReplacesIt) {
     const PF_Handle before = effect().arbitrary(kLut);
     host().refusals().replaceHandleOnResize(true);
     expectLoaded("x.cube", cube(2), 0, "x");
     EXPECT_NE(effect().arbitrary(kLut), before);
 }
 
-TEST_F(LutButton, hands_over_a_handle_that_cannot_be_locked) {
-    host().refusals().failLock(1);
+TEST_F(LutButton, handsOverTheHandle_whenItCannotBeLocked) {
+    host().refusals().fail(host_sim::Refusal::kLock, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
@@ -159,18 +159,18 @@ TEST_F(LutButton, hands_over_a_handle_that_cannot_be_locked) {
     EXPECT_EQ(host().handles().counts().unlocksAfterRefusal, 1u);
 }
 
-TEST_F(LutButton, takes_a_unit_domain_that_is_written_out) {
+TEST_F(LutButton, takesAUnitDomain_thatIsWrittenOut) {
     expectLoaded("x.cube", cube(2, "DOMAIN_MIN 0 0 0\nDOMAIN_MAX 1 1 1\n"), 0, "x");
 }
 
-TEST_F(LutButton, takes_a_file_that_just_fills_the_buffer) {
+TEST_F(LutButton, takesAFile_thatJustFillsTheBuffer) {
     for (const std::size_t bytes : {65535u, 65536u, 65537u, 131072u}) {
         SCOPED_TRACE(bytes);
         expectLoaded("x.cube", twtest::cubeOfBytes(3, bytes), 0, "x");
     }
 }
 
-TEST_F(LutButton, stores_a_size_beyond_what_it_reads_back) {
+TEST_F(LutButton, storesASizeBeyondWhatItReadsBack) {
     expectLoaded("big.cube", cube(130), 0, "big");
     EXPECT_EQ(label(), "Choose a LUT");
     // The reader's complaint comes with the decode: let the label's be forgotten.
@@ -189,43 +189,43 @@ TEST_F(LutButton, stores_a_size_beyond_what_it_reads_back) {
 
 // ---- The match id
 
-TEST_F(LutButton, keeps_a_match_id_from_the_middle_of_the_file) {
+TEST_F(LutButton, keepsAMatchId_fromTheMiddleOfTheFile) {
     expectLoaded("x.cube", "TITLE \"x\"\n# Tintwell match 42\n" + cube(2), 42, "x");
 }
 
-TEST_F(LutButton, keeps_a_match_id_from_the_end_of_the_file) {
+TEST_F(LutButton, keepsAMatchId_fromTheEndOfTheFile) {
     expectLoaded("x.cube", cube(2) + "# Tintwell match 42", 42, "x");
 }
 
-TEST_F(LutButton, reads_a_match_id_without_digits_as_none) {
+TEST_F(LutButton, ignoresAMatchId_withoutDigits) {
     expectLoaded("x.cube", "# Tintwell match x\n" + cube(2), 0, "x");
 }
 
-TEST_F(LutButton, takes_the_first_of_several_match_ids) {
+TEST_F(LutButton, takesTheFirstOfSeveralMatchIds) {
     expectLoaded("x.cube", "# Tintwell match  7\n# Tintwell match 8\n" + cube(2), 7, "x");
 }
 
 // ---- The name
 
-TEST_F(LutButton, names_the_lut_after_the_file_without_its_last_extension) {
+TEST_F(LutButton, namesTheLutAfterTheFile_withoutItsLastExtension) {
     expectLoaded("My LUT.final.cube", cube(2), 0, "My LUT.final");
     EXPECT_EQ(label(), "My LUT.final.cube");
 }
 
-TEST_F(LutButton, takes_a_name_without_extension_whole) {
+TEST_F(LutButton, takesAWholeName_withoutExtension) {
     expectLoaded("folder.d/README", cube(2), 0, "README");
 }
 
-TEST_F(LutButton, finds_no_name_in_a_bare_extension) {
+TEST_F(LutButton, findsNoNameInABareExtension) {
     expectLoaded(".cube", cube(2), 0, "");
     EXPECT_EQ(label(), "From Tintwell (Apply again to name it)");
 }
 
-TEST_F(LutButton, cuts_the_folder_at_a_backslash_too) {
+TEST_F(LutButton, cutsTheFolderAtABackslashToo) {
     expectLoaded("a\\b.cube", cube(2), 0, "b");
 }
 
-TEST_F(LutButton, keeps_a_name_of_any_characters) {
+TEST_F(LutButton, keepsANameOfAnyCharacters) {
     for (const std::string name : {"e\xCC\x81t\xC3\xA9", "\"quoted\" \\b\\", "two\nlines",
                                    "\xF0\x9F\x8E\xA8 100%", "tab\there"}) {
         SCOPED_TRACE(name);
@@ -238,21 +238,21 @@ TEST_F(LutButton, keeps_a_name_of_any_characters) {
 
 // ---- Dispatch
 
-TEST_F(LutButton, is_not_meant_by_other_indices) {
+TEST_F(LutButton, ignoresOtherIndices) {
     EXPECT_EQ(effect().press(1).error, PF_Err_NONE);
     EXPECT_EQ(effect().press(2).error, PF_Err_NONE);
     EXPECT_EQ(log(), (Lines{"USER_CHANGED_PARAM index 1", "USER_CHANGED_PARAM index 2"}));
     EXPECT_EQ(dialogs().folders, Lines());
 }
 
-TEST_F(LutButton, is_not_meant_without_a_record) {
+TEST_F(LutButton, ignoresAPress_withoutARecord) {
     expectUnchanged(effect().pressWithoutRecord());
     EXPECT_EQ(log(), Lines{"USER_CHANGED_PARAM index -1"});
 }
 
 // ---- Beside renders
 
-TEST_F(LutButton, works_while_other_threads_render_and_update) {
+TEST_F(LutButton, works_whileOtherThreadsRenderAndUpdate) {
     const std::string files[] = {write("a.cube", cube(9)), write("b.cube", cube(17))};
     host_sim::Instance& other = host().apply();
     const auto busy = [&](host_sim::Instance& instance) {

@@ -15,8 +15,8 @@
 
 namespace {
 
-using tw_effect::LutFile;
-using tw_effect::LutFileResult;
+using tw::LutFile;
+using tw::LutFileResult;
 
 // Eight points with values of their own, as the lines of a file.
 const std::string kLines =
@@ -31,7 +31,7 @@ std::string textOf(const std::string& cube, long id, const std::string& name) {
     return tw::toEmbeddedText(lut, id, name);
 }
 
-class LutFileTest : public ::testing::Test {
+class PickedFile : public ::testing::Test {
 protected:
     // Loads a file of this name and these bytes.
     LutFileResult load(const std::string& bytes, const std::string& name = "Film.cube") {
@@ -50,64 +50,7 @@ protected:
     std::string reason;
 };
 
-struct Name {
-    const wchar_t* path;
-    const wchar_t* name;
-};
-
-TEST(LutNameTest, isTheFileNameWithoutFolderAndLastExtension) {
-    const std::vector<Name> rows = {
-        {L"/a/b/Warm.v2.cube", L"Warm.v2"},
-        {L"/x/My LUT.final.cube", L"My LUT.final"},
-        {L"/a/.cube", L""},
-        {L"/a/README", L"README"},
-        {L"Film.cube", L"Film"},
-        {L"Film", L"Film"},
-        {L"", L""},
-        {L"/a/b.c/Film", L"Film"},
-        {L"/a/Film.", L"Film"},
-        {L"/a/..", L"."},
-        {L"/a/b/", L""},
-        {L"C:\\Looks.d\\Film.cube", L"Film"},
-        {L"/a/b\\Film.cube", L"Film"},
-        {L"a\\b/Film.cube", L"Film"},
-        {L"/a/Abendr\u00F6te \U0001F39E.cube", L"Abendr\u00F6te \U0001F39E"}};
-    for (const Name& row : rows)
-        EXPECT_EQ(tw_effect::lutNameOf(row.path), row.name) << tw::toUtf8(row.path);
-}
-
-struct MatchId {
-    std::string text;
-    long id;
-};
-
-TEST(MatchIdTest, isTheNumberAfterTheFirstMatchComment) {
-    const std::vector<MatchId> rows = {
-        {"", 0},
-        {kCube, 0},
-        {"# Tintwell match 42\n" + kCube, 42},
-        {kCube + "# Tintwell match 42", 42},
-        {"TITLE \"x # Tintwell match 7 y\"\n", 7},
-        {"# Tintwell match 1\n# Tintwell match 2\n", 1},
-        {"# Tintwell match x\n# Tintwell match 2\n", 0},
-        {"# Tintwell match ", 0},
-        {"# Tintwell match", 0},
-        {"#Tintwell match 42", 0},
-        {"# tintwell match 42", 0},
-        {"# Tintwell  match 42", 0},
-        {"# Tintwell match \t\n 42", 42},
-        {"# Tintwell match -17", -17},
-        {"# Tintwell match +5", 5},
-        {"# Tintwell match - 5", 0},
-        {"# Tintwell match 42abc", 42},
-        {"# Tintwell match 0x10", 0},
-        {"# Tintwell match 9223372036854775807", 9223372036854775807L},
-        {std::string("a\0b # Tintwell match 9", 22), 9}};
-    for (const MatchId& row : rows)
-        EXPECT_EQ(tw_effect::matchIdOf(row.text), row.id) << row.text;
-}
-
-TEST_F(LutFileTest, becomesTextWithItsName_whenItIsACube) {
+TEST_F(PickedFile, becomesTextWithItsName_whenItIsACube) {
     EXPECT_EQ(load(kCube, "My LUT.final.cube"), LutFileResult::kLoaded);
     EXPECT_EQ(file.text, textOf(kCube, 0, "My LUT.final"));
     EXPECT_EQ(file.text.substr(0, 30), "TWLUT3 0 My%20LUT.final 2 0 1 ");
@@ -115,21 +58,21 @@ TEST_F(LutFileTest, becomesTextWithItsName_whenItIsACube) {
     EXPECT_EQ(reason, "");
 }
 
-TEST_F(LutFileTest, carriesItsMatchId_whereverTheCommentStands) {
+TEST_F(PickedFile, carriesItsMatchId_whereverTheCommentStands) {
     EXPECT_EQ(load(kCube + "# Tintwell match 42\n"), LutFileResult::kLoaded);
     EXPECT_EQ(file.text, textOf(kCube, 42, "Film"));
     EXPECT_EQ(load("# Tintwell match x\n" + kCube), LutFileResult::kLoaded);
     EXPECT_EQ(file.text, textOf(kCube, 0, "Film"));
 }
 
-TEST_F(LutFileTest, keepsItsNameInUtf8_whateverThePath) {
+TEST_F(PickedFile, keepsItsNameInUtf8_whateverThePath) {
     EXPECT_EQ(load(kCube, "Abendr\u00F6te.cube"), LutFileResult::kLoaded);
     EXPECT_EQ(file.text, textOf(kCube, 0, "Abendr\u00F6te"));
     EXPECT_EQ(load(kCube, ".cube"), LutFileResult::kLoaded);
     EXPECT_EQ(file.text, textOf(kCube, 0, ""));
 }
 
-TEST_F(LutFileTest, readsTheSame_whenLinesEndInCarriageReturns) {
+TEST_F(PickedFile, readsTheSame_whenLinesEndInCarriageReturns) {
     std::string cube;
     for (const char c : kCube)
         cube += c == '\n' ? std::string("\r\n") : std::string(1, c);
@@ -137,7 +80,7 @@ TEST_F(LutFileTest, readsTheSame_whenLinesEndInCarriageReturns) {
     EXPECT_EQ(file.text, textOf(kCube, 0, "Film"));
 }
 
-TEST_F(LutFileTest, readsTheSame_whenTheLocaleHasAComma) {
+TEST_F(PickedFile, readsTheSame_whenTheLocaleHasAComma) {
     const std::string expected = textOf(kCube, 0, "Film");
     const twtest::CommaLocale comma;
     if (!comma.usable()) GTEST_SKIP() << "no locale with a decimal comma";
@@ -145,7 +88,7 @@ TEST_F(LutFileTest, readsTheSame_whenTheLocaleHasAComma) {
     EXPECT_EQ(file.text, expected);
 }
 
-TEST_F(LutFileTest, isTaken_whenItsDomainIsZeroToOne) {
+TEST_F(PickedFile, isTaken_whenItsDomainIsZeroToOne) {
     for (const char* domain : {"DOMAIN_MIN 0 0 0\nDOMAIN_MAX 1 1 1\n", "DOMAIN_MAX 1.0 1e0 1\n",
                                "DOMAIN_MIN -0 0.0 0\n", "DOMAIN_MIN\n"}) {
         EXPECT_EQ(load(domain + kCube), LutFileResult::kLoaded) << domain;
@@ -153,7 +96,7 @@ TEST_F(LutFileTest, isTaken_whenItsDomainIsZeroToOne) {
     }
 }
 
-TEST_F(LutFileTest, isForeign_whenAnyBoundIsAnother) {
+TEST_F(PickedFile, isForeign_whenAnyBoundIsAnother) {
     for (const char* domain :
          {"DOMAIN_MAX 1 1 1.0001\n", "DOMAIN_MAX 1 0.5 1\n", "DOMAIN_MAX 2 1 1\n",
           "DOMAIN_MIN 0 0 0.0001\n", "DOMAIN_MIN 0 -1 0\n", "DOMAIN_MIN 0.5 0 0\n",
@@ -168,7 +111,7 @@ struct Unreadable {
     const char* reason;
 };
 
-TEST_F(LutFileTest, isUnreadableWithTheParsersReason_whenItIsNoCube) {
+TEST_F(PickedFile, isUnreadableWithTheParsersReason_whenItIsNoCube) {
     const std::vector<Unreadable> rows = {
         {"LUT_3D_SIZE 1\n" + kLines, "LUT_3D_SIZE out of range"},
         {"LUT_3D_SIZE 257\n" + kLines, "LUT_3D_SIZE out of range"},
@@ -184,7 +127,7 @@ TEST_F(LutFileTest, isUnreadableWithTheParsersReason_whenItIsNoCube) {
     }
 }
 
-TEST_F(LutFileTest, isUnreadableWithoutReason_whenThereIsNothingToRead) {
+TEST_F(PickedFile, isUnreadableWithoutReason_whenThereIsNothingToRead) {
     EXPECT_EQ(load(""), LutFileResult::kUnreadable);
     EXPECT_EQ(reason, "");
     EXPECT_EQ(loadPath(folder / "missing.cube"), LutFileResult::kUnreadable);
@@ -193,7 +136,7 @@ TEST_F(LutFileTest, isUnreadableWithoutReason_whenThereIsNothingToRead) {
     EXPECT_EQ(reason, "");
 }
 
-TEST_F(LutFileTest, isUnreadableWithoutReason_whenItIsAFolder) {
+TEST_F(PickedFile, isUnreadableWithoutReason_whenItIsAFolder) {
     std::filesystem::create_directory(folder / "Folder.cube");
     EXPECT_EQ(loadPath(folder / "Folder.cube"), LutFileResult::kUnreadable);
     EXPECT_EQ(reason, "");
@@ -206,7 +149,7 @@ std::string cubeOfBytes(std::size_t size) {
 }
 
 // Every byte of the points comes to lie on either side of the end of the first buffer.
-TEST_F(LutFileTest, isReadWhole_whenItIsLongerThanOneBuffer) {
+TEST_F(PickedFile, isReadWhole_whenItIsLongerThanOneBuffer) {
     const std::string expected = textOf(kCube, 0, "Film");
     for (std::size_t size = 65535; size <= 65536 + kLines.size() + 2; ++size) {
         const std::string cube = cubeOfBytes(size);
@@ -220,7 +163,7 @@ TEST_F(LutFileTest, isReadWhole_whenItIsLongerThanOneBuffer) {
     }
 }
 
-TEST_F(LutFileTest, findsTheMatchId_acrossTheEndOfABuffer) {
+TEST_F(PickedFile, findsTheMatchId_acrossTheEndOfABuffer) {
     const std::string comment = "# Tintwell match 123456\n";
     for (std::size_t before = 65536 - comment.size(); before <= 65537; ++before) {
         EXPECT_EQ(load(cubeOfBytes(before) + comment), LutFileResult::kLoaded) << before;
@@ -229,7 +172,7 @@ TEST_F(LutFileTest, findsTheMatchId_acrossTheEndOfABuffer) {
 }
 
 // The two limits differ on purpose: files may be finer than what a parameter can hold.
-TEST_F(LutFileTest, isLoaded_whenItIsLargerThanStoredLutsCanBe) {
+TEST_F(PickedFile, isLoaded_whenItIsLargerThanStoredLutsCanBe) {
     std::string cube = "LUT_3D_SIZE 130\n";
     for (int i = 0; i < 130 * 130 * 130; ++i)
         cube += "0 0 1\n";

@@ -8,7 +8,7 @@
 namespace effect_test {
 namespace {
 
-class ParamsTest : public EffectTest {
+class Params : public EffectTest {
 protected:
     void openForParams() {
         open(host_sim::afterEffects()).registerEffect();
@@ -44,7 +44,7 @@ PF_ParamDef expectedButton(const char* name, A_long id, const PF_ParamDef& decla
     return expected;
 }
 
-TEST_F(ParamsTest, declaresFourBesidesTheLayer_whenTheHostTakesThem) {
+TEST_F(Params, declaresFourBesidesTheLayer_whenTheHostTakesThem) {
     openForParams();
     const host_sim::CommandResult result = host->paramsSetup();
     EXPECT_EQ(result.error, 0);
@@ -52,7 +52,7 @@ TEST_F(ParamsTest, declaresFourBesidesTheLayer_whenTheHostTakesThem) {
     EXPECT_EQ(host->params().count(), 5);
 }
 
-TEST_F(ParamsTest, setsTheNumberOnly_whenTheRecordIsFull) {
+TEST_F(Params, setsTheNumberOnly_whenTheRecordIsFull) {
     openForParams();
     PF_OutData expected = fullOutData();
     host->outPreset() = expected;
@@ -60,7 +60,7 @@ TEST_F(ParamsTest, setsTheNumberOnly_whenTheRecordIsFull) {
     EXPECT_TRUE(sameBytes(host->paramsSetup().out, expected));
 }
 
-TEST_F(ParamsTest, declaresAmountAsAPercentage) {
+TEST_F(Params, declaresAmountAsAPercentage) {
     start();
     PF_ParamDef expected = cleared();
     expected.param_type = 10;
@@ -75,7 +75,7 @@ TEST_F(ParamsTest, declaresAmountAsAPercentage) {
     EXPECT_EQ(firstDifference(declared(1), expected), -1);
 }
 
-TEST_F(ParamsTest, declaresTheLutWithoutAControl) {
+TEST_F(Params, declaresTheLutWithoutAControl) {
     start();
     const PF_ArbitraryDef& data = declared(2).u.arb_d;
     EXPECT_NE(data.dephault, nullptr);
@@ -94,40 +94,40 @@ TEST_F(ParamsTest, declaresTheLutWithoutAControl) {
     EXPECT_EQ(firstDifference(declared(2), expected), -1);
 }
 
-TEST_F(ParamsTest, makesADefaultThatMeansNoLut) {
+TEST_F(Params, makesADefaultThatMeansNoLut) {
     start();
     const PF_ArbitraryDef& data = declared(2).u.arb_d;
     EXPECT_EQ(host->handles().contents(data.dephault), emptyLut());
     EXPECT_EQ(*static_cast<const char*>(data.refconPV), 0);
 }
 
-TEST_F(ParamsTest, declaresTheLutButton_withABlankAfterItsName) {
+TEST_F(Params, declaresTheLutButton_withABlankAfterItsName) {
     start();
     EXPECT_EQ(firstDifference(declared(3), expectedButton("LUT ", 5, declared(3))), -1);
     EXPECT_EQ(host->params().at(3).label, "Change LUT");
 }
 
-TEST_F(ParamsTest, declaresTheEditButton) {
+TEST_F(Params, declaresTheEditButton) {
     start();
     EXPECT_EQ(firstDifference(declared(4), expectedButton("Match", 7, declared(4))), -1);
     EXPECT_EQ(host->params().at(4).label, "Edit LUT");
 }
 
-TEST_F(ParamsTest, isTheSame_inPremierePro) {
+TEST_F(Params, isTheSame_inPremierePro) {
     start(host_sim::premierePro());
     EXPECT_EQ(host->params().count(), 5);
     EXPECT_EQ(declared(3).uu.id, 5);
     EXPECT_EQ(declared(2).ui_flags, 8);
 }
 
-TEST_F(ParamsTest, logsNothing) {
+TEST_F(Params, logsNothing) {
     openForParams();
     newLogLines();
     host->paramsSetup();
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-TEST_F(ParamsTest, givesEachInstanceNoLutAndFullAmount) {
+TEST_F(Params, givesEachInstanceNoLutAndFullAmount) {
     host_sim::Instance& effect = start();
     EXPECT_EQ(effect.slider(kAmount), 100.0);
     EXPECT_EQ(host->handles().contents(effect.arbitrary(kLut)), emptyLut());
@@ -136,31 +136,31 @@ TEST_F(ParamsTest, givesEachInstanceNoLutAndFullAmount) {
     EXPECT_EQ(effect.label(kEditButton), "Edit LUT");
 }
 
-class RefusedParamTest : public ParamsTest, public ::testing::WithParamInterface<int> {};
+class RefusedParam : public Params, public ::testing::WithParamInterface<int> {};
 
-TEST_P(RefusedParamTest, passesTheErrorBackAndDeclaresNoMore) {
+TEST_P(RefusedParam, passesTheErrorBackAndDeclaresNoMore) {
     const int refused = GetParam();
     openForParams();
     host->outPreset().num_params = 77;
-    host->refusals().failAddParam(PF_Err_BAD_CALLBACK_PARAM, refused);
+    host->refusals().fail(host_sim::Refusal::kAddParam, refused, PF_Err_BAD_CALLBACK_PARAM);
     const host_sim::CommandResult result = host->paramsSetup();
     EXPECT_EQ(result.error, 516);
     EXPECT_EQ(result.out.num_params, 77);
     EXPECT_EQ(host->params().count(), refused);  // the layer, and those before the refused one
 }
 
-INSTANTIATE_TEST_SUITE_P(EachOne, RefusedParamTest, ::testing::Values(1, 2, 3, 4));
+INSTANTIATE_TEST_SUITE_P(EachOne, RefusedParam, ::testing::Values(1, 2, 3, 4));
 
-TEST_F(ParamsTest, makesNoDefault_whenAmountIsRefused) {
+TEST_F(Params, makesNoDefault_whenAmountIsRefused) {
     openForParams();
-    host->refusals().failAddParam(PF_Err_OUT_OF_MEMORY, 1);
+    host->refusals().fail(host_sim::Refusal::kAddParam, 1, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(host->paramsSetup().error, 4);
     EXPECT_EQ(host->handles().counts().allocations, 0U);
 }
 
-TEST_F(ParamsTest, leavesTheRefusedDefaultToTheHost) {
+TEST_F(Params, leavesTheRefusedDefaultToTheHost) {
     openForParams();
-    host->refusals().failAddParam(PF_Err_OUT_OF_MEMORY, 2);
+    host->refusals().fail(host_sim::Refusal::kAddParam, 2, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(host->paramsSetup().error, 4);
     EXPECT_EQ(host->handles().counts().allocations, 1U);
 }

@@ -7,9 +7,9 @@
 namespace effect_test {
 namespace {
 
-using RegistrationTest = EffectTest;
+using Registration = EffectTest;
 
-TEST_F(RegistrationTest, passesTheTenValues_whenTheHostAsks) {
+TEST_F(Registration, passesTheTenValues_whenTheHostAsks) {
     ASSERT_EQ(open(host_sim::premierePro()).registerEffect(), 0);
     ASSERT_EQ(host->registrations().size(), 1U);
     const host_sim::Registration& given = host->registrations()[0];
@@ -25,21 +25,21 @@ TEST_F(RegistrationTest, passesTheTenValues_whenTheHostAsks) {
     EXPECT_EQ(given.supportUrl, "https://tintwell.example/support");
 }
 
-TEST_F(RegistrationTest, isTheSame_whenTheHostIsAfterEffects) {
+TEST_F(Registration, isTheSame_whenTheHostIsAfterEffects) {
     ASSERT_EQ(open(host_sim::afterEffects()).registerEffect(), 0);
     ASSERT_EQ(host->registrations().size(), 1U);
     EXPECT_EQ(host->registrations()[0].matchName, "TNWL Tintwell");
     EXPECT_EQ(host->registrations()[0].apiMajor, 13);
 }
 
-TEST_F(RegistrationTest, passesTheHostsRefusalBack_afterOneCall) {
+TEST_F(Registration, passesTheHostsRefusalBack_afterOneCall) {
     open(host_sim::premierePro());
-    host->refusals().failRegistration(13);
+    host->refusals().fail(host_sim::Refusal::kRegistration, host_sim::kEveryCall, 13);
     EXPECT_EQ(host->registerEffect(), 13);
     EXPECT_EQ(host->registrations().size(), 1U);
 }
 
-TEST_F(RegistrationTest, logsNothing_whenItRegisters) {
+TEST_F(Registration, logsNothing_whenItRegisters) {
     open(host_sim::premierePro()).registerEffect();
     EXPECT_EQ(newLogLines(), Lines());
 }
@@ -57,7 +57,7 @@ A_Err record(PF_PluginDataPtr data, const A_u_char*, const A_u_char*, const A_u_
     return -7;
 }
 
-TEST_F(RegistrationTest, needsNothingBeyondTheCallback_whenTheRestIsNull) {
+TEST_F(Registration, needsNothingBeyondTheCallback_whenTheRestIsNull) {
     const auto entry = open(host_sim::premierePro()).module().registration();
     int token = 0;
     const auto data = reinterpret_cast<PF_PluginDataPtr>(&token);
@@ -66,7 +66,7 @@ TEST_F(RegistrationTest, needsNothingBeyondTheCallback_whenTheRestIsNull) {
     EXPECT_EQ(given.calls, 1);
 }
 
-TEST_F(RegistrationTest, namesAnEntryPointThatTheModuleExports) {
+TEST_F(Registration, namesAnEntryPointThatTheModuleExports) {
     open(host_sim::premierePro()).registerEffect();
     EXPECT_NO_THROW(host->module().command(host->registrations()[0].entryPoint.c_str()));
 }

@@ -12,7 +12,7 @@ using host_sim::Frame;
 
 constexpr char kSuite[] = "PF Pixel Format Suite";
 
-class RenderFormatsTest : public EffectTest {
+class RenderFormats : public EffectTest {
 protected:
     host_sim::Instance& startWithLut(const host_sim::Personality& personality) {
         host_sim::Instance& effect = start(personality);
@@ -33,10 +33,9 @@ protected:
     }
 };
 
-class UnknownFormatTest : public RenderFormatsTest,
-                          public ::testing::WithParamInterface<PrPixelFormat> {};
+class UnknownFormat : public RenderFormats, public ::testing::WithParamInterface<PrPixelFormat> {};
 
-TEST_P(UnknownFormatTest, isRefusedWithoutATrace) {
+TEST_P(UnknownFormat, isRefusedWithoutATrace) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
     const Frame input(GetParam(), 4, 3, {.fill = 0x40});
     Frame output(GetParam(), 4, 3);
@@ -51,11 +50,11 @@ TEST_P(UnknownFormatTest, isRefusedWithoutATrace) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, UnknownFormatTest,
+INSTANTIATE_TEST_SUITE_P(Formats, UnknownFormat,
                          ::testing::Values(PrPixelFormat_BGRA_4444_16u,
                                            PrPixelFormat_ARGB_4444_8u));
 
-TEST_F(RenderFormatsTest, asksTheSuiteOnceARender_inPremierePro) {
+TEST_F(RenderFormats, asksTheSuiteOnceARender_inPremierePro) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
     const int before = host->suites().use(kSuite, 1).acquired;
     expectBGRA8(effect);
@@ -63,14 +62,14 @@ TEST_F(RenderFormatsTest, asksTheSuiteOnceARender_inPremierePro) {
     EXPECT_EQ(host->suites().use(kSuite, 1).released, before + 1);
 }
 
-TEST_F(RenderFormatsTest, releasesTheSuite_whenTheFormatIsUnknown) {
+TEST_F(RenderFormats, releasesTheSuite_whenTheFormatIsUnknown) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
     Frame frame(PrPixelFormat_BGRA_4444_16u, 2, 2);
     effect.render(frame, frame);
     EXPECT_EQ(host->suites().use(kSuite, 1).acquired, host->suites().use(kSuite, 1).released);
 }
 
-TEST_F(RenderFormatsTest, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
+TEST_F(RenderFormats, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
     effect.setNull(kLut);
     Frame input(PrPixelFormat_BGRA_4444_32f, 1, 2), output(PrPixelFormat_BGRA_4444_8u, 1, 2);
@@ -80,31 +79,32 @@ TEST_F(RenderFormatsTest, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
               Lines({"Render fmt=BGRA8u 1x2 rowbytes=36 id=0 amount=1.000 lut=none 0"}));
 }
 
-TEST_F(RenderFormatsTest, takesEightBits_whenPremiereProHasNoPixelFormatSuite) {
+TEST_F(RenderFormats, takesEightBits_whenPremiereProHasNoPixelFormatSuite) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().hideSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormatsTest, takesEightBits_whenTheSuiteIsNull) {
+TEST_F(RenderFormats, takesEightBits_whenTheSuiteIsNull) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().nullSuite(kSuite);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormatsTest, takesEightBits_whenThereAreNoSuitesAtAll) {
+TEST_F(RenderFormats, takesEightBits_whenThereAreNoSuitesAtAll) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
     host->refusals().withoutBasicSuite(true);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormatsTest, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
+TEST_F(RenderFormats, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().failPixelFormat(PF_Err_BAD_CALLBACK_PARAM);
+    host->refusals().fail(host_sim::Refusal::kPixelFormat, host_sim::kEveryCall,
+                          PF_Err_BAD_CALLBACK_PARAM);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormatsTest, doesNotAsk_inAfterEffects) {
+TEST_F(RenderFormats, doesNotAsk_inAfterEffects) {
     host_sim::Instance& effect = startWithLut(host_sim::afterEffects());
     const Frame input = scattered(PrPixelFormat_ARGB_4444_8u, 5, 3);
     Frame output(PrPixelFormat_ARGB_4444_8u, 5, 3);
@@ -113,7 +113,7 @@ TEST_F(RenderFormatsTest, doesNotAsk_inAfterEffects) {
     EXPECT_EQ(host->suites().use(kSuite, 1).refused, 0);
 }
 
-TEST_F(RenderFormatsTest, treatsAnUnknownHostAsAfterEffects) {
+TEST_F(RenderFormats, treatsAnUnknownHostAsAfterEffects) {
     host_sim::Personality other = host_sim::afterEffects();
     other.applId = 0x41424344;
     host_sim::Instance& effect = startWithLut(other);

@@ -10,7 +10,7 @@ namespace {
 using host_sim::Frame;
 using host_sim::FrameLayout;
 
-class RenderFramesTest : public EffectTest, public ::testing::WithParamInterface<HostFormat> {
+class RenderFrames : public EffectTest, public ::testing::WithParamInterface<HostFormat> {
 protected:
     void SetUp() override {
         effect_ = &start(GetParam().personality());
@@ -50,10 +50,10 @@ private:
     host_sim::Instance* effect_ = nullptr;
 };
 
-INSTANTIATE_TEST_SUITE_P(Formats, RenderFramesTest, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
+INSTANTIATE_TEST_SUITE_P(Formats, RenderFrames, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
                          FormatName());
 
-TEST_P(RenderFramesTest, gradesEverySize) {
+TEST_P(RenderFrames, gradesEverySize) {
     for (const auto& [width, height] :
          {std::pair{1, 1}, {1, 7}, {7, 1}, {3, 5}, {17, 31}, {16, 32}, {19, 33}, {5, 100}}) {
         SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
@@ -61,7 +61,7 @@ TEST_P(RenderFramesTest, gradesEverySize) {
     }
 }
 
-TEST_P(RenderFramesTest, doesNothing_whenThePictureIsEmpty) {
+TEST_P(RenderFrames, doesNothing_whenThePictureIsEmpty) {
     for (const auto& [width, height] : {std::pair{0, 0}, {0, 4}, {4, 0}}) {
         Frame input(pixels(), width, height), output(pixels(), width, height);
         EXPECT_EQ(effect().render(input, output).error, 0);
@@ -71,7 +71,7 @@ TEST_P(RenderFramesTest, doesNothing_whenThePictureIsEmpty) {
     }
 }
 
-TEST_P(RenderFramesTest, gradesByAmount) {
+TEST_P(RenderFrames, gradesByAmount) {
     const Frame input = scattered(pixels(), 13, 40);
     for (const double percent : {100.0, 50.0, 50.1, 0.1, 150.0}) {
         SCOPED_TRACE(percent);
@@ -91,7 +91,7 @@ std::vector<std::pair<FrameLayout, FrameLayout>> layouts() {
             {bottomUp, padded}, {padded, bottomUp}, {bottomUp, bottomUp}};
 }
 
-TEST_P(RenderFramesTest, takesAnyLayout) {
+TEST_P(RenderFrames, takesAnyLayout) {
     for (const auto& [from, to] : layouts()) {
         SCOPED_TRACE("padding " + std::to_string(from.padding) + " to " +
                      std::to_string(to.padding));
@@ -104,14 +104,14 @@ TEST_P(RenderFramesTest, takesAnyLayout) {
     }
 }
 
-TEST_P(RenderFramesTest, gradesInPlace) {
+TEST_P(RenderFrames, gradesInPlace) {
     Frame frame = scattered(pixels(), 21, 67);
     const Frame expected = graded(lut(), frame, frame, 1.0f);
     EXPECT_EQ(effect().render(frame, frame).error, 0);
     EXPECT_TRUE(samePixels(expected, frame));
 }
 
-TEST_P(RenderFramesTest, leavesThePictureAlone_whenCopiedInPlace) {
+TEST_P(RenderFrames, leavesThePictureAlone_whenCopiedInPlace) {
     effect().setSlider(kAmount, 0.0);
     Frame frame = scattered(pixels(), 21, 67);
     const Frame before = frame;
@@ -119,7 +119,7 @@ TEST_P(RenderFramesTest, leavesThePictureAlone_whenCopiedInPlace) {
     EXPECT_TRUE(frame.sameMemory(before));
 }
 
-TEST_P(RenderFramesTest, writesTheCommonAreaOnly_whenSizesDiffer) {
+TEST_P(RenderFrames, writesTheCommonAreaOnly_whenSizesDiffer) {
     for (const auto& [width, height] : {std::pair{5, 40}, {12, 34}, {12, 40}, {5, 34}}) {
         SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
         const Frame input = scattered(pixels(), 9, 36), output(pixels(), width, height);
@@ -130,7 +130,7 @@ TEST_P(RenderFramesTest, writesTheCommonAreaOnly_whenSizesDiffer) {
     }
 }
 
-TEST_P(RenderFramesTest, writesOneFieldOnly_whenTheHostRendersFields) {
+TEST_P(RenderFrames, writesOneFieldOnly_whenTheHostRendersFields) {
     const Frame whole = scattered(pixels(), 9, 41);
     for (const PF_Field field : {PF_Field_UPPER, PF_Field_LOWER}) {
         Frame input = whole, output(pixels(), 9, 41);
@@ -144,7 +144,7 @@ TEST_P(RenderFramesTest, writesOneFieldOnly_whenTheHostRendersFields) {
     }
 }
 
-TEST_P(RenderFramesTest, writesItsRectangleOnly_whenWorldsAreCutOut) {
+TEST_P(RenderFrames, writesItsRectangleOnly_whenWorldsAreCutOut) {
     const host_sim::Region region{3, 2, 6, 33};
     Frame input = scattered(pixels(), 15, 40), output(pixels(), 15, 40);
     input.select(region);
@@ -154,7 +154,7 @@ TEST_P(RenderFramesTest, writesItsRectangleOnly_whenWorldsAreCutOut) {
     expectCopied(input, output);
 }
 
-TEST_P(RenderFramesTest, fillsAnyFrameWithThePattern) {
+TEST_P(RenderFrames, fillsAnyFrameWithThePattern) {
     ASSERT_EQ(effect().scan(kLut, "TWLUTP 5"), 0);
     for (const double amount : {100.0, 0.0}) {
         effect().setSlider(kAmount, amount);

@@ -11,7 +11,7 @@ namespace {
 using host_sim::Frame;
 using host_sim::FrameLayout;
 
-class RenderLogTest : public EffectTest {
+class RenderLog : public EffectTest {
 protected:
     // The lines that a render adds.
     Lines logged(host_sim::Instance& effect, PrPixelFormat format, int width, int height,
@@ -32,14 +32,14 @@ std::string line(const char* amount, const char* lut) {
     return std::string("Render fmt=ARGB8 8x4 rowbytes=64 ") + amount + " " + lut;
 }
 
-TEST_F(RenderLogTest, tellsFormatSizeAndLut_inAfterEffects) {
+TEST_F(RenderLog, tellsFormatSizeAndLut_inAfterEffects) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, scatteredText(17, 1, 42, "Dusk")), 0);
     EXPECT_EQ(logged(effect, PrPixelFormat_ARGB_4444_8u, 19, 5),
               Lines({"Render fmt=ARGB8 19x5 rowbytes=108 id=42 amount=1.000 lut=embedded 17"}));
 }
 
-TEST_F(RenderLogTest, tellsFormatSizeAndLut_inPremierePro) {
+TEST_F(RenderLog, tellsFormatSizeAndLut_inPremierePro) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     effect.setSlider(kAmount, 25.0);
     ASSERT_EQ(effect.scan(kLut, scatteredText(2, 1, -3)), 0);
@@ -50,13 +50,13 @@ TEST_F(RenderLogTest, tellsFormatSizeAndLut_inPremierePro) {
 }
 
 // 0.3335 is a little more than that in double precision, and less in single.
-TEST_F(RenderLogTest, roundsAmountToSinglePrecisionFirst) {
+TEST_F(RenderLog, roundsAmountToSinglePrecisionFirst) {
     host_sim::Instance& effect = start();
     effect.setSlider(kAmount, 33.35);
     EXPECT_EQ(logged(effect), Lines({line("id=0 amount=0.333", "lut=none 0")}));
 }
 
-TEST_F(RenderLogTest, tellsTheOutputsSize_whenTheInputsDiffers) {
+TEST_F(RenderLog, tellsTheOutputsSize_whenTheInputsDiffers) {
     host_sim::Instance& effect = start();
     const Frame input(PrPixelFormat_ARGB_4444_8u, 30, 20);
     Frame output(PrPixelFormat_ARGB_4444_8u, 6, 9, {.padding = 0});
@@ -66,38 +66,38 @@ TEST_F(RenderLogTest, tellsTheOutputsSize_whenTheInputsDiffers) {
               Lines({"Render fmt=ARGB8 6x9 rowbytes=24 id=0 amount=1.000 lut=none 0"}));
 }
 
-TEST_F(RenderLogTest, tellsNone_whenTheParameterHoldsNoLut) {
+TEST_F(RenderLog, tellsNone_whenTheParameterHoldsNoLut) {
     EXPECT_EQ(logged(start()), Lines({line("id=0 amount=1.000", "lut=none 0")}));
 }
 
-TEST_F(RenderLogTest, stillTellsEmbedded_whenAmountIsZero) {
+TEST_F(RenderLog, stillTellsEmbedded_whenAmountIsZero) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     effect.setSlider(kAmount, 0.0);
     EXPECT_EQ(logged(effect), Lines({line("id=7 amount=0.000", "lut=embedded 2")}));
 }
 
-TEST_F(RenderLogTest, tellsThePatternAndItsSize) {
+TEST_F(RenderLog, tellsThePatternAndItsSize) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, "TWLUTP 33"), 0);
     EXPECT_EQ(logged(effect), Lines({line("id=0 amount=1.000", "lut=pattern 33")}));
 }
 
-TEST_F(RenderLogTest, tellsTheLargestId) {
+TEST_F(RenderLog, tellsTheLargestId) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, scatteredText(2, 1, 9223372036854775807L)), 0);
     EXPECT_EQ(logged(effect),
               Lines({line("id=9223372036854775807 amount=1.000", "lut=embedded 2")}));
 }
 
-TEST_F(RenderLogTest, leavesOneLine_whenFramesAreAlike) {
+TEST_F(RenderLog, leavesOneLine_whenFramesAreAlike) {
     host_sim::Instance& effect = start();
     EXPECT_EQ(logged(effect).size(), 1U);
     for (int frame = 0; frame < 5; ++frame)
         EXPECT_EQ(logged(effect), Lines()) << frame;
 }
 
-TEST_F(RenderLogTest, leavesALineForEachChange) {
+TEST_F(RenderLog, leavesALineForEachChange) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     effect.setSlider(kAmount, 50.0);
@@ -112,7 +112,7 @@ TEST_F(RenderLogTest, leavesALineForEachChange) {
     EXPECT_EQ(logged(effect, PrPixelFormat_ARGB_4444_8u, 8, 5).size(), 1U);
 }
 
-TEST_F(RenderLogTest, leavesNoLine_whenAChangeDoesNotShowInIt) {
+TEST_F(RenderLog, leavesNoLine_whenAChangeDoesNotShowInIt) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     effect.setSlider(kAmount, 50.0);
@@ -124,7 +124,7 @@ TEST_F(RenderLogTest, leavesNoLine_whenAChangeDoesNotShowInIt) {
     EXPECT_EQ(logged(effect), Lines());
 }
 
-TEST_F(RenderLogTest, comparesWithTheLastLine_whicheverInstanceLeftIt) {
+TEST_F(RenderLog, comparesWithTheLastLine_whicheverInstanceLeftIt) {
     host_sim::Instance& first = start();
     host_sim::Instance& second = host->duplicate(first);
     EXPECT_EQ(logged(first).size(), 1U);
@@ -139,7 +139,7 @@ struct Undecodable {
     const char* message;
 };
 
-TEST_F(RenderLogTest, saysOnceWhatIsWrong_whenTheLutCannotBeRead) {
+TEST_F(RenderLog, saysOnceWhatIsWrong_whenTheLutCannotBeRead) {
     host_sim::Instance& effect = start();
     effect.setSlider(kAmount, 25.0);
     logged(effect);
@@ -161,7 +161,7 @@ TEST_F(RenderLogTest, saysOnceWhatIsWrong_whenTheLutCannotBeRead) {
     }
 }
 
-TEST_F(RenderLogTest, saysWhatIsWrong_beforeTheValueIsUnlocked) {
+TEST_F(RenderLog, saysWhatIsWrong_beforeTheValueIsUnlocked) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, widened("TWLUTP 65"));
     const PF_ArbitraryH value = effect.arbitrary(kLut);
@@ -184,7 +184,7 @@ TEST_F(RenderLogTest, saysWhatIsWrong_beforeTheValueIsUnlocked) {
     EXPECT_EQ(before, std::vector<Lines>(before.size()));
 }
 
-TEST_F(RenderLogTest, saysNothing_whenTheParameterIsTooShortToHoldText) {
+TEST_F(RenderLog, saysNothing_whenTheParameterIsTooShortToHoldText) {
     host_sim::Instance& effect = start();
     logged(effect);
     for (const Bytes& bytes : {Bytes(), bytesOf("TWLUT")}) {
@@ -193,7 +193,7 @@ TEST_F(RenderLogTest, saysNothing_whenTheParameterIsTooShortToHoldText) {
     }
 }
 
-TEST_F(RenderLogTest, copiesThePicture_whenTheLutCannotBeRead) {
+TEST_F(RenderLog, copiesThePicture_whenTheLutCannotBeRead) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     effect.setBytes(kLut, widened("TWLUT3 0 - 2 0 1 AAAA"));
     const Frame input = scattered(PrPixelFormat_BGRA_4444_32f, 7, 5);
@@ -202,7 +202,7 @@ TEST_F(RenderLogTest, copiesThePicture_whenTheLutCannotBeRead) {
     EXPECT_TRUE(samePixels(input, output));
 }
 
-TEST_F(RenderLogTest, writesAFullStop_whenTheHostsLocaleHasAComma) {
+TEST_F(RenderLog, writesAFullStop_whenTheHostsLocaleHasAComma) {
     const twtest::CommaLocale comma;
     if (!comma.usable()) GTEST_SKIP() << "no locale with a decimal comma";
     host_sim::Instance& effect = start();

@@ -13,7 +13,7 @@ using host_sim::Frame;
 using host_sim::Rgba8;
 using host_sim::RgbaF;
 
-class RenderTest : public EffectTest {
+class Render : public EffectTest {
 protected:
     // One 8-bit pixel, red, green, blue, alpha, through After Effects.
     Rgba8 rendered(host_sim::Instance& effect, const Rgba8& pixel) {
@@ -31,13 +31,13 @@ protected:
     }
 };
 
-TEST_F(RenderTest, passesThePictureThrough_whenTheInstanceIsNew) {
+TEST_F(Render, passesThePictureThrough_whenTheInstanceIsNew) {
     host_sim::Instance& effect = start();
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{1, 2, 3, 4}));
     EXPECT_EQ(rendered(effect, Rgba8{255, 0, 128, 0}), (Rgba8{255, 0, 128, 0}));
 }
 
-TEST_F(RenderTest, appliesTheLutFully_whenAmountIs100) {
+TEST_F(Render, appliesTheLutFully_whenAmountIs100) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     EXPECT_EQ(rendered(effect, Rgba8{10, 20, 30, 40}), (Rgba8{20, 30, 10, 40}));
@@ -46,7 +46,7 @@ TEST_F(RenderTest, appliesTheLutFully_whenAmountIs100) {
     EXPECT_EQ(rendered(effect, Rgba8{10, 20, 30, 40}), (Rgba8{64, 64, 64, 40}));
 }
 
-TEST_F(RenderTest, goesHalfTheWay_whenAmountIs50) {
+TEST_F(Render, goesHalfTheWay_whenAmountIs50) {
     host_sim::Instance& effect = start();
     effect.setSlider(kAmount, 50.0);
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
@@ -55,7 +55,7 @@ TEST_F(RenderTest, goesHalfTheWay_whenAmountIs50) {
     EXPECT_EQ(rendered(effect, Rgba8{255, 0, 255, 1}), (Rgba8{159, 32, 159, 1}));
 }
 
-TEST_F(RenderTest, keepsFloatsUnclamped_inPremierePro) {
+TEST_F(Render, keepsFloatsUnclamped_inPremierePro) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     ASSERT_EQ(effect.scan(kLut, quarterText()), 0);
     EXPECT_EQ(rendered(effect, RgbaF{0.1f, 2.0f, -1.0f, 7.5f}), (RgbaF{0.25f, 0.25f, 0.25f, 7.5f}));
@@ -64,7 +64,7 @@ TEST_F(RenderTest, keepsFloatsUnclamped_inPremierePro) {
               (RgbaF{0.5f, 2.25f, -0.5f, -0.5f}));
 }
 
-TEST_F(RenderTest, leavesThePictureUnchanged_whenAmountIsZero) {
+TEST_F(Render, leavesThePictureUnchanged_whenAmountIsZero) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     ASSERT_EQ(effect.scan(kLut, quarterText()), 0);
     for (const double amount : {0.0, -0.0, -25.0, std::numeric_limits<double>::quiet_NaN()}) {
@@ -75,7 +75,7 @@ TEST_F(RenderTest, leavesThePictureUnchanged_whenAmountIsZero) {
     }
 }
 
-TEST_F(RenderTest, goesBeyondTheLut_whenAmountIsAbove100) {
+TEST_F(Render, goesBeyondTheLut_whenAmountIsAbove100) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     ASSERT_EQ(effect.scan(kLut, quarterText()), 0);
     effect.setSlider(kAmount, 200.0);
@@ -83,7 +83,7 @@ TEST_F(RenderTest, goesBeyondTheLut_whenAmountIsAbove100) {
               (RgbaF{-0.25f, 0.5f, 0.25f, 1.0f}));
 }
 
-TEST_F(RenderTest, passesThePictureThrough_whenTheLutHandleIsNull) {
+TEST_F(Render, passesThePictureThrough_whenTheLutHandleIsNull) {
     host_sim::Instance& effect = start();
     effect.setNull(kLut);
     newLogLines();
@@ -92,11 +92,11 @@ TEST_F(RenderTest, passesThePictureThrough_whenTheLutHandleIsNull) {
               Lines({"Render fmt=ARGB8 1x1 rowbytes=36 id=0 amount=1.000 lut=none 0"}));
 }
 
-TEST_F(RenderTest, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
+TEST_F(Render, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, widened(quarterText()));
     newLogLines();
-    host->refusals().failLock(1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{1, 2, 3, 4}));
     EXPECT_EQ(host->handles().counts().unlocksAfterRefusal, 1U);
     EXPECT_EQ(newLogLines(),
@@ -105,7 +105,7 @@ TEST_F(RenderTest, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
 }
 
 // Worlds that no simulated frame has.
-TEST_F(RenderTest, copiesNothing_whenASizeIsNegative) {
+TEST_F(Render, copiesNothing_whenASizeIsNegative) {
     const PF_FilterProc effectMain = open(host_sim::afterEffects()).module().command("EffectMain");
     for (const auto& [width, height] : {std::pair{-1, 2}, {2, -1}, {-1, -1}}) {
         PF_InData in = {};
@@ -124,13 +124,13 @@ TEST_F(RenderTest, copiesNothing_whenASizeIsNegative) {
     }
 }
 
-TEST_F(RenderTest, readsTextOfEightBits) {
+TEST_F(Render, readsTextOfEightBits) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, bytesOf(rotationText()));
     EXPECT_EQ(rendered(effect, Rgba8{10, 20, 30, 40}), (Rgba8{20, 30, 10, 40}));
 }
 
-TEST_F(RenderTest, followsTheParameter_whenItsLutChanges) {
+TEST_F(Render, followsTheParameter_whenItsLutChanges) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     EXPECT_EQ(rendered(effect, Rgba8{10, 20, 30, 40}), (Rgba8{20, 30, 10, 40}));
@@ -140,7 +140,7 @@ TEST_F(RenderTest, followsTheParameter_whenItsLutChanges) {
     EXPECT_EQ(rendered(effect, Rgba8{10, 20, 30, 40}), (Rgba8{10, 20, 30, 40}));
 }
 
-TEST_F(RenderTest, touchesNeitherOutDataNorLut) {
+TEST_F(Render, touchesNeitherOutDataNorLut) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     host->outPreset() = fullOutData();
@@ -151,7 +151,7 @@ TEST_F(RenderTest, touchesNeitherOutDataNorLut) {
     EXPECT_EQ(host->handles().counts().resizes, 0U);
 }
 
-TEST_F(RenderTest, drawsThePattern_whenThePanelCalibrates) {
+TEST_F(Render, drawsThePattern_whenThePanelCalibrates) {
     host_sim::Instance& effect = start();
     ASSERT_EQ(effect.scan(kLut, "TWLUTP 2"), 0);
     const Frame input = scattered(PrPixelFormat_ARGB_4444_8u, 4, 2);

@@ -12,7 +12,7 @@ namespace {
 
 using host_sim::Frame;
 
-class SessionsTest : public EffectTest {
+class Sessions : public EffectTest {
 protected:
     std::string project() const { return folder_ / "project.json"; }
 
@@ -27,7 +27,7 @@ private:
     const twtest::TempFolder folder_;
 };
 
-class SessionFormatsTest : public SessionsTest, public ::testing::WithParamInterface<HostFormat> {
+class SessionFormats : public Sessions, public ::testing::WithParamInterface<HostFormat> {
 protected:
     static constexpr int kFrames = 30;
 
@@ -50,10 +50,10 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Formats, SessionFormatsTest, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
+INSTANTIATE_TEST_SUITE_P(Formats, SessionFormats, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
                          FormatName());
 
-TEST_P(SessionFormatsTest, renderTheSameClip_afterTheProjectWasReopened) {
+TEST_P(SessionFormats, renderTheSameClip_afterTheProjectWasReopened) {
     host_sim::Instance& effect = start(GetParam().personality());
     const std::string text = scatteredText(9, 21, 77, "Golden hour");
     ASSERT_EQ(effect.scan(kLut, text), 0);
@@ -74,7 +74,7 @@ TEST_P(SessionFormatsTest, renderTheSameClip_afterTheProjectWasReopened) {
         EXPECT_TRUE(samePixels(before[frame], after[frame])) << frame;
 }
 
-TEST_P(SessionFormatsTest, leaveALineForEachAmount_inTheLog) {
+TEST_P(SessionFormats, leaveALineForEachAmount_inTheLog) {
     host_sim::Instance& effect = start(GetParam().personality());
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     newLogLines();
@@ -89,7 +89,7 @@ TEST_P(SessionFormatsTest, leaveALineForEachAmount_inTheLog) {
     EXPECT_EQ(logged[29], start + "1.000 lut=embedded 2");
 }
 
-TEST_F(SessionsTest, carryALutFromOneHostToTheOther) {
+TEST_F(Sessions, carryALutFromOneHostToTheOther) {
     host_sim::Instance& effect = start(host_sim::afterEffects());
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     effect.setSlider(kAmount, 50.0);
@@ -101,7 +101,7 @@ TEST_F(SessionsTest, carryALutFromOneHostToTheOther) {
     EXPECT_EQ(frame.pixel8(0, 0), (host_sim::Rgba8{15, 25, 20, 40}));
 }
 
-TEST_F(SessionsTest, keepEightBitText_whenAProjectHoldsSuch) {
+TEST_F(Sessions, keepEightBitText_whenAProjectHoldsSuch) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, bytesOf(rotationText()));
     host->save(effect, project());
@@ -109,7 +109,7 @@ TEST_F(SessionsTest, keepEightBitText_whenAProjectHoldsSuch) {
     EXPECT_EQ(loaded.flatten(kLut).value, bytesOf(rotationText()));
 }
 
-TEST_F(SessionsTest, openWithoutALut_whenAProjectHoldsForeignData) {
+TEST_F(Sessions, openWithoutALut_whenAProjectHoldsForeignData) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, bytesOf("what another effect left"));
     host->save(effect, project());
@@ -123,7 +123,7 @@ TEST_F(SessionsTest, openWithoutALut_whenAProjectHoldsForeignData) {
               1);
 }
 
-TEST_F(SessionsTest, openWithoutAValue_whenAProjectHoldsNone) {
+TEST_F(Sessions, openWithoutAValue_whenAProjectHoldsNone) {
     host_sim::Instance& effect = start();
     effect.setNull(kLut);
     host->save(effect, project());
@@ -135,7 +135,7 @@ TEST_F(SessionsTest, openWithoutAValue_whenAProjectHoldsNone) {
     EXPECT_TRUE(samePixels(input, output));
 }
 
-TEST_F(SessionsTest, keepInstancesApart) {
+TEST_F(Sessions, keepInstancesApart) {
     host_sim::Instance& first = start();
     ASSERT_EQ(first.scan(kLut, rotationText()), 0);
     host_sim::Instance& second = host->duplicate(first);
@@ -150,7 +150,7 @@ TEST_F(SessionsTest, keepInstancesApart) {
     EXPECT_EQ(frame.pixel8(0, 0), (host_sim::Rgba8{20, 30, 10, 40}));
 }
 
-TEST_F(SessionsTest, needNoGlobalSetup_whenPremiereProRemembersIt) {
+TEST_F(Sessions, needNoGlobalSetup_whenPremiereProRemembersIt) {
     open(host_sim::premierePro()).registerEffect();
     ASSERT_EQ(host->paramsSetup().error, 0);
     host_sim::Instance& effect = host->apply();
@@ -161,7 +161,7 @@ TEST_F(SessionsTest, needNoGlobalSetup_whenPremiereProRemembersIt) {
     EXPECT_EQ(frame.pixel8(0, 0), (host_sim::Rgba8{20, 30, 10, 40}));
 }
 
-TEST_F(SessionsTest, renderFieldsAndFramesAlike) {
+TEST_F(Sessions, renderFieldsAndFramesAlike) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     ASSERT_EQ(effect.scan(kLut, scatteredText(4, 8)), 0);
     const Frame whole = scattered(PrPixelFormat_BGRA_4444_32f, 12, 47);

@@ -33,9 +33,9 @@ int countOf(const Lines& lines, const std::string& wanted) {
     return static_cast<int>(std::count(lines.begin(), lines.end(), wanted));
 }
 
-using ThreadsTest = EffectTest;
+using Threads = EffectTest;
 
-TEST_F(ThreadsTest, giveOnePicture_whenAllMeetANewLutAtOnce) {
+TEST_F(Threads, giveOnePicture_whenAllMeetANewLutAtOnce) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     const std::string text = scatteredText(17, 5, 3);
     effect.setBytes(kLut, widened(text));
@@ -53,7 +53,7 @@ TEST_F(ThreadsTest, giveOnePicture_whenAllMeetANewLutAtOnce) {
               Lines({"Render fmt=BGRA32f 24x70 rowbytes=416 id=3 amount=1.000 lut=embedded 17"}));
 }
 
-TEST_F(ThreadsTest, renderTheirOwnInstances_withMoreLutsThanAreKept) {
+TEST_F(Threads, renderTheirOwnInstances_withMoreLutsThanAreKept) {
     start();
     std::vector<host_sim::Instance*> effects;
     std::vector<tw::Lut3D> luts;
@@ -75,7 +75,7 @@ TEST_F(ThreadsTest, renderTheirOwnInstances_withMoreLutsThanAreKept) {
     });
 }
 
-TEST_F(ThreadsTest, copyAndRenderOneValueAtOnce) {
+TEST_F(Threads, copyAndRenderOneValueAtOnce) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, widened(rotationText()));
     const PF_ArbitraryH value = effect.arbitrary(kLut);
@@ -99,7 +99,7 @@ TEST_F(ThreadsTest, copyAndRenderOneValueAtOnce) {
     });
 }
 
-TEST_F(ThreadsTest, saveAndLoadValuesAtOnce) {
+TEST_F(Threads, saveAndLoadValuesAtOnce) {
     start();
     atOnce([&](int number) {
         const host_sim::ArbitraryCalls calls = host->arbitraryCalls(kLut);
@@ -114,7 +114,7 @@ TEST_F(ThreadsTest, saveAndLoadValuesAtOnce) {
     });
 }
 
-TEST_F(ThreadsTest, logWholeRenderLines_whenEachSeesAnotherAmount) {
+TEST_F(Threads, logWholeRenderLines_whenEachSeesAnotherAmount) {
     start();
     std::vector<host_sim::Instance*> effects;
     for (int i = 0; i < kThreads; ++i) {
@@ -136,7 +136,7 @@ TEST_F(ThreadsTest, logWholeRenderLines_whenEachSeesAnotherAmount) {
     }
 }
 
-TEST_F(ThreadsTest, sayWhatIsWrongAtMostOnceEach_whenTheLutCannotBeRead) {
+TEST_F(Threads, sayWhatIsWrongAtMostOnceEach_whenTheLutCannotBeRead) {
     host_sim::Instance& effect = start();
     effect.setBytes(kLut, widened("TWLUT3 0 - 2 0 1 AAAA"));
     const Frame input = scattered(PrPixelFormat_ARGB_4444_8u, 5, 5);
@@ -154,7 +154,7 @@ TEST_F(ThreadsTest, sayWhatIsWrongAtMostOnceEach_whenTheLutCannotBeRead) {
     EXPECT_LE(said, kThreads);
 }
 
-TEST_F(ThreadsTest, renderWhileTheMainThreadDoesOtherThings) {
+TEST_F(Threads, renderWhileTheMainThreadDoesOtherThings) {
     host_sim::Instance& effect = start(host_sim::premierePro());
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
     const Frame input = scattered(PrPixelFormat_BGRA_4444_8u, 9, 33);

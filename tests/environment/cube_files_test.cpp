@@ -48,7 +48,7 @@ std::string reasonAgainst(const std::string& text) {
     return points == 8 ? "" : "wrong number of values";
 }
 
-TEST_F(CubeFile, is_refused_wherever_it_is_cut_off) {
+TEST_F(CubeFile, isRefused_whereverItIsCutOff) {
     const std::size_t lastNumber = kCube.size() - std::string("1.5\n").size();
     for (std::size_t length = 0; length <= lastNumber; ++length) {
         const std::string text = kCube.substr(0, length);
@@ -57,14 +57,14 @@ TEST_F(CubeFile, is_refused_wherever_it_is_cut_off) {
 }
 
 // A file that ends inside its last number still has as many numbers as it must: nothing tells.
-TEST_F(CubeFile, is_taken_when_only_digits_of_its_last_number_are_missing) {
+TEST_F(CubeFile, isTaken_whenOnlyDigitsOfItsLastNumberAreMissing) {
     for (const std::string missing : {"\n", "5\n", ".5\n"})
         expectLoaded("cut.cube", kCube.substr(0, kCube.size() - missing.size()), 0, "cut");
 }
 
 // ---- Long
 
-TEST_F(CubeFile, may_have_256_points_though_no_parameter_can_use_them) {
+TEST_F(CubeFile, mayHave256Points_thoughNoParameterCanUseThem) {
     const auto result = pickFile(write("fine.cube", cube(256)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
@@ -75,7 +75,7 @@ TEST_F(CubeFile, may_have_256_points_though_no_parameter_can_use_them) {
 }
 
 // Two GiB of zeros, which take no room on the disk.
-TEST_F(CubeFile, costs_an_error_when_it_is_longer_than_memory) {
+TEST_F(CubeFile, givesAnError_whenItIsLongerThanMemory) {
     const std::string file = path("sparse.cube");
     const int sparse = open(file.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
     const bool made = ftruncate(sparse, off_t{1} << 31) == 0;
@@ -97,11 +97,11 @@ TEST_F(CubeFile, costs_an_error_when_it_is_longer_than_memory) {
 
 // ---- Of another kind
 
-TEST_F(CubeFile, is_refused_when_it_is_a_program) {
+TEST_F(CubeFile, isRefused_whenItIsAProgram) {
     expectUnreadable("/proc/self/exe", "malformed data line");
 }
 
-TEST_F(CubeFile, is_refused_when_there_is_nothing_to_read) {
+TEST_F(CubeFile, isRefused_whenThereIsNothingToRead) {
     fs::create_symlink("nowhere", path("dangling.cube"));
     fs::create_symlink("loop.cube", path("loop.cube"));
     const std::string file = write("file.cube", cube(2));
@@ -113,17 +113,17 @@ TEST_F(CubeFile, is_refused_when_there_is_nothing_to_read) {
 }
 
 // It opens, and every read of it fails.
-TEST_F(CubeFile, is_refused_when_its_disk_fails) {
+TEST_F(CubeFile, isRefused_whenItsDiskFails) {
     expectUnreadable("/proc/self/mem");
 }
 
 // Nobody writes it: a press that waited would never end.
-TEST_F(CubeFile, is_refused_when_it_is_a_fifo) {
+TEST_F(CubeFile, isRefused_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(path("fifo.cube").c_str(), 0600), 0);
     expectUnreadable(path("fifo.cube"));
 }
 
-TEST_F(CubeFile, is_refused_when_it_is_a_socket) {
+TEST_F(CubeFile, isRefused_whenItIsASocket) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path("s.cube").copy(address.sun_path, sizeof address.sun_path - 1);
@@ -134,7 +134,7 @@ TEST_F(CubeFile, is_refused_when_it_is_a_socket) {
     expectUnreadable(path("s.cube"));
 }
 
-TEST_F(CubeFile, is_refused_when_permissions_deny_it) {
+TEST_F(CubeFile, isRefused_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     const std::string file = write("locked/file.cube", cube(2));
@@ -146,7 +146,7 @@ TEST_F(CubeFile, is_refused_when_permissions_deny_it) {
     chmod(path("locked").c_str(), 0700);
 }
 
-TEST_F(CubeFile, leaves_the_look_that_is_there_when_it_is_refused) {
+TEST_F(CubeFile, keepsThePresentLook_whenItIsRefused) {
     expectLoaded("Film.cube", cube(3), 0, "Film");
     const twtest::Bytes film = lutBytes();
     for (const std::string& file :

@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "tests/environment/day.h"
 #include "tests/environment/privileges.h"
 #include "tests/environment/small_disk.h"
+#include "tests/environment/user_session.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using twtest::Lines;
 using twtest::readFile;
 using twtest::writeFile;
 
-class DataFolder : public twtest::Day {
+class DataFolder : public twtest::UserSession {
 protected:
     DataFolder()
         : folder_(home_.dataFolder()),
@@ -25,20 +25,20 @@ protected:
 
     void liveWithoutTrace() {
         const auto before = twtest::treeOf(home_.path());
-        live();
+        run();
         EXPECT_EQ(twtest::treeOf(home_.path()), before);
     }
 
-    // A day that leaves its request and no log.
+    // A session that leaves its request and no log.
     void liveWithoutLog() {
-        live();
+        run();
         EXPECT_TRUE(hasRequest());
         fs::remove(request_);
     }
 
-    // A day that leaves its log, request or not.
+    // A session that leaves its log, request or not.
     void liveWithLog() {
-        live();
+        run();
         EXPECT_EQ(log(), wholeLog());
         fs::remove(log_);
     }
@@ -50,14 +50,14 @@ protected:
 
 // ---- The folder
 
-TEST_F(DataFolder, appears_with_the_first_line_when_missing) {
+TEST_F(DataFolder, isMadeWithTheFirstLine_whenMissing) {
     fs::remove(folder_);
-    live();
+    run();
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
 }
 
-TEST_F(DataFolder, costs_log_and_request_when_it_is_no_folder) {
+TEST_F(DataFolder, losesLogAndRequest_whenItIsNoFolder) {
     fs::remove(folder_);
     writeFile(folder_, "mine");
     liveWithoutTrace();
@@ -72,47 +72,47 @@ TEST_F(DataFolder, costs_log_and_request_when_it_is_no_folder) {
     liveWithoutTrace();
 }
 
-TEST_F(DataFolder, may_be_a_link_to_another_folder) {
+TEST_F(DataFolder, mayBeALinkToAnotherFolder) {
     fs::remove(folder_);
     fs::create_directory(home_ / "elsewhere");
     fs::create_symlink(home_ / "elsewhere", folder_);
-    live();
+    run();
     EXPECT_EQ(logAt(home_ / "elsewhere/effect.log"), wholeLog());
     EXPECT_TRUE(holdsRequest(home_ / "elsewhere/edit-request.json"));
 }
 
-TEST_F(DataFolder, costs_log_and_request_when_permissions_deny_it) {
+TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     for (const mode_t mode : {0555u, 0000u}) {
         chmod(folder_.c_str(), mode);
-        live();
+        run();
         chmod(folder_.c_str(), 0755);
         EXPECT_TRUE(fs::is_empty(folder_)) << mode;
     }
 }
 
 // The files can be made, but not a byte of them: empty is what is left.
-TEST_F(DataFolder, costs_log_and_request_while_its_disk_is_full) {
+TEST_F(DataFolder, losesLogAndRequest_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
     disk.fill();
-    live();
+    run();
     EXPECT_EQ(readFile(log_), "");
     EXPECT_EQ(readFile(request_), "");
     disk.makeRoom();
-    live();
+    run();
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
 }
 
-TEST_F(DataFolder, keeps_the_lines_it_has_while_its_disk_is_full) {
+TEST_F(DataFolder, keepsItsLines_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
     const std::string old = std::string(disk.blockSize() - 1, 'x') + "\n";
     writeFile(log_, old);
     disk.fill();
-    live();
+    run();
     EXPECT_EQ(readFile(log_), old);
 }
 
@@ -155,17 +155,17 @@ TEST_F(DataFolder, costs_the_log_alone_when_permissions_deny_it) {
 
 TEST_F(DataFolder, makes_the_log_that_a_link_leads_to) {
     fs::create_symlink(home_ / "elsewhere.log", log_);
-    live();
+    run();
     EXPECT_EQ(logAt(home_ / "elsewhere.log"), wholeLog());
 }
 
-TEST_F(DataFolder, adds_to_a_log_of_more_than_four_gigabytes) {
+TEST_F(DataFolder, addsToALogOfMoreThanFourGigabytes) {
     constexpr off_t kOld = (off_t{1} << 32) + 7;
     const int sparse = open(log_.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
     const bool made = ftruncate(sparse, kOld) == 0;
     close(sparse);
     if (!made) GTEST_SKIP() << "this file system has no files of that size";
-    live();
+    run();
     EXPECT_GT(fs::file_size(log_), static_cast<std::uintmax_t>(kOld));
 }
 
@@ -204,7 +204,7 @@ TEST_F(DataFolder, keeps_the_older_request_when_permissions_deny_a_new_one) {
 
 TEST_F(DataFolder, makes_the_request_that_a_link_leads_to) {
     fs::create_symlink(home_ / "elsewhere.json", request_);
-    live();
+    run();
     EXPECT_TRUE(holdsRequest(home_ / "elsewhere.json"));
 }
 

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/environment/day.h"
 #include "tests/environment/privileges.h"
 #include "tests/environment/small_disk.h"
+#include "tests/environment/user_session.h"
 
 namespace {
 
@@ -17,46 +17,46 @@ using twtest::Lines;
 
 constexpr char kData[] = "Library/Application Support/Tintwell";
 
-class Home : public twtest::Day {
+class Home : public twtest::UserSession {
 protected:
     void become(const std::string& home) { setenv("HOME", home.c_str(), 1); }
 
-    // A day in that home, which leaves no trace on the disk.
+    // A session in that home, which leaves no trace on the disk.
     void liveWithoutTrace(const std::string& home) {
         SCOPED_TRACE(home);
         const auto before = twtest::treeOf(home_.path());
         become(home);
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
         EXPECT_EQ(twtest::treeOf(home_.path()), before);
     }
 
-    // A day in that home, which leaves its log and its request in the data folder `data`.
+    // A session in that home, which leaves its log and its request in the data folder `data`.
     void liveIn(const std::string& home, const std::string& data) {
         SCOPED_TRACE(home);
         fs::create_directories(data);
         become(home);
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
         EXPECT_EQ(logAt(data + "/effect.log"), wholeLog());
         EXPECT_TRUE(holdsRequest(data + "/edit-request.json"));
     }
 
     void liveAtTheRoot() {
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), "");
         EXPECT_FALSE(fs::exists("/Library"));
     }
 };
 
-TEST_F(Home, is_like_any_other_day_when_it_is_in_order) {
-    live();
+TEST_F(Home, allowsAWholeSession_whenItIsInOrder) {
+    run();
     EXPECT_EQ(dialogFolder(), fallbackFolder());
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
 }
 
-TEST_F(Home, costs_the_log_and_the_request_when_unset_or_empty) {
+TEST_F(Home, losesLogAndRequest_whenUnsetOrEmpty) {
     if (fs::exists("/Library")) GTEST_SKIP() << "this machine has the folder that must not appear";
     unsetenv("HOME");
     liveAtTheRoot();
@@ -64,7 +64,7 @@ TEST_F(Home, costs_the_log_and_the_request_when_unset_or_empty) {
     liveAtTheRoot();
 }
 
-TEST_F(Home, is_sought_from_the_present_folder_when_relative) {
+TEST_F(Home, isSoughtFromThePresentFolder_whenRelative) {
     const fs::path before = fs::current_path();
     fs::current_path(home_.path());
     liveIn("here", home_ / "here" + "/" + kData);
@@ -72,7 +72,7 @@ TEST_F(Home, is_sought_from_the_present_folder_when_relative) {
     fs::current_path(before);
 }
 
-TEST_F(Home, costs_the_log_and_the_request_when_missing_or_no_folder) {
+TEST_F(Home, losesLogAndRequest_whenMissingOrNoFolder) {
     twtest::writeFile(home_ / "file", "plain");
     fs::create_symlink(home_ / "nowhere", home_ / "dangling");
     fs::create_symlink("loop", home_ / "loop");
@@ -82,7 +82,7 @@ TEST_F(Home, costs_the_log_and_the_request_when_missing_or_no_folder) {
         liveWithoutTrace(home);
 }
 
-TEST_F(Home, costs_the_log_and_the_request_when_too_long_for_the_system) {
+TEST_F(Home, losesLogAndRequest_whenTooLongForTheSystem) {
     liveWithoutTrace(home_ / std::string(256, 'h'));
     std::string path = home_.path();
     while (path.size() < PATH_MAX)
@@ -91,32 +91,32 @@ TEST_F(Home, costs_the_log_and_the_request_when_too_long_for_the_system) {
     liveWithoutTrace(path + "/" + std::string(100000, 'h'));
 }
 
-TEST_F(Home, may_have_any_name) {
+TEST_F(Home, mayHaveAnyName) {
     for (const std::string name : {"100%s %n %d", " blanks ", "\"q\" 'q' \\b\\",
                                    "Jürgen 日本 \xF0\x9F\x8E\xA8", "$HOME", "~"})
         liveIn(home_ / name, home_ / name + "/" + kData);
 }
 
 // Such bytes do not come back the same from the conversions, and so lead elsewhere: to nothing.
-TEST_F(Home, costs_the_log_and_the_request_when_not_utf8) {
+TEST_F(Home, losesLogAndRequest_whenNotUtf8) {
     fs::remove_all(home_ / "Library");
     for (const std::string name : {"caf\xE9", "\xFF\xFE", "x\x80"}) {
         const std::string home = home_ / name;
         fs::create_directories(home + "/" + kData);
         const auto before = twtest::treeOf(home_.path());
         become(home);
-        live();
+        run();
         EXPECT_EQ(twtest::treeOf(home_.path()), before) << testing::PrintToString(name);
     }
 }
 
-TEST_F(Home, keeps_its_log_when_a_link_leads_to_it) {
+TEST_F(Home, keepsItsLog_whenALinkLeadsToIt) {
     fs::create_directory(home_ / "real");
     fs::create_symlink("real", home_ / "link");
     liveIn(home_ / "link", home_ / "real/" + std::string(kData));
 }
 
-TEST_F(Home, costs_the_log_and_the_request_when_permissions_deny_it) {
+TEST_F(Home, losesLogAndRequest_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     const std::string home = home_ / "locked";
@@ -126,13 +126,13 @@ TEST_F(Home, costs_the_log_and_the_request_when_permissions_deny_it) {
     for (const auto& [locked, mode] :
          {std::pair(home, 0444u), {home, 0u}, {support, 0555u}, {support, 0444u}, {support, 0u}}) {
         chmod(locked.c_str(), mode);
-        live();
+        run();
         chmod(locked.c_str(), 0755);
         EXPECT_TRUE(fs::is_empty(support)) << locked << " with mode " << mode;
     }
 }
 
-TEST_F(Home, costs_the_log_and_the_request_on_a_disk_that_cannot_be_written) {
+TEST_F(Home, losesLogAndRequest_onAReadOnlyDisk) {
     fs::create_directory(home_ / "disk");
     const twtest::SmallDisk disk(home_ / "disk");
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";

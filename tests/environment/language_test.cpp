@@ -1,8 +1,8 @@
-// A host that speaks the user's language: its locale must show in nothing that is read or written.
+// A host that has set the user's locale: it shows in nothing that is read or written.
 #include <clocale>
 #include <locale>
 
-#include "tests/environment/day.h"
+#include "tests/environment/user_session.h"
 #include "tests/support/locales.h"
 
 namespace {
@@ -13,24 +13,24 @@ struct Language {
     const char* charmap;
 };
 
-class LanguageTest : public twtest::Day, public testing::WithParamInterface<Language> {
+class SessionInLanguage : public twtest::UserSession, public testing::WithParamInterface<Language> {
 protected:
-    ~LanguageTest() override { std::locale::global(std::locale::classic()); }
+    ~SessionInLanguage() override { std::locale::global(std::locale::classic()); }
 };
 
-TEST_P(LanguageTest, leaves_the_day_as_it_is) {
+TEST_P(SessionInLanguage, isAsInEveryOther) {
     const twtest::ScopedLocale locale(GetParam().name, GetParam().charmap);
     if (!locale.active()) GTEST_SKIP() << "no such locale, and no way to make one";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     std::locale::global(std::locale(GetParam().name));
-    live();
+    run();
     EXPECT_EQ(dialogFolder(), fallbackFolder());
     EXPECT_EQ(log(), wholeLog());
     EXPECT_TRUE(hasRequest());
     EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the host's locale is the host's";
 }
 
-INSTANTIATE_TEST_SUITE_P(, LanguageTest,
+INSTANTIATE_TEST_SUITE_P(, SessionInLanguage,
                          testing::Values(Language{"de_DE.UTF-8", "UTF-8"},
                                          Language{"de_DE.ISO-8859-1", "ISO-8859-1"}),
                          [](const auto& row) {

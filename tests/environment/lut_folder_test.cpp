@@ -4,30 +4,30 @@
 
 #include <filesystem>
 
-#include "tests/environment/day.h"
 #include "tests/environment/privileges.h"
+#include "tests/environment/user_session.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class LutFolderFile : public twtest::Day {
+class LutFolderFile : public twtest::UserSession {
 protected:
     LutFolderFile() : file_(home_.dataFile("lut-folder.txt")), folder_(home_ / "LUTs") {
         fs::create_directory(folder_);
     }
 
-    // The folder in which the dialogs of a day open when the file holds these bytes.
+    // The folder in which the dialogs of a session open when the file holds these bytes.
     std::string folderWith(const std::string& bytes) {
         twtest::writeFile(file_, bytes);
-        live();
+        run();
         EXPECT_EQ(twtest::readFile(file_), bytes) << "the effect only reads it";
         return dialogFolder();
     }
 
     // The same with a file of another kind that is there already.
     void expectFallback() {
-        live();
+        run();
         EXPECT_EQ(dialogFolder(), fallbackFolder());
     }
 
@@ -43,12 +43,12 @@ std::string utf16(const std::string& ascii) {
     return text;
 }
 
-TEST_F(LutFolderFile, names_the_folder_when_it_is_in_order) {
+TEST_F(LutFolderFile, namesTheFolder_whenItIsInOrder) {
     for (const std::string end : {"", "\n", "\r\n", "  \r\n\n"})
         EXPECT_EQ(folderWith(folder_ + end), folder_) << testing::PrintToString(end);
 }
 
-TEST_F(LutFolderFile, is_passed_over_when_it_names_nothing) {
+TEST_F(LutFolderFile, isIgnored_whenItNamesNothing) {
     const std::string elf = twtest::readFile("/proc/self/exe").substr(0, 100000);
     for (const std::string& bytes :
          {std::string(), std::string(" \r\n \n"), std::string(3000, ' '), std::string(3000, 'x'),
@@ -61,13 +61,13 @@ TEST_F(LutFolderFile, is_passed_over_when_it_names_nothing) {
 }
 
 // What follows a zero byte is no part of a path for the system, and none for the dialog.
-TEST_F(LutFolderFile, is_read_up_to_a_zero_byte_by_the_system) {
+TEST_F(LutFolderFile, isReadUpToAZeroByte) {
     const std::string bytes = folder_ + std::string("\0/none", 6);
     EXPECT_EQ(folderWith(bytes), bytes);
     EXPECT_EQ(folderWith(utf16("/")), std::string("/\0", 2));
 }
 
-TEST_F(LutFolderFile, is_passed_over_when_it_is_no_file) {
+TEST_F(LutFolderFile, isIgnored_whenItIsNoFile) {
     fs::create_directory(file_);
     expectFallback();
     fs::remove(file_);
@@ -80,12 +80,12 @@ TEST_F(LutFolderFile, is_passed_over_when_it_is_no_file) {
 }
 
 // Nobody writes it: a dialog that waited for the folder would never open.
-TEST_F(LutFolderFile, is_passed_over_when_it_is_a_fifo) {
+TEST_F(LutFolderFile, isIgnored_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     expectFallback();
 }
 
-TEST_F(LutFolderFile, is_passed_over_when_permissions_deny_it) {
+TEST_F(LutFolderFile, isIgnored_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     twtest::writeFile(file_, folder_);
@@ -93,7 +93,7 @@ TEST_F(LutFolderFile, is_passed_over_when_permissions_deny_it) {
     expectFallback();
 }
 
-TEST_F(LutFolderFile, is_passed_over_when_permissions_hide_the_folder) {
+TEST_F(LutFolderFile, isIgnored_whenPermissionsHideTheFolder) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
     fs::create_directory(folder_ + "/below");
@@ -102,7 +102,7 @@ TEST_F(LutFolderFile, is_passed_over_when_permissions_hide_the_folder) {
     chmod(folder_.c_str(), 0755);
 }
 
-TEST_F(LutFolderFile, may_name_a_link_that_leads_somewhere) {
+TEST_F(LutFolderFile, mayNameALinkToAFolder) {
     fs::create_symlink("LUTs", home_ / "link");
     EXPECT_EQ(folderWith(home_ / "link"), home_ / "link");
     fs::create_symlink("nowhere", home_ / "dangling");

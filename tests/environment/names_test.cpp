@@ -46,7 +46,7 @@ protected:
     }
 };
 
-TEST_F(FileName, may_hold_every_byte_of_ascii) {
+TEST_F(FileName, mayHoldEveryByteOfAscii) {
     for (int byte = 1; byte < 128; ++byte) {
         if (byte == '/') continue;
         SCOPED_TRACE(byte);
@@ -60,7 +60,7 @@ TEST_F(FileName, may_hold_every_byte_of_ascii) {
 
 // A byte above ASCII is no UTF-8 by itself, and so no path that a Mac's dialog gives: the path
 // changes on its way to the system, which then finds no such file.
-TEST_F(FileName, may_not_hold_a_lone_byte_above_ascii) {
+TEST_F(FileName, mayNotHoldALoneByteAboveAscii) {
     for (int byte = 128; byte < 256; ++byte) {
         SCOPED_TRACE(byte);
         const std::string file =
@@ -71,7 +71,7 @@ TEST_F(FileName, may_not_hold_a_lone_byte_above_ascii) {
     }
 }
 
-TEST_F(FileName, may_hold_code_points_of_every_length) {
+TEST_F(FileName, mayHoldCodePointsOfEveryLength) {
     for (const std::string name :
          {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBB\xBF", "\xEF\xBF\xBF", "\xED\xA0\x80",
           "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF", "e\xCC\x81",
@@ -83,14 +83,14 @@ TEST_F(FileName, may_hold_code_points_of_every_length) {
     }
 }
 
-TEST_F(FileName, loses_its_extension_whatever_its_case) {
+TEST_F(FileName, losesItsExtension_whateverItsCase) {
     for (const std::string extension : {".CUBE", ".Cube", ".cube ", ".txt", "."}) {
         expectLoaded("WARM" + extension, cube(2), 0, "WARM");
         EXPECT_EQ(label(), "WARM.cube") << extension;
     }
 }
 
-TEST_F(FileName, may_have_255_bytes) {
+TEST_F(FileName, mayHave255Bytes) {
     const std::string name(250, 'n');
     expectLoaded(name + ".cube", cube(2), 0, name);
     EXPECT_EQ(label(), name + ".cube");
@@ -98,7 +98,7 @@ TEST_F(FileName, may_have_255_bytes) {
 
 // A name of more than 399 characters when encoded is stored and cannot be read back, which 45
 // letters beyond ASCII, of three bytes each, come to.
-TEST_F(FileName, makes_the_look_unusable_when_too_long_encoded) {
+TEST_F(FileName, makesTheLookUnusable_whenTooLongEncoded) {
     for (const std::size_t letters : {44u, 45u, 83u}) {
         std::string name;
         for (std::size_t i = 0; i < letters; ++i)
@@ -108,7 +108,7 @@ TEST_F(FileName, makes_the_look_unusable_when_too_long_encoded) {
     }
 }
 
-TEST_F(FileName, may_stand_at_the_end_of_the_longest_path) {
+TEST_F(FileName, mayStandAtTheEndOfTheLongestPath) {
     const std::string folder = deepFolder(PATH_MAX - 1 - std::string("/x.cube").size());
     const std::string file = folder + "/x.cube";
     ASSERT_EQ(file.size(), PATH_MAX - 1u);
@@ -118,7 +118,7 @@ TEST_F(FileName, may_stand_at_the_end_of_the_longest_path) {
     EXPECT_TRUE(logHolds(("LUT button: loaded " + file).substr(0, 1023) + "\n"));
 }
 
-TEST_F(FileName, is_refused_when_longer_than_the_system_takes) {
+TEST_F(FileName, isRefused_whenLongerThanTheSystemTakes) {
     std::string dots = path("");
     while (dots.size() < PATH_MAX)
         dots += "./";

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "tests/effect/arbitrary_fixture.h"
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 
 namespace faults {
 namespace {
@@ -26,9 +26,9 @@ const Bytes kForeign = bytesOf("foreign data, and no LUT at all");
 // they are to be silent.
 enum class Log { kWritten, kSilent };
 
-class CallPlay : public EffectPlay {
+class CallPlay : public EffectScenario {
 public:
-    CallPlay(const Bytes& value, Log log) : EffectPlay(value) {
+    CallPlay(const Bytes& value, Log log) : EffectScenario(value) {
         if (log == Log::kWritten) return;
         for (int i = 0; i < 20; ++i)
             EXPECT_EQ(calls().flatSize(this->value()).error, 0);
@@ -42,7 +42,7 @@ public:
 
     Making(const Bytes& value, Call call, Log log) : CallPlay(value, log), call_(std::move(call)) {}
 
-    void act() override { made_ = call_(calls(), value()); }
+    void run() override { made_ = call_(calls(), value()); }
 
     std::string outcome() override {
         if (made_.error != PF_Err_NONE) {
@@ -61,9 +61,9 @@ private:
     Answer<PF_ArbitraryH> made_;
 };
 
-std::function<std::unique_ptr<Play>()> making(const Bytes& value, Making::Call call,
-                                              Log log = Log::kWritten) {
-    return playing<Making>(value, std::move(call), log);
+std::function<std::unique_ptr<Scenario>()> making(const Bytes& value, Making::Call call,
+                                                  Log log = Log::kWritten) {
+    return scenario<Making>(value, std::move(call), log);
 }
 
 Making::Call create() {
@@ -160,7 +160,7 @@ public:
     Telling(const Bytes& value, Call call, Log log)
         : CallPlay(value, log), call_(std::move(call)) {}
 
-    void act() override { told_ = call_(calls(), value()); }
+    void run() override { told_ = call_(calls(), value()); }
     std::string outcome() override { return told_; }
 
 private:
@@ -168,9 +168,9 @@ private:
     std::string told_;
 };
 
-std::function<std::unique_ptr<Play>()> telling(const Bytes& value, Telling::Call call,
-                                               Log log = Log::kWritten) {
-    return playing<Telling>(value, std::move(call), log);
+std::function<std::unique_ptr<Scenario>()> telling(const Bytes& value, Telling::Call call,
+                                                   Log log = Log::kWritten) {
+    return scenario<Telling>(value, std::move(call), log);
 }
 
 TEST(ArbitraryFaults, ofTheFlatSize) {
@@ -235,7 +235,7 @@ class Disposing : public CallPlay {
 public:
     explicit Disposing(Log log) : CallPlay(kLook, log) {}
 
-    void act() override {
+    void run() override {
         const PF_ArbitraryH handle = host().handles().hostAllocate(kLook);
         const PF_Err error = calls().dispose(handle);
         const bool isGone = !host().handles().isLive(handle);
@@ -248,17 +248,17 @@ private:
 };
 
 TEST(ArbitraryFaults, ofDisposing) {
-    expectEffect(playing<Disposing>(Log::kSilent), Expected("no error, gone"));
-    expectEffect(playing<Disposing>(Log::kWritten),
+    expectEffect(scenario<Disposing>(Log::kSilent), Expected("no error, gone"));
+    expectEffect(scenario<Disposing>(Log::kWritten),
                  Expected("no error, gone").failed(kNew, {"error 512, gone"}).harmless(kLogKinds));
 }
 
 // A scanned text takes the old value's place, which is given back then.
-class Replacing : public EffectPlay {
+class Replacing : public EffectScenario {
 public:
-    Replacing() : EffectPlay(emptyLut()) {}
+    Replacing() : EffectScenario(emptyLut()) {}
 
-    void act() override { error_ = effect().scan(kLut, quarterText()); }
+    void run() override { error_ = effect().scan(kLut, quarterText()); }
     std::string outcome() override {
         const Bytes now = bytes();
         const char* word = now == kLook                    ? "new"
@@ -275,11 +275,11 @@ private:
 
 TEST(ArbitraryFaults, ofReplacingTheValue) {
     // The new value is the effect's already when the old one's end cannot be logged.
-    expectEffect(playing<Replacing>(), Expected("no error, new")
-                                           .failed(kNew, {"error 512, old", "no error, new"})
-                                           .failed(kHandle, {"no error, null"})
-                                           .failed(kLock, {"no error, unfilled"})
-                                           .harmless(kLogKinds));
+    expectEffect(scenario<Replacing>(), Expected("no error, new")
+                                            .failed(kNew, {"error 512, old", "no error, new"})
+                                            .failed(kHandle, {"no error, null"})
+                                            .failed(kLock, {"no error, unfilled"})
+                                            .harmless(kLogKinds));
 }
 
 }  // namespace

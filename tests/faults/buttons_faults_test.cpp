@@ -6,7 +6,7 @@
 
 #include "native/src/lut_engine.h"
 #include "tests/effect/flow_test.h"
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 #include "tests/support/request_line.h"
 
 namespace faults {
@@ -27,9 +27,10 @@ void drop(List& list) {
 
 // The user presses the LUT button and picks a file of this contents; without any, cancels. The
 // button has shown that there is no LUT.
-class Pressing : public EffectPlay {
+class Pressing : public EffectScenario {
 public:
-    explicit Pressing(const std::string& contents, bool hasValue = true) : EffectPlay(emptyLut()) {
+    explicit Pressing(const std::string& contents, bool hasValue = true)
+        : EffectScenario(emptyLut()) {
         effect().updateUi();
         if (!hasValue) effect().setNull(kLut);
         std::filesystem::create_directory(home_ / "LUTs");
@@ -41,7 +42,7 @@ public:
             stored_ = widened(tw::toEmbeddedText(lut, 42, "Film"));
     }
 
-    void act() override { result_ = effect().press(kLutButton); }
+    void run() override { result_ = effect().press(kLutButton); }
 
     std::string outcome() override {
         const std::string words = answered(result_.error, "no error") + ", " + valueThen() + ", " +
@@ -95,12 +96,12 @@ Expected loaded(const std::string& before) {
 }
 
 TEST(LutButtonFaults, ofAGoodFile) {
-    expectEffect(playing<Pressing>(film(), true),
+    expectEffect(scenario<Pressing>(film(), true),
                  loaded("old").failed(kResize, {"error 4, old, Choose a LUT"}));
 }
 
 TEST(LutButtonFaults, ofAGoodFileWithoutAValueBefore) {
-    expectEffect(playing<Pressing>(film(), false),
+    expectEffect(scenario<Pressing>(film(), false),
                  loaded("null").failed(kHandle, {"error 4, null, Choose a LUT"}));
 }
 
@@ -116,17 +117,17 @@ Expected refused() {
 }
 
 TEST(LutButtonFaults, ofAFileThatDoesNotParse) {
-    expectEffect(playing<Pressing>("LUT_1D_SIZE 2\n", true), refused());
+    expectEffect(scenario<Pressing>("LUT_1D_SIZE 2\n", true), refused());
 }
 
 TEST(LutButtonFaults, ofAFileOfAForeignDomain) {
-    expectEffect(playing<Pressing>(twtest::cube(2, "DOMAIN_MAX 1 1 1.0001\n"), true), refused());
+    expectEffect(scenario<Pressing>(twtest::cube(2, "DOMAIN_MAX 1 1 1.0001\n"), true), refused());
 }
 
 TEST(LutButtonFaults, ofACancelledDialog) {
     const std::string good = "no error, old, Choose a LUT";
     const Outcomes anyFolder = {good, good + ", dialog elsewhere"};
-    expectEffect(playing<Pressing>("", true),
+    expectEffect(scenario<Pressing>("", true),
                  Expected(good)
                      .failed(kNew, {"error 512, old, Choose a LUT, no dialog",
                                     "error 512, old, Choose a LUT"})
@@ -136,13 +137,14 @@ TEST(LutButtonFaults, ofACancelledDialog) {
 }
 
 // The user presses the Edit LUT button. There is an older request.
-class Editing : public EffectPlay {
+class Editing : public EffectScenario {
 public:
-    explicit Editing(const std::string& text) : EffectPlay(widened(text)), held_(widened(text)) {
+    explicit Editing(const std::string& text)
+        : EffectScenario(widened(text)), held_(widened(text)) {
         writeFile(request(), kOlder);
     }
 
-    void act() override { result_ = effect().press(kEditButton); }
+    void run() override { result_ = effect().press(kEditButton); }
 
     std::string outcome() override {
         EXPECT_EQ(result_.changed, std::vector<int>());
@@ -170,7 +172,7 @@ private:
 };
 
 TEST(EditButtonFaults, ofALutWithAMatch) {
-    expectEffect(playing<Editing>(rotationText()),
+    expectEffect(scenario<Editing>(rotationText()),
                  Expected("no error, request")
                      .failed(kNew, {"error 512, older request", "error 512, request"})
                      .failed(kLock, {"no error, older request, alert"})
@@ -180,17 +182,17 @@ TEST(EditButtonFaults, ofALutWithAMatch) {
 }
 
 TEST(EditButtonFaults, ofALutWithoutAMatch) {
-    expectEffect(playing<Editing>(quarterText()), Expected("no error, older request, alert")
-                                                      .failed(kNew, {"error 512, older request"})
-                                                      .harmless({kLock, kOpen, kWrite, kClose}));
+    expectEffect(scenario<Editing>(quarterText()), Expected("no error, older request, alert")
+                                                       .failed(kNew, {"error 512, older request"})
+                                                       .harmless({kLock, kOpen, kWrite, kClose}));
 }
 
 // The host asks for the label.
-class Labelling : public EffectPlay {
+class Labelling : public EffectScenario {
 public:
-    explicit Labelling(const std::string& text) : EffectPlay(widened(text)) {}
+    explicit Labelling(const std::string& text) : EffectScenario(widened(text)) {}
 
-    void act() override { error_ = effect().updateUi().error; }
+    void run() override { error_ = effect().updateUi().error; }
     std::string outcome() override {
         const std::string log = twtest::readFile(logFile());
         const bool isLogged = log.find("LUT button: label") != std::string::npos;
@@ -222,20 +224,20 @@ Expected labelled(const std::string& label) {
 
 TEST(LabelFaults, ofANamedLut) {
     // "Choose a LUT", once it was shown, is kept.
-    expectEffect(playing<Labelling>(rotationText()), labelled("Turn.cube").keepsOther({kLock}));
+    expectEffect(scenario<Labelling>(rotationText()), labelled("Turn.cube").keepsOther({kLock}));
 }
 
 TEST(LabelFaults, ofALutWithoutAName) {
-    expectEffect(playing<Labelling>(quarterText()),
+    expectEffect(scenario<Labelling>(quarterText()),
                  labelled("From Tintwell (Apply again to name it)").keepsOther({kLock}));
 }
 
 TEST(LabelFaults, ofThePattern) {
-    expectEffect(playing<Labelling>("TWLUTP 8"), labelled("Calibrating").keepsOther({kLock}));
+    expectEffect(scenario<Labelling>("TWLUTP 8"), labelled("Calibrating").keepsOther({kLock}));
 }
 
 TEST(LabelFaults, ofNoLut) {
-    expectEffect(playing<Labelling>("TWLUT0"), labelled("Choose a LUT"));
+    expectEffect(scenario<Labelling>("TWLUT0"), labelled("Choose a LUT"));
 }
 
 }  // namespace

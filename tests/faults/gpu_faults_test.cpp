@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/faults/gpu_play.h"
+#include "tests/faults/gpu_scenario.h"
 
 namespace faults {
 namespace {
@@ -23,11 +23,12 @@ Faults faultOf(bool Faults::*which) {
 
 // An instance is made and disposed of. A device that has failed once is not tried again, so that
 // each is tried twice.
-class Making : public GpuPlay {
+class Making : public GpuScenario {
 public:
-    explicit Making(const std::optional<Faults>& faults = {}) : GpuPlay(rotationText(), faults) {}
+    explicit Making(const std::optional<Faults>& faults = {})
+        : GpuScenario(rotationText(), faults) {}
 
-    void act() override { error_ = made(0); }
+    void run() override { error_ = made(0); }
     void repeat() override {
         error_ = made(0);
         otherError_ = made(1);
@@ -43,7 +44,7 @@ public:
         for (const bool isMade : isMade_) {
             if (isMade) keepsPipeline();
         }
-        GpuPlay::close();
+        GpuScenario::close();
     }
 
 private:
@@ -60,16 +61,16 @@ private:
 };
 
 // An instance that is there renders a frame, on a device that has this LUT or another one.
-class Rendering : public GpuPlay {
+class Rendering : public GpuScenario {
 public:
     explicit Rendering(const std::string& text, const std::string& before = "",
                        const std::optional<Faults>& faults = {})
-        : GpuPlay(text, faults), exposure_(std::in_place, side(), text) {
+        : GpuScenario(text, faults), exposure_(std::in_place, side(), text) {
         instance_.emplace(side(), values());
         if (!before.empty()) renderOnce(before);
     }
 
-    void act() override {
+    void run() override {
         const BadDevice bad(faults());
         error_ = exposure_->render(*instance_);
         // What the device finds wrong is said meanwhile.
@@ -84,7 +85,7 @@ public:
         exposure_.reset();
         keepsPipeline();
         if (!faults() || !faults()->noBuffer) keepsLut();
-        GpuPlay::close();
+        GpuScenario::close();
     }
 
 private:
@@ -101,14 +102,14 @@ private:
 };
 
 // An instance is made, renders two frames and is disposed of.
-class Life : public GpuPlay {
+class Life : public GpuScenario {
 public:
-    explicit Life(const std::string& text) : GpuPlay(text) {
+    explicit Life(const std::string& text) : GpuScenario(text) {
         for (auto& exposure : exposures_)
             exposure.emplace(side(), text);
     }
 
-    void act() override {
+    void run() override {
         GpuInstance instance(side(), values());
         answers_ = {instance.error()};
         for (auto& exposure : exposures_) {
@@ -129,7 +130,7 @@ public:
             keepsPipeline();
             keepsLut();
         }
-        GpuPlay::close();
+        GpuScenario::close();
     }
 
 private:
@@ -140,18 +141,18 @@ private:
 TEST(GpuFaults, ofMakingAnInstance) {
     const Outcomes fails = {"fails"};
     const Outcomes forGood = {"fails, made on another device"};
-    expectGpu(playing<Making>(), Expected("made")
-                                     .failed(kNew, fails)
-                                     .failed(kSuite, {"made", "fails"})
-                                     .failed(kNoTable, {"made", "fails"})
-                                     .failed(kGpuCall, {"made", "fails"})
-                                     .failed(kLibrary, fails)
-                                     .failed(kFunction, fails)
-                                     .failed(kPipeline, fails)
-                                     .repeated(kLibrary, forGood)
-                                     .repeated(kFunction, forGood)
-                                     .repeated(kPipeline, forGood)
-                                     .harmless(kLogKinds));
+    expectGpu(scenario<Making>(), Expected("made")
+                                      .failed(kNew, fails)
+                                      .failed(kSuite, {"made", "fails"})
+                                      .failed(kNoTable, {"made", "fails"})
+                                      .failed(kGpuCall, {"made", "fails"})
+                                      .failed(kLibrary, fails)
+                                      .failed(kFunction, fails)
+                                      .failed(kPipeline, fails)
+                                      .repeated(kLibrary, forGood)
+                                      .repeated(kFunction, forGood)
+                                      .repeated(kPipeline, forGood)
+                                      .harmless(kLogKinds));
 }
 
 // Whatever fails besides.
@@ -161,7 +162,7 @@ Expected alwaysFailing(const std::string& words) {
 
 TEST(GpuFaults, ofMakingAnInstanceOnABadDevice) {
     for (const auto fault : {&Faults::noLibrary, &Faults::noFunction, &Faults::noPipeline})
-        expectGpu(playing<Making>(faultOf(fault)),
+        expectGpu(scenario<Making>(faultOf(fault)),
                   alwaysFailing("fails").harmless({kSuite, kNoTable}), hostKinds());
 }
 
@@ -183,26 +184,26 @@ Expected rendered(const Outcomes& hostFailures) {
 const Outcomes kLutHostFailures = {"fails, untouched", "no error, copy", "no error, other picture"};
 
 TEST(GpuFaults, ofARender) {
-    expectGpu(playing<Rendering>(rotationText()), rendered(kLutHostFailures));
+    expectGpu(scenario<Rendering>(rotationText()), rendered(kLutHostFailures));
 }
 
 TEST(GpuFaults, ofARenderWithAnotherLut) {
-    expectGpu(playing<Rendering>(rotationText(), scatteredText(3, 1)), rendered(kLutHostFailures));
+    expectGpu(scenario<Rendering>(rotationText(), scatteredText(3, 1)), rendered(kLutHostFailures));
 }
 
 TEST(GpuFaults, ofARenderOfThePattern) {
-    expectGpu(playing<Rendering>("TWLUTP 3"),
+    expectGpu(scenario<Rendering>("TWLUTP 3"),
               rendered({"fails, untouched", "no error, right", "no error, other picture"}));
 }
 
 TEST(GpuFaults, ofARenderThatFails) {
     for (const auto fault : {&Faults::noBuffer, &Faults::noCommandBuffer, &Faults::noEncoder})
-        expectGpu(playing<Rendering>(rotationText(), "", faultOf(fault)),
+        expectGpu(scenario<Rendering>(rotationText(), "", faultOf(fault)),
                   alwaysFailing("fails, untouched").keepsOther({kGpuCall}), hostKinds());
 }
 
 TEST(GpuFaults, ofARenderThatFailsLater) {
-    expectGpu(playing<Rendering>(rotationText(), "", faultOf(&Faults::failExecution)),
+    expectGpu(scenario<Rendering>(rotationText(), "", faultOf(&Faults::failExecution)),
               Expected("no error, untouched")
                   .failed(kNew, {"fails, untouched", "no error, untouched"})
                   .failed(kGpuCall, {"fails, untouched", "no error, untouched"})
@@ -224,7 +225,7 @@ TEST(GpuFaults, ofAWholeLife) {
                            "made, right, fails",
                            "made, other picture, right",
                            "made, right, other picture"};
-    expectGpu(playing<Life>(rotationText()),
+    expectGpu(scenario<Life>(rotationText()),
               Expected("made, right, right")
                   .failed(kNew, {"fails", "made, fails, right"})
                   .failed(kSuite, anySuite)

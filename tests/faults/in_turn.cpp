@@ -12,7 +12,7 @@
 namespace faults {
 namespace {
 
-// More calls of one kind than any act makes.
+// More calls of one kind than any operation makes.
 constexpr int kMostCalls = 1000;
 
 // What a child tells.
@@ -40,25 +40,25 @@ std::string endFailures(const std::vector<Kind>& kinds) {
 }
 
 // Acts while the nth call of each of these kinds is to fail, and again without.
-void run(Play& play, const std::vector<Kind>& kinds, int nth, Report& report) {
+void run(Scenario& scenario, const std::vector<Kind>& kinds, int nth, Report& report) {
     {
         for (const Kind& kind : kinds)
             kind.fail(nth);
         const twtest::Watch watch;
-        play.act();
+        scenario.run();
         write(report.failed, endFailures(kinds));
-        play.settle();
+        scenario.settle();
     }
     EXPECT_EQ(twtest::watchedFiles(), 0);
-    write(report.outcome, play.outcome());
+    write(report.outcome, scenario.outcome());
     {
         const twtest::Watch watch;
-        play.repeat();
-        play.settle();
+        scenario.repeat();
+        scenario.settle();
     }
     EXPECT_EQ(twtest::watchedFiles(), 0);
-    write(report.repeated, play.outcome());
-    play.close();
+    write(report.repeated, scenario.outcome());
+    scenario.close();
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ Expected& Expected::keepsOther(const std::vector<std::string>& kinds) {
 
 class InTurn {
 public:
-    InTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Play>()>& begin,
+    InTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Scenario>()>& begin,
            const Expected& expected)
         : begin_(begin), expected_(expected) {
         for (const Kind& kind : kinds) {
@@ -133,8 +133,8 @@ private:
     bool inChild(const std::vector<Kind>& kinds, int nth, Report& report) const {
         return twtest::runInChild([&] {
             {
-                const std::unique_ptr<Play> play = begin_();
-                run(*play, kinds, nth, report);
+                const std::unique_ptr<Scenario> scenario = begin_();
+                run(*scenario, kinds, nth, report);
             }
             report.blocks = twtest::watchedBlocks();
         });
@@ -163,7 +163,7 @@ private:
         return report.outcome == good() && report.repeated == good();
     }
 
-    const std::function<std::unique_ptr<Play>()>& begin_;
+    const std::function<std::unique_ptr<Scenario>()>& begin_;
     Expected expected_;
     std::vector<Kind> failing_;
     std::vector<Kind> others_;
@@ -172,8 +172,8 @@ private:
     std::map<std::string, Outcomes> repeated_;
 };
 
-void failInTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Play>()>& begin,
-                const Expected& expected) {
+void failInTurn(const std::vector<Kind>& kinds,
+                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected) {
     InTurn turns(kinds, begin, expected);
     if (!turns.passesUntouched()) return;
     std::puts("failed in turn:");

@@ -1,5 +1,5 @@
-// Has one call after the other fail that an act of the effect leads to, until the act passes
-// untouched, and looks at what each failure leaves.
+// Lets one call after the other fail that an operation of the effect makes, until the operation
+// passes untouched, and looks at what each failure leaves.
 #pragma once
 
 #include <functional>
@@ -12,19 +12,19 @@
 
 namespace faults {
 
-// One act on an effect in a simulated host of its own.
-class Play {
+// One operation on the effect in a simulated host of its own.
+class Scenario {
 public:
-    virtual ~Play() = default;
+    virtual ~Scenario() = default;
 
-    // What is tried. The failing call is one of those it leads to.
-    virtual void act() = 0;
-    // Until threads of others have done what the act has left to them. Nothing fails meanwhile.
+    // What is tried. The failing call is one of those it makes.
+    virtual void run() = 0;
+    // Waits for what the operation has left to other threads. Nothing fails meanwhile.
     virtual void settle() {}
-    // What the act has led to, in a few words. Nothing fails meanwhile.
+    // What the operation has led to, in a few words. Nothing fails meanwhile.
     virtual std::string outcome() = 0;
-    // The act once more, with nothing failing.
-    virtual void repeat() { act(); }
+    // The operation once more, with nothing failing.
+    virtual void repeat() { run(); }
     // The end: the host closes, and what its books say fails the test.
     virtual void close() = 0;
 };
@@ -43,15 +43,16 @@ using Outcomes = std::set<std::string>;
 // Kinds go by their names.
 class Expected {
 public:
-    // The outcome of the untouched act.
+    // The outcome of the untouched operation.
     explicit Expected(std::string good) : good_(std::move(good)) {}
 
-    // All outcomes of acts in which one call of the kind failed. Calls of other kinds than those
-    // given here and below there must be none.
+    // All outcomes of operations in which one call of the kind failed. Calls of other kinds than
+    // those given here and below there must be none.
     Expected& failed(const std::string& kind, const Outcomes& outcomes);
     // Kinds whose failures do not change the outcome.
     Expected& harmless(const std::vector<std::string>& kinds);
-    // Outcomes of the act after that with a failing call, where they are not the good one alone.
+    // Outcomes of the operation after that with a failing call, where they are not the good one
+    // alone.
     Expected& repeated(const std::string& kind, const Outcomes& outcomes);
     // Kinds after which the process holds another amount of memory than it would otherwise, as what
     // it keeps to its end is another.
@@ -66,17 +67,17 @@ private:
     std::set<std::string> keepOther_;
 };
 
-// For each kind and each number of a call one process runs the play, made by `begin`: the act with
-// that call failing, its outcome, the act again, its outcome, the end. Fails the test unless all
-// outcomes and the kinds that there are calls of are those expected, and when memory or a file is
-// left, the process ends badly or hangs, or calls fail without end. Prints how often each kind
-// failed.
-void failInTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Play>()>& begin,
-                const Expected& expected);
+// For each kind and each number of a call one process runs the scenario, made by `begin`: the
+// operation with that call failing, its outcome, the operation again, its outcome, the end. Fails
+// the test unless all outcomes and the kinds that there are calls of are those expected, and when
+// memory or a file is left, the process ends badly or hangs, or calls fail without end. Prints how
+// often each kind failed.
+void failInTurn(const std::vector<Kind>& kinds,
+                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected);
 
-template <class SomePlay, class... Arguments>
-std::function<std::unique_ptr<Play>()> playing(Arguments... arguments) {
-    return [=] { return std::make_unique<SomePlay>(arguments...); };
+template <class SomeScenario, class... Arguments>
+std::function<std::unique_ptr<Scenario>()> scenario(Arguments... arguments) {
+    return [=] { return std::make_unique<SomeScenario>(arguments...); };
 }
 
 }  // namespace faults

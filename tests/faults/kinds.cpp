@@ -20,19 +20,10 @@ Refusals& refusals() {
     return host_sim::Session::current().refusals;
 }
 
-template <class Refuse>
-Kind hostKind(const std::string& name, Refusal which, Refuse refuse) {
-    return {name, [refuse](int nth) { refuse(refusals(), nth); },
+// The host's own refusal; with an error where the call answers one.
+Kind hostKind(const std::string& name, Refusal which, PF_Err error = host_sim::kRefused) {
+    return {name, [which, error](int nth) { refusals().fail(which, nth, error); },
             [which] { return refusals().isDue(which); }, [] { refusals().clear(); }};
-}
-
-Kind countedKind(const std::string& name, Refusal which, void (Refusals::*refuse)(int)) {
-    return hostKind(name, which, [refuse](Refusals& host, int nth) { (host.*refuse)(nth); });
-}
-
-Kind errorKind(const std::string& name, Refusal which, void (Refusals::*refuse)(PF_Err, int)) {
-    return hostKind(name, which,
-                    [refuse](Refusals& host, int nth) { (host.*refuse)(kHostError, nth); });
 }
 
 }  // namespace
@@ -44,16 +35,16 @@ std::vector<Kind> hostKinds() {
             libraryKind(kRead, LibraryCall::kRead),
             libraryKind(kWrite, LibraryCall::kWrite),
             libraryKind(kClose, LibraryCall::kClose),
-            countedKind(kHandle, Refusal::kAllocation, &Refusals::failAllocation),
-            countedKind(kLock, Refusal::kLock, &Refusals::failLock),
-            countedKind(kResize, Refusal::kResize, &Refusals::failResize),
-            countedKind(kSuite, Refusal::kAcquisition, &Refusals::failAcquisition),
-            countedKind(kNoTable, Refusal::kSuiteTable, &Refusals::nullAcquisition),
-            countedKind(kGpuCall, Refusal::kGpuCall, &Refusals::failGpuCall),
-            errorKind(kAddParam, Refusal::kAddParam, &Refusals::failAddParam),
-            errorKind(kRegister, Refusal::kRegistration, &Refusals::failRegistration),
-            errorKind(kFormat, Refusal::kPixelFormat, &Refusals::failPixelFormat),
-            errorKind(kUpdate, Refusal::kParamUpdate, &Refusals::failParamUpdate)};
+            hostKind(kHandle, Refusal::kAllocation),
+            hostKind(kLock, Refusal::kLock),
+            hostKind(kResize, Refusal::kResize),
+            hostKind(kSuite, Refusal::kAcquisition),
+            hostKind(kNoTable, Refusal::kSuiteTable),
+            hostKind(kGpuCall, Refusal::kGpuCall),
+            hostKind(kAddParam, Refusal::kAddParam, kHostError),
+            hostKind(kRegister, Refusal::kRegistration, kHostError),
+            hostKind(kFormat, Refusal::kPixelFormat, kHostError),
+            hostKind(kUpdate, Refusal::kParamUpdate, kHostError)};
 }
 
 }  // namespace faults

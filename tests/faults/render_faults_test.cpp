@@ -7,7 +7,7 @@
 
 #include "tests/effect/formats.h"
 #include "tests/effect/frames.h"
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 
 namespace faults {
 namespace {
@@ -32,20 +32,20 @@ struct Shot {
     bool hasBeenRendered = false;  // once before
 };
 
-class Rendering : public EffectPlay {
+class Rendering : public EffectScenario {
 public:
     explicit Rendering(const Shot& shot)
-        : EffectPlay(widened(shot.text), shot.format.personality()),
+        : EffectScenario(widened(shot.text), shot.format.personality()),
           input_(effect_test::scattered(shot.format.pixels, kWidth, kHeight)),
           untouched_(shot.format.pixels, kWidth, kHeight),
           output_(untouched_),
           amount_(static_cast<float>(shot.amount / 100.0)) {
         hasLut_ = tw::parseEmbeddedText(shot.text, lut_, nullptr) && lut_.size != 0;
         effect().setSlider(kAmount, shot.amount);
-        if (shot.hasBeenRendered) act();
+        if (shot.hasBeenRendered) run();
     }
 
-    void act() override {
+    void run() override {
         output_ = untouched_;
         error_ = effect().render(input_, output_).error;
     }
@@ -109,14 +109,14 @@ INSTANTIATE_TEST_SUITE_P(Formats, RenderFaults, testing::Values(kARGB8, kBGRA8, 
                          effect_test::FormatName());
 
 TEST_P(RenderFaults, ofALut) {
-    expectEffect(playing<Rendering>(shot(rotationText())), threadedRender("graded"));
+    expectEffect(scenario<Rendering>(shot(rotationText())), threadedRender("graded"));
 }
 
 TEST_P(RenderFaults, ofALutThatIsKnown) {
     Shot again = shot(rotationText());
     again.hasBeenRendered = true;
     // Nothing is logged but a picture that has become another one.
-    expectEffect(playing<Rendering>(again),
+    expectEffect(scenario<Rendering>(again),
                  render("graded")
                      .failed(kNew, {"error 512, untouched", "no error, graded"})
                      .harmless({kThread})
@@ -124,19 +124,19 @@ TEST_P(RenderFaults, ofALutThatIsKnown) {
 }
 
 TEST_P(RenderFaults, ofThePattern) {
-    expectEffect(playing<Rendering>(shot("TWLUTP 3")), threadedRender("pattern"));
+    expectEffect(scenario<Rendering>(shot("TWLUTP 3")), threadedRender("pattern"));
 }
 
 TEST_P(RenderFaults, ofNoLut) {
-    expectEffect(playing<Rendering>(shot("TWLUT0")), loggedRender("copy"));
+    expectEffect(scenario<Rendering>(shot("TWLUT0")), loggedRender("copy"));
 }
 
 TEST_P(RenderFaults, atAmountZero) {
-    expectEffect(playing<Rendering>(shot(rotationText(), 0.0)), loggedRender("copy"));
+    expectEffect(scenario<Rendering>(shot(rotationText(), 0.0)), loggedRender("copy"));
 }
 
 TEST_P(RenderFaults, ofALutThatDoesNotDecode) {
-    expectEffect(playing<Rendering>(shot("TWLUT3 0 - 2 0 1 AAAA")), loggedRender("copy"));
+    expectEffect(scenario<Rendering>(shot("TWLUT3 0 - 2 0 1 AAAA")), loggedRender("copy"));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/faults/effect_play.h"
+#include "tests/faults/effect_scenario.h"
 
 namespace faults {
 namespace {
@@ -14,14 +14,14 @@ using host_sim::CommandResult;
 using host_sim::Personality;
 using host_sim::premierePro;
 
-class Registering : public HostPlay {
+class Registering : public HostScenario {
 public:
-    explicit Registering(const Personality& personality) : HostPlay(personality) {}
+    explicit Registering(const Personality& personality) : HostScenario(personality) {}
 
-    void act() override { error_ = host().registerEffect(); }
+    void run() override { error_ = host().registerEffect(); }
     void repeat() override {
         reopen();
-        act();
+        run();
     }
     std::string outcome() override {
         EXPECT_EQ(host().registrations().size(), 1U);
@@ -34,17 +34,17 @@ private:
 
 TEST(SetupFaults, ofTheRegistration) {
     for (const Personality& personality : {afterEffects(), premierePro()})
-        expectEffect(playing<Registering>(personality),
+        expectEffect(scenario<Registering>(personality),
                      Expected("registered").failed(kRegister, {"error 77"}));
 }
 
-class GlobalSetup : public HostPlay {
+class GlobalSetup : public HostScenario {
 public:
-    explicit GlobalSetup(const Personality& personality) : HostPlay(personality) {
+    explicit GlobalSetup(const Personality& personality) : HostScenario(personality) {
         host().registerEffect();
     }
 
-    void act() override { result_ = host().globalSetup(); }
+    void run() override { result_ = host().globalSetup(); }
     std::string outcome() override {
         const bool isDone = result_.out.my_version == 0x8000B && result_.out.out_flags == 0x4000400;
         const std::size_t formats = host().pixelFormats().declared().size();
@@ -58,27 +58,27 @@ private:
 
 TEST(SetupFaults, ofGlobalSetup) {
     const Outcomes noMemory = {"error 512, nothing set, 0 formats"};
-    expectEffect(playing<GlobalSetup>(afterEffects()),
+    expectEffect(scenario<GlobalSetup>(afterEffects()),
                  Expected("no error, 0 formats").failed(kNew, noMemory).harmless(kLogKinds));
     // There is a line for what is missing.
     const Outcomes noSuite = {"no error, 0 formats"};
-    expectEffect(playing<GlobalSetup>(premierePro()), Expected("no error, 2 formats")
-                                                          .failed(kNew, noMemory)
-                                                          .failed(kSuite, noSuite)
-                                                          .failed(kNoTable, noSuite)
-                                                          .harmless(kLogKinds));
+    expectEffect(scenario<GlobalSetup>(premierePro()), Expected("no error, 2 formats")
+                                                           .failed(kNew, noMemory)
+                                                           .failed(kSuite, noSuite)
+                                                           .failed(kNoTable, noSuite)
+                                                           .harmless(kLogKinds));
 }
 
-class ParamsSetup : public HostPlay {
+class ParamsSetup : public HostScenario {
 public:
-    explicit ParamsSetup(const Personality& personality) : HostPlay(personality) { prepare(); }
+    explicit ParamsSetup(const Personality& personality) : HostScenario(personality) { prepare(); }
 
-    void act() override { result_ = host().paramsSetup(); }
+    void run() override { result_ = host().paramsSetup(); }
     // Parameters are declared once.
     void repeat() override {
         reopen();
         prepare();
-        act();
+        run();
     }
     std::string outcome() override {
         const bool isSet = result_.out.num_params == 5;
@@ -105,7 +105,7 @@ private:
 
 TEST(SetupFaults, ofTheParameters) {
     for (const Personality& personality : {afterEffects(), premierePro()})
-        expectEffect(playing<ParamsSetup>(personality),
+        expectEffect(scenario<ParamsSetup>(personality),
                      Expected("no error, 5 parameters")
                          .failed(kNew, {"error 512, 2 parameters"})
                          .failed(kHandle, {"no error, 5 parameters, null"})
@@ -114,11 +114,11 @@ TEST(SetupFaults, ofTheParameters) {
                                              "error 77, 3 parameters", "error 77, 4 parameters"}));
 }
 
-class About : public EffectPlay {
+class About : public EffectScenario {
 public:
-    About() : EffectPlay(effect_test::emptyLut()) {}
+    About() : EffectScenario(effect_test::emptyLut()) {}
 
-    void act() override { result_ = host().command(PF_Cmd_ABOUT); }
+    void run() override { result_ = host().command(PF_Cmd_ABOUT); }
     std::string outcome() override {
         return answered(result_.error, result_.message().substr(0, sizeof "Tintwell"));
     }
@@ -128,15 +128,15 @@ private:
 };
 
 TEST(SetupFaults, ofTheAboutBox_areNone) {
-    expectEffect(playing<About>(), Expected("Tintwell "));
+    expectEffect(scenario<About>(), Expected("Tintwell "));
 }
 
 // All commands that the effect has nothing to do for.
-class OtherCommands : public EffectPlay {
+class OtherCommands : public EffectScenario {
 public:
-    OtherCommands() : EffectPlay(effect_test::emptyLut()) {}
+    OtherCommands() : EffectScenario(effect_test::emptyLut()) {}
 
-    void act() override {
+    void run() override {
         answers_ = "";
         for (const PF_Cmd command :
              {PF_Cmd_SEQUENCE_SETUP, PF_Cmd_SEQUENCE_RESETUP, PF_Cmd_SEQUENCE_FLATTEN,
@@ -151,16 +151,17 @@ private:
 };
 
 TEST(SetupFaults, ofOtherCommands_areNone) {
-    expectEffect(playing<OtherCommands>(), Expected("00000000000"));
+    expectEffect(scenario<OtherCommands>(), Expected("00000000000"));
 }
 
 // A press of something that the effect does not act upon is logged, and the data folder made for
 // that where it is missing.
-class OtherPress : public EffectPlay {
+class OtherPress : public EffectScenario {
 public:
-    explicit OtherPress(bool hasFolder) : EffectPlay(effect_test::emptyLut()), has_(hasFolder) {}
+    explicit OtherPress(bool hasFolder)
+        : EffectScenario(effect_test::emptyLut()), has_(hasFolder) {}
 
-    void act() override {
+    void run() override {
         std::filesystem::remove(logFile());
         if (!has_) std::filesystem::remove(home_.dataFolder());
         result_ = effect().press(effect_test::kAmount);
@@ -186,11 +187,11 @@ Expected logged() {
 
 TEST(SetupFaults, ofAChangeThatMeansNothing) {
     // A log that cannot be opened is tried once more.
-    expectEffect(playing<OtherPress>(true), logged().harmless({kOpen}));
+    expectEffect(scenario<OtherPress>(true), logged().harmless({kOpen}));
 }
 
 TEST(SetupFaults, ofALogWithoutItsFolder) {
-    expectEffect(playing<OtherPress>(false),
+    expectEffect(scenario<OtherPress>(false),
                  logged().failed(kOpen, {"no error, logged", "no error, not logged"}));
 }
 

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "host_sim/gpu/gpu_instance.h"
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_instance.h"
+#include "host_sim/gpu_side.h"
 #include "host_sim/host.h"
 #include "native/src/lut_text.h"
 #include "software_metal/control.h"
-#include "tests/gpu/device.h"
 #include "tests/gpu/log_lines.h"
+#include "tests/software_metal/settled.h"
 #include "tests/support/luts.h"
 #include "tests/support/random.h"
 

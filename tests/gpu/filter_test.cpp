@@ -158,9 +158,10 @@ TEST_F(MakeInstance, acquiresTheSuites_andKeepsThem) {
 void withoutSuite(host_sim::Refusals& refusals, const char* name,
                   const std::function<void()>& expect) {
     SCOPED_TRACE(name);
-    for (const auto refuse : {&host_sim::Refusals::hideSuite, &host_sim::Refusals::nullSuite,
-                              &host_sim::Refusals::refuseSuite}) {
-        (refusals.*refuse)(name);
+    using host_sim::SuiteAnswer;
+    for (const SuiteAnswer answer :
+         {SuiteAnswer::kNotFound, SuiteAnswer::kNullTable, SuiteAnswer::kErrorWithTable}) {
+        refusals.answerSuite(name, answer);
         expect();
         refusals.clear();
     }
@@ -179,7 +180,7 @@ TEST_F(MakeInstance, tellsOfAWeakDeviceFirst_whateverElseIsMissing) {
     open({{.meetsRequirements = false}});
     for (const char* name :
          {"Premiere Memory Manager Suite", "Premiere PPix Suite", "MediaCore Video Segment Suite"})
-        host_.refusals().hideSuite(name);
+        host_.refusals().answerSuite(name, host_sim::SuiteAnswer::kNotFound);
     EXPECT_EQ(make().error(), kFail);
     EXPECT_EQ(gpuLines(), Lines{"GPU: device 0 below minimum requirements; CPU render"});
 }

@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/gpu/device.h"
+#include "tests/gpu/device_fixture.h"
 #include "tests/gpu/log_lines.h"
+#include "tests/gpu/test_device.h"
 
 namespace {
 

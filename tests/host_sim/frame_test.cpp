@@ -1,5 +1,5 @@
 // Frames: memory layout, regions, accessors and canaries.
-#include "host_sim/frame.h"
+#include "host_sim/values/frame.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Handles by themselves. Misuse by an effect is in faults_test.cpp.
-#include "host_sim/handle_memory.h"
+#include "host_sim/memory/handle_memory.h"
 
 #include <gtest/gtest.h>
 
@@ -107,7 +107,7 @@ TEST_F(Handles, hostLocksKeepNothingFromTheEffect) {
 
 TEST_F(Handles, aRefusedLockIsAnsweredByOneUnlock_ofThatThread) {
     const PF_Handle handle = memory.allocate(1);
-    refusals.failLock(1);
+    refusals.fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(memory.lock(handle), nullptr);
     std::thread([&] { memory.unlock(handle); }).join();
     EXPECT_EQ(books.problems().size(), 1U);
@@ -120,7 +120,7 @@ TEST_F(Handles, aRefusedLockIsAnsweredByOneUnlock_ofThatThread) {
 
 TEST_F(Handles, aRefusedLockNeedsNoAnswer) {
     const PF_Handle handle = memory.allocate(1);
-    refusals.failLock(1);
+    refusals.fail(host_sim::Refusal::kLock, 1);
     memory.lock(handle);
     memory.forgetRefusedLocks();
     EXPECT_EQ(books.problems(), Problems());

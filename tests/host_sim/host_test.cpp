@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 #include "session_script.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Project files: whole ones come back, others are named in a sentence.
-#include "host_sim/project.h"
+#include "host_sim/values/project.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -10,8 +10,8 @@
 #include <sstream>
 #include <string>
 
-#include "host_sim/error.h"
 #include "host_sim/host.h"
+#include "host_sim/values/error.h"
 
 namespace {
 

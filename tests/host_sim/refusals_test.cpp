@@ -1,13 +1,13 @@
 // What the host refuses on demand, as the effect and the books see it.
-#include "host_sim/refusals.h"
+#include "host_sim/values/refusals.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "host_sim/error.h"
 #include "host_sim/host.h"
+#include "host_sim/values/error.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ protected:
 
 TEST_F(Refusing, anAllocation_givesANullValue) {
     host.start();
-    host.refusals().failAllocation(2);
+    host.refusals().fail(host_sim::Refusal::kAllocation, 2);
     const host_sim::ArbitraryCalls calls = host.arbitraryCalls(kText);
     const PF_ArbitraryH first = calls.create().value;
     EXPECT_NE(first, nullptr);
@@ -39,7 +39,7 @@ TEST_F(Refusing, anAllocation_givesANullValue) {
 
 TEST_F(Refusing, allAllocations_lastsUntilSwitchedOff) {
     host.start();
-    host.refusals().failAllAllocations(true);
+    host.refusals().fail(host_sim::Refusal::kAllocation, host_sim::kEveryCall);
     Instance& effect = host.apply();
     EXPECT_EQ(effect.arbitrary(kText), nullptr);
     EXPECT_EQ(effect.press(kButton).error, PF_Err_OUT_OF_MEMORY);
@@ -52,7 +52,7 @@ TEST_F(Refusing, allAllocations_lastsUntilSwitchedOff) {
 TEST_F(Refusing, aResize_leavesTheValue) {
     host.start();
     Instance& effect = host.apply();
-    host.refusals().failResize(1);
+    host.refusals().fail(host_sim::Refusal::kResize, 1);
     EXPECT_EQ(effect.press(kButton).error, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(effect.print(kText).value, "none");
     EXPECT_EQ(effect.press(kButton).error, PF_Err_NONE);
@@ -61,7 +61,7 @@ TEST_F(Refusing, aResize_leavesTheValue) {
 TEST_F(Refusing, aLock_mayBeUnlockedAllTheSame) {
     host.start();
     Instance& effect = host.apply();
-    host.refusals().failLock(1);
+    host.refusals().fail(host_sim::Refusal::kLock, 1);
     EXPECT_EQ(effect.arbitraryCalls(kText).printSize(effect.arbitrary(kText)).value, 1U);
     EXPECT_EQ(effect.arbitraryCalls(kText).printSize(effect.arbitrary(kText)).value, 5U);
     EXPECT_EQ(host.handles().counts().refusedLocks, 1U);
@@ -71,7 +71,7 @@ TEST_F(Refusing, aLock_mayBeUnlockedAllTheSame) {
 
 TEST_F(Refusing, addParam_endsTheSetupAndFreesTheDefault) {
     host.registerEffect();
-    host.refusals().failAddParam(77, 2);
+    host.refusals().fail(host_sim::Refusal::kAddParam, 2, 77);
     EXPECT_EQ(host.paramsSetup().error, 77);
     EXPECT_EQ(host.params().count(), 2);
     EXPECT_EQ(host.handles().counts().live, 0U);
@@ -79,20 +79,20 @@ TEST_F(Refusing, addParam_endsTheSetupAndFreesTheDefault) {
 }
 
 TEST_F(Refusing, theRegistration_isReturned) {
-    host.refusals().failRegistration(5);
+    host.refusals().fail(host_sim::Refusal::kRegistration, host_sim::kEveryCall, 5);
     EXPECT_EQ(host.registerEffect(), 5);
     EXPECT_THROW(host.start(), host_sim::SimError);
 }
 
 TEST_F(Refusing, aSuite_isNotFound) {
-    host.refusals().hideSuite(kPFPixelFormatSuite);
+    host.refusals().answerSuite(kPFPixelFormatSuite, host_sim::SuiteAnswer::kNotFound);
     host.start();
     EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
     EXPECT_EQ(host.pixelFormats().declared().size(), 0U);
 }
 
 TEST_F(Refusing, aSuiteTable_isNullInSpiteOfSuccess) {
-    host.refusals().nullSuite(kPFParamUtilsSuite);
+    host.refusals().answerSuite(kPFParamUtilsSuite, host_sim::SuiteAnswer::kNullTable);
     host.start();
     Instance& effect = host.apply();
     effect.updateUi();
@@ -101,7 +101,7 @@ TEST_F(Refusing, aSuiteTable_isNullInSpiteOfSuccess) {
 }
 
 TEST_F(Refusing, aSuiteTable_comesWithAnError) {
-    host.refusals().refuseSuite(kPFPixelFormatSuite);
+    host.refusals().answerSuite(kPFPixelFormatSuite, host_sim::SuiteAnswer::kErrorWithTable);
     host.start();
     EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
     EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).acquired, 0);
@@ -116,7 +116,7 @@ TEST_F(Refusing, theBasicSuite_isNull) {
 }
 
 TEST_F(Refusing, anAcquisition_isOneOnly) {
-    host.refusals().failAcquisition(2);
+    host.refusals().fail(host_sim::Refusal::kAcquisition, 2);
     host.start();
     Instance& effect = host.apply();
     effect.updateUi();
@@ -128,7 +128,7 @@ TEST_F(Refusing, anAcquisition_isOneOnly) {
 }
 
 TEST_F(Refusing, anAcquisition_mayGiveANullTable) {
-    host.refusals().nullAcquisition(1);
+    host.refusals().fail(host_sim::Refusal::kSuiteTable, 1);
     host.start();
     EXPECT_EQ(host.suites().use(kPFPixelFormatSuite, 1).refused, 1);
     EXPECT_EQ(host.pixelFormats().declared().size(), 0U);
@@ -139,7 +139,7 @@ TEST_F(Refusing, isDue_untilTheCallHasCome) {
     host.start();
     Instance& effect = host.apply();
     EXPECT_FALSE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
-    host.refusals().failParamUpdate(9, 2);
+    host.refusals().fail(host_sim::Refusal::kParamUpdate, 2, 9);
     EXPECT_TRUE(host.refusals().isDue(host_sim::Refusal::kParamUpdate));
     effect.updateUi();
     EXPECT_EQ(effect.updates().size(), 1U);
@@ -152,7 +152,7 @@ TEST_F(Refusing, isDue_untilTheCallHasCome) {
 }
 
 TEST_F(Refusing, aParamUpdate_keepsTheOldLabel) {
-    host.refusals().failParamUpdate(9);
+    host.refusals().fail(host_sim::Refusal::kParamUpdate, host_sim::kEveryCall, 9);
     host.start();
     Instance& effect = host.apply();
     effect.updateUi();

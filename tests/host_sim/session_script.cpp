@@ -1,6 +1,6 @@
 #include "session_script.h"
 
-#include "host_sim/error.h"
+#include "host_sim/values/error.h"
 
 namespace {
 

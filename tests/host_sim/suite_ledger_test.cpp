@@ -1,10 +1,12 @@
 // The ledger and the basic suite's other functions. Misuse by an effect is in faults_test.cpp.
-#include "host_sim/suite_ledger.h"
+#include "host_sim/suites/suite_ledger.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+
+#include "host_sim/callbacks.h"
 
 namespace {
 

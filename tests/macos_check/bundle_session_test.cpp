@@ -120,11 +120,11 @@ void expectSame(const host_sim::Personality& personality) {
     EXPECT_NE(linuxOutcome.pictures[2], linuxOutcome.pictures[8]);
 }
 
-TEST(BundleSessionTest, isTheLinuxModules_inPremierePro) {
+TEST(BundleSession, isTheLinuxModules_inPremierePro) {
     expectSame(host_sim::premierePro());
 }
 
-TEST(BundleSessionTest, isTheLinuxModules_inAfterEffects) {
+TEST(BundleSession, isTheLinuxModules_inAfterEffects) {
     expectSame(host_sim::afterEffects());
 }
 
@@ -149,7 +149,7 @@ FilterOffer offeredFilter(const char* module, csSDK_int32 index, bool startUp) {
 }
 
 // No further than to the offer: there is no Metal here for the bundle's code.
-TEST(BundleGpuTest, offersTheLinuxModulesFilter) {
+TEST(BundleGpu, offersTheLinuxModulesFilter) {
     for (const bool startUp : {true, false}) {
         for (const csSDK_int32 index : {-1, 0, 1}) {
             EXPECT_TRUE(offeredFilter(TINTWELL_BUNDLE_MODULE, index, startUp) ==
@@ -161,15 +161,15 @@ TEST(BundleGpuTest, offersTheLinuxModulesFilter) {
 }
 
 // An applied effect of the bundle, and the AppKit that it talks to.
-class BundleDialogsTest : public testing::Test {
+class BundleDialogs : public testing::Test {
 protected:
-    BundleDialogsTest() : host_(TINTWELL_BUNDLE_MODULE, host_sim::premierePro()) {
+    BundleDialogs() : host_(TINTWELL_BUNDLE_MODULE, host_sim::premierePro()) {
         host_.start();
         effect_ = &host_.apply();
         void* appKit = host_.module().symbol("tintwell_bundle_appkit");
         appKit_ = reinterpret_cast<decltype(&tintwell_bundle_appkit)>(appKit)();
     }
-    ~BundleDialogsTest() override {
+    ~BundleDialogs() override {
         EXPECT_EQ(appKit_->openPools, 0);
         EXPECT_EQ(appKit_->liveObjects, 0);
         EXPECT_EQ(host_.close(), Lines());
@@ -201,12 +201,12 @@ Lines panelMessages(const std::string& folder, const Lines& afterwards) {
     return lines;
 }
 
-TEST_F(BundleDialogsTest, openAPanelOnTheLutFolder_whenTheLutButtonIsPressed) {
+TEST_F(BundleDialogs, openAPanelOnTheLutFolder_whenTheLutButtonIsPressed) {
     EXPECT_EQ(effect_->press(kLutButton).error, 0);
     EXPECT_EQ(appKit_->messages, panelMessages(home_ / "Documents/Tintwell LUTs", {}));
 }
 
-TEST_F(BundleDialogsTest, setNoFolder_whenThereIsNone) {
+TEST_F(BundleDialogs, setNoFolder_whenThereIsNone) {
     unsetenv("HOME");
     EXPECT_EQ(effect_->press(kLutButton).error, 0);
     Lines expected = panelMessages("", {});
@@ -215,7 +215,7 @@ TEST_F(BundleDialogsTest, setNoFolder_whenThereIsNone) {
     EXPECT_EQ(appKit_->messages, expected);
 }
 
-TEST_F(BundleDialogsTest, takeAChoiceWithoutAPathForNone) {
+TEST_F(BundleDialogs, takeAChoiceWithoutAPathForNone) {
     appKit_->pick = [](const std::string&) { return "/cube"; };
     appKit_->chosenHasPath = false;
     const host_sim::CommandResult result = effect_->press(kLutButton);
@@ -226,7 +226,7 @@ TEST_F(BundleDialogsTest, takeAChoiceWithoutAPathForNone) {
         twtest::readFile(home_.dataFile("effect.log")).ends_with("LUT button: cancelled\n"));
 }
 
-TEST_F(BundleDialogsTest, storeTheChosenFile) {
+TEST_F(BundleDialogs, storeTheChosenFile) {
     const std::string cube = home_ / "half.cube";
     twtest::writeFile(
         cube, "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 .5\n1 0 .5\n0 1 .5\n1 1 .5\n");
@@ -238,7 +238,7 @@ TEST_F(BundleDialogsTest, storeTheChosenFile) {
     EXPECT_EQ(effect_->label(kLutButton), "half.cube");
 }
 
-TEST_F(BundleDialogsTest, showAnAlert_whenThereIsNoMatchToEdit) {
+TEST_F(BundleDialogs, showAnAlert_whenThereIsNoMatchToEdit) {
     EXPECT_EQ(effect_->press(kEditButton).error, 0);
     ASSERT_EQ(appKit_->messages.size(), 8U);
     EXPECT_TRUE(appKit_->messages[1].starts_with("[NSString stringWithUTF8String:\""));
@@ -249,7 +249,7 @@ TEST_F(BundleDialogsTest, showAnAlert_whenThereIsNoMatchToEdit) {
                      "[NSAlert runModal]", "[NSAlert release]"}));
 }
 
-TEST_F(BundleDialogsTest, areHandedToTheMainThread_fromAnother) {
+TEST_F(BundleDialogs, areHandedToTheMainThread_fromAnother) {
     std::thread([this] { effect_->press(kLutButton); }).join();
     ASSERT_GE(appKit_->messages.size(), 2U);
     EXPECT_EQ(appKit_->messages[0], "[NSThread isMainThread]");

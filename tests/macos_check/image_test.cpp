@@ -35,7 +35,7 @@ std::string universal(const std::string& processor, char fileType) {
 const std::string kX86("\1\0\0\7", 4);
 const std::string kArm("\1\0\0\x0C", 4);
 
-TEST(ImageTest, refuses_whatIsNoBundleForThisProcessor) {
+TEST(Image, refuses_whatIsNoBundleForThisProcessor) {
     EXPECT_EQ(complaint(""), "cannot be read");
     EXPECT_EQ(complaint("short"), "is no universal file");
     EXPECT_EQ(complaint(std::string(8192, '\0')), "is no universal file");

@@ -57,37 +57,37 @@ Bytes instructionsFor(Word encoding) {
 // CFA rules: 0C register offset. Saved registers: 80 + register, then words below the CFA. The CFA
 // of a frame with base pointer (register 6) is 16 above it; the return address (16) is below.
 
-TEST(UnwindTest, findsRegisters_belowTheBasePointer) {
+TEST(Unwind, findsRegisters_belowTheBasePointer) {
     // rbx and r14 from two words below it upwards
     EXPECT_EQ(instructionsFor(0x01020000 | 1 | 4 << 3),
               Bytes({0x0C, 6, 16, 0x86, 2, 0x90, 1, 0x83, 4, 0x8E, 3}));
 }
 
-TEST(UnwindTest, findsRegisters_belowTheReturnAddressOfAFrameOfFixedSize) {
+TEST(Unwind, findsRegisters_belowTheReturnAddressOfAFrameOfFixedSize) {
     // 5 words, two registers: the first of the six (rbx), then the third of the five left (r14)
     EXPECT_EQ(instructionsFor(0x02050000 | 2 << 10 | (0 * 5 + 2)),
               Bytes({0x0C, 7, 40, 0x90, 1, 0x83, 3, 0x8E, 2}));
 }
 
-TEST(UnwindTest, findsAllSixRegisters_inAnyOrder) {
+TEST(Unwind, findsAllSixRegisters_inAnyOrder) {
     // backwards: the last choice each time; 200 words
     EXPECT_EQ(instructionsFor(0x02C80000 | 6 << 10 | 719),
               Bytes({0x0C, 7, 0xC0, 0x0C, 0x90, 1, 0x86, 7, 0x8F, 6, 0x8E, 5, 0x8D, 4, 0x8C, 3,
                      0x83, 2}));
 }
 
-TEST(UnwindTest, handsOnARecordThatTheImageHolds) {
+TEST(Unwind, handsOnARecordThatTheImageHolds) {
     const Byte* found = nullptr;
     macho::registerFrames(image.data(), infoWith(0x04000020).data(), frames.data(),
                           [&found](const Byte* record) { found = record; });
     EXPECT_EQ(found, frames.data() + 0x20);
 }
 
-TEST(UnwindTest, registersNothing_forAFunctionThatNothingIsToldOf) {
+TEST(Unwind, registersNothing_forAFunctionThatNothingIsToldOf) {
     EXPECT_EQ(instructionsFor(0), Bytes());
 }
 
-TEST(UnwindTest, refuses_aFrameOfUnknownForm) {
+TEST(Unwind, refuses_aFrameOfUnknownForm) {
     EXPECT_THROW(instructionsFor(0x03000000), std::runtime_error);
 }
 

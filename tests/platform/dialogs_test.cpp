@@ -65,7 +65,7 @@ protected:
     std::string luts_;
 };
 
-TEST_F(PickCube, asks_for_one_cube_file) {
+TEST_F(PickCube, asksForOneCubeFile) {
     Names rows;
     int looks = 0;
     Robot robot([&](Dialog& dialog) {
@@ -89,45 +89,45 @@ TEST_F(PickCube, asks_for_one_cube_file) {
     EXPECT_EQ(rows, (Names{"UPPER.CUBE", "alpha.cube", "sub", "été.cube"}));
 }
 
-TEST_F(PickCube, gives_a_name_beyond_ascii_as_utf8) {
+TEST_F(PickCube, givesANameBeyondAscii_asUtf8) {
     EXPECT_EQ(pick("été.cube"), luts_ + "/été.cube");
 }
 
-TEST_F(PickCube, takes_an_upper_case_extension) {
+TEST_F(PickCube, takesAnUpperCaseExtension) {
     EXPECT_EQ(pick("UPPER.CUBE"), luts_ + "/UPPER.CUBE");
 }
 
-TEST_F(PickCube, gives_nothing_when_cancelled) {
+TEST_F(PickCube, givesNothing_whenCancelled) {
     Robot robot(cancel);
     EXPECT_EQ(tw_mac::PickCube(luts_), "");
     EXPECT_TRUE(robot.acted());
 }
 
-TEST_F(PickCube, opens_somewhere_when_the_folder_is_missing) {
+TEST_F(PickCube, opensSomewhere_whenTheFolderIsMissing) {
     Robot robot(cancel);
     EXPECT_EQ(tw_mac::PickCube("/no/such/folder"), "");
     EXPECT_TRUE(robot.acted());
 }
 
-TEST_F(PickCube, opens_somewhere_without_a_folder) {
+TEST_F(PickCube, opensSomewhere_withoutAFolder) {
     Robot robot(cancel);
     EXPECT_EQ(tw_mac::PickCube(""), "");
     EXPECT_TRUE(robot.acted());
 }
 
-TEST_F(PickCube, opens_somewhere_when_the_folder_is_not_utf8) {
+TEST_F(PickCube, opensSomewhere_whenTheFolderIsNotUtf8) {
     Robot robot(cancel);
     EXPECT_EQ(tw_mac::PickCube("/tmp/\xff\xfe"), "");
     EXPECT_TRUE(robot.acted());
 }
 
-TEST_F(PickCube, offers_all_files_when_the_type_is_unknown) {
+TEST_F(PickCube, offersAllFiles_whenTheTypeIsUnknown) {
     twtest::forgetFileTypes();
     EXPECT_EQ(pick("notes.txt"), luts_ + "/notes.txt");
     EXPECT_FALSE(panelSeen().restricted);
 }
 
-TEST_F(PickCube, shows_on_the_main_thread_when_called_on_another) {
+TEST_F(PickCube, showsOnTheMainThread_whenCalledOnAnother) {
     bool shownOnMainThread = false;
     bool calledOnMainThread = true;
     Robot robot([&](Dialog& dialog) {
@@ -144,7 +144,7 @@ TEST_F(PickCube, shows_on_the_main_thread_when_called_on_another) {
     EXPECT_EQ(path, luts_ + "/alpha.cube");
 }
 
-TEST_F(PickCube, works_with_the_mouse) {
+TEST_F(PickCube, worksWithTheMouse) {
     Robot robot([](Dialog& dialog) {
         if (!contains(dialog.rows(), "alpha.cube")) return false;
         useScreen(clickAt(dialog.rowOnScreen("alpha.cube")) + "; " +
@@ -154,7 +154,7 @@ TEST_F(PickCube, works_with_the_mouse) {
     EXPECT_EQ(tw_mac::PickCube(luts_), luts_ + "/alpha.cube");
 }
 
-TEST_F(PickCube, is_cancelled_with_the_escape_key) {
+TEST_F(PickCube, isCancelled_withTheEscapeKey) {
     Robot robot([](Dialog&) {
         useScreen("sleep 0.3; xdotool key Escape");
         return true;
@@ -184,7 +184,7 @@ bool pressOk(Dialog& dialog) {
     return dialog.click("OK");
 }
 
-TEST_F(Alert, shows_headline_message_and_one_button) {
+TEST_F(Alert, showsHeadlineMessageAndOneButton) {
     int looks = 0;
     Robot robot([&](Dialog& dialog) {
         if (++looks < kLooksUntilDrawn) return false;
@@ -200,28 +200,28 @@ TEST_F(Alert, shows_headline_message_and_one_button) {
     EXPECT_EQ(alertSeen().text, kMessage);
 }
 
-TEST_F(Alert, has_the_warning_style_when_asked) {
+TEST_F(Alert, hasTheWarningStyle_whenAsked) {
     Robot robot(pressOk);
     tw_mac::Alert(kMessage, true);
     expectOneAlert();
     EXPECT_EQ(alertSeen().style, 0);
 }
 
-TEST_F(Alert, is_informational_otherwise) {
+TEST_F(Alert, isInformational_otherwise) {
     Robot robot(pressOk);
     tw_mac::Alert(kMessage, false);
     expectOneAlert();
     EXPECT_EQ(alertSeen().style, 1);
 }
 
-TEST_F(Alert, has_no_text_when_the_message_is_not_utf8) {
+TEST_F(Alert, hasNoText_whenTheMessageIsNotUtf8) {
     Robot robot(pressOk);
     tw_mac::Alert("\xff\xfe", true);
     expectOneAlert();
     EXPECT_EQ(alertSeen().text, "");
 }
 
-TEST_F(Alert, holds_a_caller_on_another_thread_until_it_is_closed) {
+TEST_F(Alert, holdsACallerOnAnotherThread_untilItIsClosed) {
     bool shownOnMainThread = false;
     std::atomic<bool> closed{false};
     bool closedOnReturn = false;
@@ -239,7 +239,7 @@ TEST_F(Alert, holds_a_caller_on_another_thread_until_it_is_closed) {
     expectOneAlert();
 }
 
-TEST_F(Alert, is_closed_with_the_mouse) {
+TEST_F(Alert, isClosed_withTheMouse) {
     Robot robot([](Dialog& dialog) {
         useScreen(clickAt(dialog.buttonOnScreen("OK")));
         return true;
@@ -248,7 +248,7 @@ TEST_F(Alert, is_closed_with_the_mouse) {
     expectOneAlert();
 }
 
-TEST_F(Alert, is_closed_with_the_return_key) {
+TEST_F(Alert, isClosed_withTheReturnKey) {
     Robot robot([](Dialog&) {
         useScreen("sleep 0.3; xdotool key Return");
         return true;

@@ -86,7 +86,7 @@ protected:
     }
 };
 
-TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
+TEST_F(Story, showsSavesLoadsAndEditsAPickedLut) {
     const std::string project = home() / "film.project";
     std::vector<std::uint8_t> graded;
     {
@@ -128,7 +128,7 @@ TEST_F(Story, a_picked_lut_is_seen_saved_loaded_and_edited) {
     EXPECT_TRUE(request().starts_with("{\"id\":20261120,\"name\":\"golden-hour\",\"at\":"));
 }
 
-TEST_F(Story, a_match_with_quotes_in_its_name_is_requested_from_after_effects) {
+TEST_F(Story, requestsAMatchWithQuotesInItsName_inAfterEffects) {
     Host host(TINTWELL_MODULE, host_sim::afterEffects());
     host.start();
     Instance& effect = host.apply();
@@ -138,7 +138,7 @@ TEST_F(Story, a_match_with_quotes_in_its_name_is_requested_from_after_effects) {
     EXPECT_TRUE(request().starts_with(R"({"id":42,"name":"Dusk \"two\"","at":)")) << request();
 }
 
-TEST_F(Story, an_unreadable_file_is_refused_with_an_alert) {
+TEST_F(Story, refusesAnUnreadableFile_withAnAlert) {
     write("Documents/Tintwell LUTs/broken.cube", "LUT_3D_SIZE 2\n");
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
@@ -160,7 +160,7 @@ TEST_F(Story, an_unreadable_file_is_refused_with_an_alert) {
 }
 
 // In a session for each command, as a user at a terminal works, with the keyboard.
-TEST_F(Story, tintwell_host_presses_the_button_and_renders_from_the_project) {
+TEST_F(Story, pressesAndRenders_inTintwellHost) {
     const std::string script = "cd '" + home().path() +
                                "' && host() { '" TINTWELL_HOST "' --home '" + home().path() +
                                R"(' "$@"; }
@@ -179,7 +179,7 @@ TEST_F(Story, tintwell_host_presses_the_button_and_renders_from_the_project) {
     EXPECT_EQ(twtest::readFile(home() / "said"), "The LUT button says \"bleach-bypass.cube\".\n");
 }
 
-TEST_F(Story, other_threads_render_while_a_dialog_is_open) {
+TEST_F(Story, rendersOnOtherThreads_whileADialogIsOpen) {
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
     Instance& effect = host.apply();

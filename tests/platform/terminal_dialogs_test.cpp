@@ -63,31 +63,31 @@ protected:
     const std::string folder_ = temp_.path();
 };
 
-TEST_F(Terminal, PickCube_takes_an_existing_file) {
+TEST_F(Terminal, pickCubeTakesAnExistingFile) {
     const std::string path = folder_ + "/été \"x\".cube";
     EXPECT_EQ(chosen(pick(path + "\n")), path);
 }
 
-TEST_F(Terminal, PickCube_takes_a_name_in_the_folder) {
+TEST_F(Terminal, pickCubeTakesANameInTheFolder) {
     EXPECT_EQ(chosen(pick("été \"x\".cube\n")), folder_ + "/été \"x\".cube");
 }
 
-TEST_F(Terminal, PickCube_asks_again_until_the_file_exists) {
+TEST_F(Terminal, pickCubeAsksAgain_untilTheFileExists) {
     const std::string shown = pick("missing.cube\nsub\nété \"x\".cube\n");
     EXPECT_NE(shown.find("No such file: " + folder_ + "/missing.cube"), std::string::npos) << shown;
     EXPECT_NE(shown.find("No such file: " + folder_ + "/sub"), std::string::npos) << shown;
     EXPECT_EQ(chosen(shown), folder_ + "/été \"x\".cube");
 }
 
-TEST_F(Terminal, PickCube_is_cancelled_with_an_empty_line) {
+TEST_F(Terminal, pickCubeIsCancelled_withAnEmptyLine) {
     EXPECT_EQ(chosen(pick("\n")), "");
 }
 
-TEST_F(Terminal, PickCube_is_cancelled_at_the_end_of_the_input) {
+TEST_F(Terminal, pickCubeIsCancelled_atTheEndOfTheInput) {
     EXPECT_EQ(chosen(pick("\x04")), "");
 }
 
-TEST_F(Terminal, Alert_waits_for_return) {
+TEST_F(Terminal, alertWaitsForReturn) {
     const std::string shown = typed("Press Return: ", "\n", [] {
         tw_mac::Alert("Could not read\nthis one", true);
         return std::string("closed");
@@ -97,7 +97,7 @@ TEST_F(Terminal, Alert_waits_for_return) {
 }
 
 // In a session of its own a process has no terminal.
-TEST_F(Terminal, without_one_nothing_is_picked_and_alerts_return) {
+TEST_F(Terminal, picksNothingAndAlertsReturn_withoutATerminal) {
     const pid_t child = fork();
     if (child == 0) {
         setsid();

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "host_sim/gpu/gpu_instance.h"
-#include "host_sim/gpu/gpu_side.h"
+#include "host_sim/gpu_instance.h"
+#include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
 #include "tests/effect/frames.h"
 #include "tests/effect/texts.h"

@@ -9,7 +9,7 @@
 
 #include "native/src/lut_cache.h"
 #include "tests/stored_values/expectation.h"
-#include "tests/stored_values/texts.h"
+#include "tests/stored_values/stored_values.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/text_oracle.h"
 

@@ -12,12 +12,12 @@
 #include <thread>
 #include <vector>
 
-#include "tests/threads/player.h"
+#include "tests/threads/worker.h"
 
 namespace stress {
 namespace {
 
-constexpr int kPlayers = 8;
+constexpr int kWorkers = 8;
 constexpr int kRounds = 60;
 constexpr int kRuns = 3;
 
@@ -25,47 +25,47 @@ double seconds = 0.0;
 std::uint64_t firstSeed = 1;
 
 // One run of the host.
-Account play(const Repertoire& repertoire, std::uint64_t seed) {
-    Stage stage(repertoire, seed % 3 == 0);
-    std::deque<Player> players;
-    for (int number = 0; number < kPlayers; ++number)
-        players.emplace_back(stage, number, seed);
-    std::barrier ready(kPlayers);
+Tally run(const Inputs& inputs, std::uint64_t seed) {
+    SharedHost shared(inputs, seed % 3 == 0);
+    std::deque<Worker> workers;
+    for (int number = 0; number < kWorkers; ++number)
+        workers.emplace_back(shared, number, seed);
+    std::barrier ready(kWorkers);
     std::vector<std::thread> threads;
-    for (Player& player : players) {
+    for (Worker& worker : workers) {
         threads.emplace_back([&] {
             ready.arrive_and_wait();
-            player.play(kRounds);
+            worker.run(kRounds);
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    std::vector<Account> accounts;
-    for (const Player& player : players)
-        accounts.push_back(player.account());
-    return stage.finish(accounts);
+    std::vector<Tally> tallies;
+    for (const Worker& worker : workers)
+        tallies.push_back(worker.tally());
+    return shared.finish(tallies);
 }
 
-void print(const Account& account, std::uint64_t runs, double took) {
-    for (const auto& [kind, count] : account.operations())
+void print(const Tally& tally, std::uint64_t runs, double took) {
+    for (const auto& [kind, count] : tally.operations())
         std::printf("%9ld  %s\n", count, kind.c_str());
     std::printf("%llu run(s) of the host with %d threads in %.0f s\n",
-                static_cast<unsigned long long>(runs), kPlayers, took);
+                static_cast<unsigned long long>(runs), kWorkers, took);
 }
 
 TEST(Stress, leavesEverythingRight_whenEightThreadsDoEverythingAtOnce) {
     using Clock = std::chrono::steady_clock;
     const Clock::time_point start = Clock::now();
     const auto took = [&] { return std::chrono::duration<double>(Clock::now() - start).count(); };
-    const Repertoire repertoire;
-    Account sum;
+    const Inputs inputs;
+    Tally sum;
     std::uint64_t runs = 0;
     while (!HasFailure() && (seconds > 0.0 ? took() < seconds : runs < kRuns)) {
         const std::uint64_t seed = firstSeed + runs++;
         // Before the run, which may end the process.
         std::printf("%sseed %llu", runs > 1 ? ", " : "", static_cast<unsigned long long>(seed));
         std::fflush(stdout);
-        sum += play(repertoire, seed);
+        sum += run(inputs, seed);
     }
     std::puts(HasFailure() ? " has failed" : "");
     print(sum, runs, took());

@@ -6,7 +6,7 @@ namespace {
 
 using OtherCommands = Program;
 
-TEST_F(OtherCommands, pattern_drawsThePatches) {
+TEST_F(OtherCommands, patternDrawsThePatches) {
     runWell("pattern --size 2 --frame 8x4 out.png");
     const std::vector<std::uint8_t> pixels = bytes("out.png");
     ASSERT_EQ(pixels.size(), 8u * 4u * 4u);
@@ -16,7 +16,7 @@ TEST_F(OtherCommands, pattern_drawsThePatches) {
               (std::vector<std::uint8_t>{255, 255, 255, 255}));
 }
 
-TEST_F(OtherCommands, pattern_refusesSizes) {
+TEST_F(OtherCommands, patternRefusesSizes) {
     runWrong("pattern --size 65 --frame 8x4 out.png",
              "cannot use 'TWLUTP 65': bad calibration pattern size");
     runWrong("pattern --size 2 --frame 8by4 out.png",
@@ -24,7 +24,7 @@ TEST_F(OtherCommands, pattern_refusesSizes) {
     EXPECT_FALSE(exists("out.png"));
 }
 
-TEST_F(OtherCommands, encode_followsTheButtonsRules) {
+TEST_F(OtherCommands, encodeFollowsTheButtonsRules) {
     writeNegative("My LUT.final.cube");
     twtest::writeFile(file("My LUT.final.cube"),
                       twtest::readFile(file("My LUT.final.cube")) + "# Tintwell match 42\n");
@@ -32,7 +32,7 @@ TEST_F(OtherCommands, encode_followsTheButtonsRules) {
               "TWLUT3 42 My%20LUT.final 2 0 1 ///");
 }
 
-TEST_F(OtherCommands, decode_writesTheCubeBack) {
+TEST_F(OtherCommands, decodeWritesTheCubeBack) {
     writeNegative("negative.cube");
     twtest::writeFile(file("text"), runWell("encode negative.cube"));
     runWell("decode text back.cube");
@@ -40,7 +40,7 @@ TEST_F(OtherCommands, decode_writesTheCubeBack) {
               "TITLE \"negative\"\n" + twtest::readFile(file("negative.cube")));
 }
 
-TEST_F(OtherCommands, decode_readsStandardInput) {
+TEST_F(OtherCommands, decodeReadsStandardInput) {
     writeNegative("negative.cube");
     twtest::writeFile(file("text"), runWell("encode negative.cube"));
     runWell("decode - back.cube <text");
@@ -48,7 +48,7 @@ TEST_F(OtherCommands, decode_readsStandardInput) {
               "TWLUT3 0 back 2 0 1 " + twtest::readFile(file("text")).substr(24));
 }
 
-TEST_F(OtherCommands, decode_refusesWhatHoldsNoLut) {
+TEST_F(OtherCommands, decodeRefusesWhatHoldsNoLut) {
     twtest::writeFile(file("none"), "TWLUT0");
     twtest::writeFile(file("other"), "hello");
     runWrong("decode none out.cube", "cannot write 'out.cube': 'none' holds no LUT");
@@ -58,7 +58,7 @@ TEST_F(OtherCommands, decode_refusesWhatHoldsNoLut) {
     EXPECT_FALSE(exists("out.cube"));
 }
 
-TEST_F(OtherCommands, inspect_tellsEffectAndLook) {
+TEST_F(OtherCommands, inspectPrintsEffectAndLook) {
     writeNegative("negative.cube");
     const std::string told = runWell("inspect negative.cube");
     EXPECT_EQ(told,
@@ -76,7 +76,7 @@ TEST_F(OtherCommands, inspect_tellsEffectAndLook) {
     EXPECT_EQ(runWell("inspect text"), told);
 }
 
-TEST_F(OtherCommands, inspect_readsAProject) {
+TEST_F(OtherCommands, inspectReadsAProject) {
     writeInput("in.png");
     writeNegative("negative.cube");
     runWell("render in.png out.png --lut negative.cube --amount 12.5 --save a.project");
@@ -85,7 +85,7 @@ TEST_F(OtherCommands, inspect_readsAProject) {
     EXPECT_NE(told.find("Amount      12.5 percent\n"), std::string::npos) << told;
 }
 
-TEST_F(OtherCommands, log_showsWhatTheEffectWrote) {
+TEST_F(OtherCommands, logShowsWhatTheEffectWrote) {
     EXPECT_EQ(run("log").out, "");
     writeInput("in.png");
     runWell("render in.png out.png");
@@ -94,7 +94,7 @@ TEST_F(OtherCommands, log_showsWhatTheEffectWrote) {
     EXPECT_NE(log.find("  Render fmt=BGRA8u 7x5 rowbytes="), std::string::npos) << log;
 }
 
-TEST_F(OtherCommands, home_isWhereTheUserSays) {
+TEST_F(OtherCommands, homeIsWhereTheUserSays) {
     writeInput("in.png");
     runWell("--home there render in.png out.png");
     EXPECT_TRUE(exists("there/Library/Application Support/Tintwell/effect.log"));
@@ -103,7 +103,7 @@ TEST_F(OtherCommands, home_isWhereTheUserSays) {
         exists(".local/state/tintwell-host/Library/Application Support/Tintwell/effect.log"));
 }
 
-TEST_F(OtherCommands, help_isNoFailure) {
+TEST_F(OtherCommands, helpIsNoFailure) {
     EXPECT_NE(runWell("--help").find("render"), std::string::npos);
     EXPECT_EQ(run("").exitCode, 1);
     EXPECT_EQ(run("nothing").exitCode, 1);

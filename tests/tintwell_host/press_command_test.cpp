@@ -3,7 +3,7 @@
 
 #include "tests/effect/stand_in_dialogs.h"
 #include "tests/tintwell_host/program_fixture.h"
-#include "tintwell_host/commands.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program_test {
 namespace {
@@ -29,7 +29,7 @@ protected:
     twtest::StandInDialogs* dialogs_ = nullptr;
 };
 
-TEST_F(PressCommand, lut_keepsThePickedLookInTheProject) {
+TEST_F(PressCommand, lutKeepsThePickedLookInTheProject) {
     writeNegative("negative.cube");
     dialogs_->pick = [this] { return file("negative.cube"); };
     EXPECT_EQ(press("lut", file("look.project")), "The LUT button says \"negative.cube\".\n");
@@ -38,7 +38,7 @@ TEST_F(PressCommand, lut_keepsThePickedLookInTheProject) {
     EXPECT_EQ(session.storedText() + "\n", runWell("encode negative.cube"));
 }
 
-TEST_F(PressCommand, lut_leavesTheProjectsLookWhenCancelled) {
+TEST_F(PressCommand, lutKeepsTheProjectsLook_whenCancelled) {
     writeNegative("negative.cube");
     dialogs_->pick = [this] { return file("negative.cube"); };
     press("lut", file("look.project"));
@@ -48,14 +48,14 @@ TEST_F(PressCommand, lut_leavesTheProjectsLookWhenCancelled) {
     EXPECT_EQ(twtest::readFile(file("again.project")), twtest::readFile(file("look.project")));
 }
 
-TEST_F(PressCommand, edit_pressesTheOtherButton) {
+TEST_F(PressCommand, editPressesTheOtherButton) {
     press("edit");
     EXPECT_EQ(dialogs_->folders.size(), 0u);
     ASSERT_EQ(dialogs_->alerts.size(), 1u);
     EXPECT_FALSE(dialogs_->alerts[0].warning);
 }
 
-TEST_F(PressCommand, lut_failsWhenTheEffectDoes) {
+TEST_F(PressCommand, lutFails_whenTheEffectDoes) {
     dialogs_->pick = []() -> std::string { throw std::bad_alloc(); };
     try {
         program::runPress({effect_, "lut", file("look.project")});

@@ -98,7 +98,7 @@ private:
         if (lut_.size == 0) return "no LUT_3D_SIZE";
         if (values_.size() != latticeFloats(lut_.size)) return "wrong number of values";
         for (int channel = 0; channel < 3; ++channel) {
-            // Written so that a bound that is not a number fails too.
+            // Negated, so that NaN fails too.
             if (!(lut_.domainMax[channel] > lut_.domainMin[channel])) return "bad DOMAIN_MIN/MAX";
         }
         lut_.data = std::move(values_);

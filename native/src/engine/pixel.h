@@ -38,7 +38,7 @@ inline float* rowOf(const ImageF& image, int y) {
 // The single-precision value nearest 1/255: bytes become floats by multiplication.
 inline constexpr float kByteToFloat = 0.003921569f;
 
-// A colour value 0..1 as a byte: rounded half up, clamped, 0 for what is not a number.
+// A colour value 0..1 as a byte: rounded half up, clamped; NaN becomes 0.
 inline std::uint8_t quantise8(float value) {
     const float q = mulAdd(value, 255.0f, 0.5f);
     if (q >= 255.0f) return 255;

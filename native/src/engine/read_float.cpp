@@ -28,7 +28,7 @@ bool isDigit(char c) {
 
 // The digits of a number, without sign and point, as far as they were read.
 struct Decimal {
-    std::uint64_t digits = 0;     // means nothing once there are too many
+    std::uint64_t digits = 0;     // undefined once there are too many
     std::ptrdiff_t count = 0;     // leading zeros included
     std::ptrdiff_t exponent = 0;  // power of ten that the last digit counts for
 
@@ -60,9 +60,9 @@ bool readExponent(const char*& at, std::ptrdiff_t& exponent) {
 }
 
 // The nearest float to `value`, itself the double nearest to the number meant: 0, or from 1e-22 to
-// 2^53 * 1e22, where floats are spaced by their leading bit. There rounding twice errs only where
-// the double lies exactly between two floats, as the number may have been on either side of it;
-// such values are refused: false.
+// 2^53 * 1e22, where floats are spaced by their leading bit. Rounding twice is wrong there only
+// where the double lies exactly between two floats, as the number may have been on either side of
+// it; such values are refused: false.
 bool narrow(double value, float& narrowed) {
     constexpr std::uint64_t kBelowFloat = (std::uint64_t{1} << 29) - 1;
     constexpr std::uint64_t kMidpoint = std::uint64_t{1} << 28;

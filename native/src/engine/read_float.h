@@ -1,4 +1,4 @@
-// Reads decimal numbers as strtof does, only sooner. Internal to the engine.
+// A faster strtof for decimal numbers. Internal to the engine.
 #pragma once
 
 namespace tw {

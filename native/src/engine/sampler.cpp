@@ -15,7 +15,7 @@ struct AxisPosition {
 AxisPosition locate(float value, float domainMin, float domainMax, std::int32_t size) {
     float u = (value - domainMin) / (domainMax - domainMin);
     if (u > 1.0f) u = 1.0f;
-    // Not a number counts as the bottom of the domain.
+    // NaN counts as the bottom of the domain.
     if (!(u >= 0.0f)) u = 0.0f;
     const float t = u * static_cast<float>(size - 1);
     const std::int32_t cell = std::min(static_cast<std::int32_t>(t), size - 2);

@@ -14,14 +14,14 @@ constexpr std::int64_t kStreamBytes = std::int64_t{24} << 20;
 // Runs the row kernel over the common area of the two pictures.
 template <typename Image, typename RowKernel>
 void applyRows(const Lut3D& lut, const Image& src, const Image& dst, float amount,
-               RowKernel rowForm) {
+               RowKernel rowKernel) {
     const int width = std::min(src.width, dst.width);
     const int height = std::min(src.height, dst.height);
     const ChannelMap from = channelMap(src.order);
     const ChannelMap to = channelMap(dst.order);
     parallelRows(height, [&](int firstRow, int endRow) {
         for (int y = firstRow; y < endRow; ++y) {
-            rowForm(lut, rowOf(src, y), from, rowOf(dst, y), to, width, amount);
+            rowKernel(lut, rowOf(src, y), from, rowOf(dst, y), to, width, amount);
         }
     });
 }

@@ -55,17 +55,15 @@ struct Avx2 {
     static Ints toInts(Floats t) { return _mm256_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm256_cvtepi32_ps(a); }
 
-    // b where one of them is not a number.
-    static Floats lesserOf(Floats a, Floats b) { return _mm256_min_ps(a, b); }
+    static Floats minOrNaN(Floats a, Floats b) { return _mm256_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lowerOf(_mm256_max_ps(u, _mm256_setzero_ps()), set(1.0f));
+        return minNonNegative(_mm256_max_ps(u, _mm256_setzero_ps()), set(1.0f));
     }
-    // Of numbers that are not below 0, nor -0.
-    static Floats higherOf(Floats a, Floats b) {
+    static Floats maxNonNegative(Floats a, Floats b) {
         return _mm256_castsi256_ps(
             _mm256_max_epi32(_mm256_castps_si256(a), _mm256_castps_si256(b)));
     }
-    static Floats lowerOf(Floats a, Floats b) {
+    static Floats minNonNegative(Floats a, Floats b) {
         return _mm256_castsi256_ps(
             _mm256_min_epi32(_mm256_castps_si256(a), _mm256_castps_si256(b)));
     }
@@ -91,7 +89,6 @@ struct Avx2 {
         const __m128 high = _mm_loadu_ps(reinterpret_cast<const float*>(base + offsets[4]));
         return _mm256_insertf128_ps(_mm256_castps128_ps256(low), high, 1);
     }
-    // Four vectors of pixels, their pixel 2k + j to element k of block j.
     static void loadPlanes(const float* src, Floats (&plane)[4]) {
         const Floats p0 = load(src);
         const Floats p1 = load(src + 8);
@@ -114,7 +111,6 @@ struct Avx2 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm256_permutevar_ps(pixels, order);
     }
-    // All bits of one element of every block.
     static Ints elementMask(int element) {
         return _mm256_cmpeq_epi32(_mm256_setr_epi32(0, 1, 2, 3, 0, 1, 2, 3), setInts(element));
     }
@@ -133,20 +129,7 @@ struct Avx2 {
 
 }  // namespace
 
-void applyRow8Avx2(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from,
-                   std::uint8_t* dst, const ChannelMap& to, int width, float amount) {
-    ByteRow<Avx2>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void applyRowFAvx2(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                   const ChannelMap& to, int width, float amount) {
-    FloatRow<Avx2>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void streamRowFAvx2(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                    const ChannelMap& to, int width, float amount) {
-    FloatRow<Avx2>(lut, from, to, amount).stream(src, dst, width);
-}
+constinit const RowKernels kAvx2Rows = rowKernelsOf<Avx2>("avx2");
 
 }  // namespace tw
 TW_TARGET_END

@@ -56,17 +56,15 @@ struct Avx512 {
     static Ints toInts(Floats t) { return _mm512_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm512_cvtepi32_ps(a); }
 
-    // b where one of them is not a number.
-    static Floats lesserOf(Floats a, Floats b) { return _mm512_min_ps(a, b); }
+    static Floats minOrNaN(Floats a, Floats b) { return _mm512_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lowerOf(_mm512_max_ps(u, _mm512_setzero_ps()), set(1.0f));
+        return minNonNegative(_mm512_max_ps(u, _mm512_setzero_ps()), set(1.0f));
     }
-    // Of numbers that are not below 0, nor -0.
-    static Floats higherOf(Floats a, Floats b) {
+    static Floats maxNonNegative(Floats a, Floats b) {
         return _mm512_castsi512_ps(
             _mm512_max_epi32(_mm512_castps_si512(a), _mm512_castps_si512(b)));
     }
-    static Floats lowerOf(Floats a, Floats b) {
+    static Floats minNonNegative(Floats a, Floats b) {
         return _mm512_castsi512_ps(
             _mm512_min_epi32(_mm512_castps_si512(a), _mm512_castps_si512(b)));
     }
@@ -101,7 +99,6 @@ struct Avx512 {
         all = asWritten(_mm512_insertf32x4(all, corner(base, offsets[8]), 2));
         return asWritten(_mm512_insertf32x4(all, corner(base, offsets[12]), 3));
     }
-    // Four vectors of pixels, their pixel 4k + j to element k of block j.
     static void loadPlanes(const float* src, Floats (&plane)[4]) {
         const Floats p0 = load(src);
         const Floats p1 = load(src + 16);
@@ -123,13 +120,11 @@ struct Avx512 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm512_permutevar_ps(pixels, order);
     }
-    // All bits of one element of every block.
     static Ints elementMask(int element) {
         return _mm512_broadcast_i32x4(
             _mm_cmpeq_epi32(_mm_setr_epi32(0, 1, 2, 3), _mm_set1_epi32(element)));
     }
-    // Bit by bit: yes where the mask is set. A mask register would have to be filled again and
-    // again.
+    // Not by a mask register, which would have to be filled again and again.
     static Floats selectBits(Ints mask, Floats yes, Floats no) {
         return _mm512_castsi512_ps(_mm512_ternarylogic_epi32(mask, _mm512_castps_si512(yes),
                                                              _mm512_castps_si512(no), 0xCA));
@@ -146,20 +141,7 @@ struct Avx512 {
 
 }  // namespace
 
-void applyRow8Avx512(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from,
-                     std::uint8_t* dst, const ChannelMap& to, int width, float amount) {
-    ByteRow<Avx512>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void applyRowFAvx512(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                     const ChannelMap& to, int width, float amount) {
-    FloatRow<Avx512>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void streamRowFAvx512(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                      const ChannelMap& to, int width, float amount) {
-    FloatRow<Avx512>(lut, from, to, amount).stream(src, dst, width);
-}
+constinit const RowKernels kAvx512Rows = rowKernelsOf<Avx512>("avx512");
 
 }  // namespace tw
 TW_TARGET_END

@@ -11,7 +11,7 @@
 namespace tw {
 namespace {
 
-// Vectors of every 64-bit Arm processor.
+// Every 64-bit Arm processor has it.
 struct Neon {
     static constexpr int kBlocks = 1;
     static constexpr std::uint8_t kNoByte = 0xFF;
@@ -42,20 +42,16 @@ struct Neon {
     static Ints toInts(Floats t) { return vcvtq_s32_f32(t); }
     static Floats toFloats(Ints a) { return vcvtq_f32_s32(a); }
 
-    // NaN if either is NaN.
-    static Floats lesserOf(Floats a, Floats b) { return vminq_f32(a, b); }
-    // Of fractions: from 0 up, or -0 for a colour of -0. Which of 0 and -0 is the higher one shows
-    // in no weight: they are zero there.
-    static Floats higherOf(Floats a, Floats b) { return vmaxq_f32(a, b); }
-    static Floats lowerOf(Floats a, Floats b) { return vminq_f32(a, b); }
-    // By their bits as integers.
+    static Floats minOrNaN(Floats a, Floats b) { return vminq_f32(a, b); }
+    static Floats maxNonNegative(Floats a, Floats b) { return vmaxq_f32(a, b); }
+    static Floats minNonNegative(Floats a, Floats b) { return vminq_f32(a, b); }
     static Mask above(Floats a, Floats b) {
         return vcgtq_s32(vreinterpretq_s32_f32(a), vreinterpretq_s32_f32(b));
     }
     static Floats clampToUnit(Floats u) {
         const Mask notNegative = vcgezq_f32(u);
         const Ints kept = vandq_s32(vreinterpretq_s32_f32(u), vreinterpretq_s32_u32(notNegative));
-        return lesserOf(vreinterpretq_f32_s32(kept), set(1.0f));
+        return minOrNaN(vreinterpretq_f32_s32(kept), set(1.0f));
     }
     static Floats nextDownWhere(Mask mask, Floats a) {
         return vreinterpretq_f32_u32(vaddq_u32(vreinterpretq_u32_f32(a), mask));
@@ -70,7 +66,6 @@ struct Neon {
     static Floats gather(const char* base, const std::int32_t* offsets) {
         return vld1q_f32(reinterpret_cast<const float*>(base + offsets[0]));
     }
-    // Four pixels, pixel k to element k.
     static void loadPlanes(const float* src, Floats (&plane)[4]) {
         const float32x4x4_t planes = vld4q_f32(src);
         for (int channel = 0; channel < 4; ++channel)
@@ -86,7 +81,6 @@ struct Neon {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return vreinterpretq_f32_u8(vqtbl1q_u8(vreinterpretq_u8_f32(pixels), order));
     }
-    // All bits of one element.
     static Ints elementMask(int element) {
         const std::int32_t elements[] = {0, 1, 2, 3};
         return vreinterpretq_s32_u32(vceqq_s32(vld1q_s32(elements), vdupq_n_s32(element)));
@@ -109,15 +103,7 @@ struct Neon {
 
 }  // namespace
 
-void applyRow8Neon(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from,
-                   std::uint8_t* dst, const ChannelMap& to, int width, float amount) {
-    ByteRow<Neon>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void applyRowFNeon(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                   const ChannelMap& to, int width, float amount) {
-    FloatRow<Neon>(lut, from, to, amount).grade(src, dst, width);
-}
+constinit const RowKernels kNeonRows = rowKernelsOf<Neon>("neon");
 
 }  // namespace tw
 #endif

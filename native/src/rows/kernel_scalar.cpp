@@ -13,10 +13,8 @@ void grade(const Lut3D& lut, const float (&in)[3], float amount, float (&out)[3]
         out[k] = mulAdd(mapped[k] - in[k], amount, in[k]);
 }
 
-}  // namespace
-
-void applyRow8Scalar(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from,
-                     std::uint8_t* dst, const ChannelMap& to, int width, float amount) {
+void gradeRow8(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from, std::uint8_t* dst,
+               const ChannelMap& to, int width, float amount) {
     for (int x = 0; x < width; ++x, src += 4, dst += 4) {
         const float in[3] = {static_cast<float>(src[from.r]) * kByteToFloat,
                              static_cast<float>(src[from.g]) * kByteToFloat,
@@ -31,11 +29,11 @@ void applyRow8Scalar(const Lut3D& lut, const std::uint8_t* src, const ChannelMap
     }
 }
 
-void applyRowFScalar(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                     const ChannelMap& to, int width, float amount) {
+void gradeRowF(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
+               const ChannelMap& to, int width, float amount) {
     for (int x = 0; x < width; ++x, src += 4, dst += 4) {
         const float in[3] = {src[from.r], src[from.g], src[from.b]};
-        // Alpha travels as bits: whatever it holds, signalling or not, comes out the same.
+        // Alpha is copied as bits, so that a signalling NaN stays one.
         std::uint32_t alpha;
         std::memcpy(&alpha, src + from.a, sizeof alpha);
         float out[3];
@@ -46,5 +44,9 @@ void applyRowFScalar(const Lut3D& lut, const float* src, const ChannelMap& from,
         std::memcpy(dst + to.a, &alpha, sizeof alpha);
     }
 }
+
+}  // namespace
+
+constinit const RowKernels kScalarRows{"scalar", gradeRow8, gradeRowF, gradeRowF};
 
 }  // namespace tw

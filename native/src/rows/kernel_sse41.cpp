@@ -55,16 +55,14 @@ struct Sse41 {
     static Ints toInts(Floats t) { return _mm_cvttps_epi32(t); }
     static Floats toFloats(Ints a) { return _mm_cvtepi32_ps(a); }
 
-    // b where one of them is not a number.
-    static Floats lesserOf(Floats a, Floats b) { return _mm_min_ps(a, b); }
+    static Floats minOrNaN(Floats a, Floats b) { return _mm_min_ps(a, b); }
     static Floats clampToUnit(Floats u) {
-        return lowerOf(_mm_max_ps(u, _mm_setzero_ps()), set(1.0f));
+        return minNonNegative(_mm_max_ps(u, _mm_setzero_ps()), set(1.0f));
     }
-    // Of numbers that are not below 0, nor -0.
-    static Floats higherOf(Floats a, Floats b) {
+    static Floats maxNonNegative(Floats a, Floats b) {
         return _mm_castsi128_ps(_mm_max_epi32(_mm_castps_si128(a), _mm_castps_si128(b)));
     }
-    static Floats lowerOf(Floats a, Floats b) {
+    static Floats minNonNegative(Floats a, Floats b) {
         return _mm_castsi128_ps(_mm_min_epi32(_mm_castps_si128(a), _mm_castps_si128(b)));
     }
     static Mask above(Floats a, Floats b) {
@@ -86,7 +84,6 @@ struct Sse41 {
     static Floats gather(const char* base, const std::int32_t* offsets) {
         return _mm_loadu_ps(reinterpret_cast<const float*>(base + offsets[0]));
     }
-    // Four pixels, pixel k to element k.
     static void loadPlanes(const float* src, Floats (&plane)[4]) {
         const Floats p0 = load(src);
         const Floats p1 = load(src + 4);
@@ -111,7 +108,6 @@ struct Sse41 {
     static Floats reorder(Floats pixels, FloatOrder order) {
         return _mm_castsi128_ps(_mm_shuffle_epi8(_mm_castps_si128(pixels), order));
     }
-    // All bits of one element of every block.
     static Ints elementMask(int element) {
         return _mm_cmpeq_epi32(_mm_setr_epi32(0, 1, 2, 3), setInts(element));
     }
@@ -130,20 +126,7 @@ struct Sse41 {
 
 }  // namespace
 
-void applyRow8Sse41(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from,
-                    std::uint8_t* dst, const ChannelMap& to, int width, float amount) {
-    ByteRow<Sse41>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void applyRowFSse41(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                    const ChannelMap& to, int width, float amount) {
-    FloatRow<Sse41>(lut, from, to, amount).grade(src, dst, width);
-}
-
-void streamRowFSse41(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
-                     const ChannelMap& to, int width, float amount) {
-    FloatRow<Sse41>(lut, from, to, amount).stream(src, dst, width);
-}
+constinit const RowKernels kSse41Rows = rowKernelsOf<Sse41>("sse4.1");
 
 }  // namespace tw
 TW_TARGET_END

@@ -22,15 +22,14 @@ struct KernelList {
 // Each x86 kernel asks for exactly the features that its file is compiled for.
 KernelList findRunnable() {
     KernelList list;
-    list.add({"scalar", applyRow8Scalar, applyRowFScalar, applyRowFScalar});
+    list.add(kScalarRows);
 #if defined(__x86_64__)
     const X86Features x86 = x86Features();
-    if (x86.sse41) list.add({"sse4.1", applyRow8Sse41, applyRowFSse41, streamRowFSse41});
-    if (x86.avx2) list.add({"avx2", applyRow8Avx2, applyRowFAvx2, streamRowFAvx2});
-    if (x86.avx512f && x86.avx512bw && x86.avx512dq && x86.avx512vl)
-        list.add({"avx512", applyRow8Avx512, applyRowFAvx512, streamRowFAvx512});
+    if (x86.sse41) list.add(kSse41Rows);
+    if (x86.avx2) list.add(kAvx2Rows);
+    if (x86.avx512f && x86.avx512bw && x86.avx512dq && x86.avx512vl) list.add(kAvx512Rows);
 #elif defined(__aarch64__)
-    list.add({"neon", applyRow8Neon, applyRowFNeon, applyRowFNeon});
+    list.add(kNeonRows);
 #endif
     return list;
 }

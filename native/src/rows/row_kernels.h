@@ -7,13 +7,6 @@
 
 namespace tw {
 
-struct RowKernels {
-    const char* name;  // "scalar", "sse4.1", "avx2", "avx512", "neon"
-    RowKernel8* row8;
-    RowKernelF* rowF;
-    RowKernelF* streamF;  // rowF for pictures that no cache holds; the same where there is no other
-};
-
 // The kernels that this processor and this system can run, the plainest ("scalar") first, the
 // quickest last. Valid for the life of the process.
 std::span<const RowKernels> runnableRowKernels();

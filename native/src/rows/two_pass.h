@@ -4,23 +4,23 @@
 // A batch of pixels is graded in two passes. The first finds for each pixel its cell, and the
 // weights and corners of its tetrahedron, and leaves them in small arrays in the first-level cache;
 // the second fetches the corners and blends. Both loops have short chains of dependent steps and
-// run near the processor's throughput; one fused loop waits for its own loads.
+// run near the processor's throughput; a single loop would wait for its own loads.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
 #include "native/src/lut_engine.h"
+#include "native/src/rows/isa.h"
 
 namespace tw {
 namespace {
 
-// Isa is one instruction set: a vector of kBlocks blocks of 4 floats and the steps on it. Colours
-// come in two layouts: planes (one vector a channel, one element a pixel) and pixels (one block a
-// pixel: red, green, blue, and a fourth element that means nothing). kGroup pixels make a plane.
-// Step k of a group works on element k of every block of its planes, so that spreading a weight
-// over its pixel's block stays within the block.
-template <typename Isa>
+// Colours come in two layouts: planes (one vector a channel, one element a pixel) and pixels (one
+// block a pixel: red, green, blue, and a fourth element that is not used). kGroup pixels make a
+// plane. Step k of a group works on element k of every block of its planes, so that spreading a
+// weight over its pixel's block stays within the block.
+template <InstructionSet Isa>
 class TwoPass {
 public:
     using Floats = typename Isa::Floats;
@@ -87,7 +87,7 @@ private:
     bool unitDomain_ = true;
 };
 
-template <typename Isa>
+template <InstructionSet Isa>
 TwoPass<Isa>::TwoPass(const Lut3D& lut, float amount)
     : amount_(Isa::set(amount)),
       points_(Isa::set(static_cast<float>(lut.size))),
@@ -109,7 +109,7 @@ TwoPass<Isa>::TwoPass(const Lut3D& lut, float amount)
     }
 }
 
-template <typename Isa>
+template <InstructionSet Isa>
 void TwoPass<Isa>::place(Floats r, Floats g, Floats b, Batch& batch, int at) const {
     // Subtracting 0 and dividing by 1 would change no bit.
     if (!unitDomain_) {
@@ -120,9 +120,9 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, Batch& batch, int at) con
     r = Isa::mul(Isa::clampToUnit(r), steps_);
     g = Isa::mul(Isa::clampToUnit(g), steps_);
     b = Isa::mul(Isa::clampToUnit(b), steps_);
-    const Floats cellR = Isa::lowerOf(Isa::wholePart(r), lastCell_);
-    const Floats cellG = Isa::lowerOf(Isa::wholePart(g), lastCell_);
-    const Floats cellB = Isa::lowerOf(Isa::wholePart(b), lastCell_);
+    const Floats cellR = Isa::minNonNegative(Isa::wholePart(r), lastCell_);
+    const Floats cellG = Isa::minNonNegative(Isa::wholePart(g), lastCell_);
+    const Floats cellB = Isa::minNonNegative(Isa::wholePart(b), lastCell_);
     // At most 256^3, which floats hold exactly, as they do all that leads to it.
     const Floats line = Isa::add(Isa::mul(cellB, points_), cellG);
     const Floats point = Isa::add(Isa::mul(line, points_), cellR);
@@ -136,22 +136,22 @@ void TwoPass<Isa>::place(Floats r, Floats g, Floats b, Batch& batch, int at) con
 //     blue is above when b >= hi, and below when b < lo; elsewhere
 //     blue is above when b >  hi, and below when b <= lo.
 // Moving hi and lo to the next value down turns the first line's questions into the second's. The
-// fractions are 0 to 1, never -0 and always numbers, so that their bits order as integers do, with
-// -1 the next down from 0; processors compare integers on more ports. Sorted fractions give the
-// tree's own weights, but for the sign of one that is zero, and a zero's sign is gone once the
-// colour has been set off against the source.
-template <typename Isa>
+// fractions are 0 to 1, never -0 and never NaN, so that their bits order as integers do, with
+// -1 the next down from 0; processors can compare more integers than floats a cycle. Sorted
+// fractions give the tree's own weights, but for the sign of one that is zero, and a zero's sign is
+// gone once the colour has been set off against the source.
+template <InstructionSet Isa>
 void TwoPass<Isa>::chooseCorners(Floats r, Floats g, Floats b, Ints lowest, Batch& batch,
                                  int at) const {
     const Mask redAbove = Isa::above(r, g);
-    const Floats hi = Isa::higherOf(r, g);
-    const Floats lo = Isa::lowerOf(r, g);
+    const Floats hi = Isa::maxNonNegative(r, g);
+    const Floats lo = Isa::minNonNegative(r, g);
     const Mask blueAbove = Isa::above(b, Isa::nextDownWhere(redAbove, hi));
     const Mask blueNotBelow = Isa::above(b, Isa::nextDownWhere(redAbove, lo));
 
-    const Floats most = Isa::higherOf(hi, b);
-    const Floats middle = Isa::higherOf(lo, Isa::lowerOf(hi, b));
-    const Floats least = Isa::lowerOf(lo, b);
+    const Floats most = Isa::maxNonNegative(hi, b);
+    const Floats middle = Isa::maxNonNegative(lo, Isa::minNonNegative(hi, b));
+    const Floats least = Isa::minNonNegative(lo, b);
     Isa::store(batch.weight[0] + at, Isa::sub(Isa::set(1.0f), most));
     Isa::store(batch.weight[1] + at, Isa::sub(most, middle));
     Isa::store(batch.weight[2] + at, Isa::sub(middle, least));

@@ -1,9 +1,10 @@
-// Rows of floats and of bytes through the two passes. Included like two_pass.h, which see.
+// Rows of floats and of bytes through the two passes. Included in the same way as two_pass.h.
 #pragma once
 
 #include <cstring>
 
 #include "native/src/engine/pixel.h"
+#include "native/src/rows/row_kernel.h"
 #include "native/src/rows/two_pass.h"
 
 namespace tw {
@@ -12,9 +13,9 @@ namespace {
 constexpr int kChannels = 4;
 
 // Asks for the `bytes` source bytes that follow some batches behind `src`. The processor's own
-// prefetching loses sight of the row among the fetches from the lattice: without this a large frame
-// takes twice as long. Past the end of a row this reaches for the next one, or for nothing, which
-// does no harm.
+// prefetcher loses the row among the fetches from the lattice: without this a large frame
+// takes twice as long. Past the end of a row this prefetches the next one, or an address
+// that is not there, which is harmless.
 template <std::size_t bytes>
 void prefetch(const void* src) {
     constexpr std::size_t ahead = 2048;
@@ -24,7 +25,7 @@ void prefetch(const void* src) {
         __builtin_prefetch(reinterpret_cast<const void*>(start + at));
 }
 
-template <typename Isa>
+template <InstructionSet Isa>
 class FloatRow {
 public:
     using Passes = TwoPass<Isa>;
@@ -51,7 +52,9 @@ public:
 
     // Writes around the caches, which a large picture would only flush. The stores need alignment
     // of whole vectors; rows whose pixels never meet it are written as usual.
-    void stream(const float* src, float* dst, int width) {
+    void stream(const float* src, float* dst, int width)
+        requires StreamingInstructionSet<Isa>
+    {
         constexpr std::uintptr_t pixelBytes = sizeof(float) * kChannels;
         const auto address = reinterpret_cast<std::uintptr_t>(dst);
         if (address % pixelBytes != 0 || width <= 0) return grade(src, dst, width);
@@ -150,7 +153,7 @@ private:
     typename Isa::Ints alpha_;
 };
 
-template <typename Isa>
+template <InstructionSet Isa>
 class ByteRow {
 public:
     using Passes = TwoPass<Isa>;
@@ -235,12 +238,39 @@ private:
         const Floats in = unit(working_[k].of(pixels));
         const Floats out = passes_.blend(passes_.template sample<k>(weights, batch, at), in);
         const Floats q = Isa::mulAdd(out, Isa::set(255.0f), Isa::set(0.5f));
-        return Isa::toInts(Isa::lesserOf(Isa::set(255.0f), q));
+        return Isa::toInts(Isa::minOrNaN(Isa::set(255.0f), q));
     }
 
     Passes passes_;
     Bytes red_, green_, blue_, working_[4], toDst_, alpha_;
 };
+
+template <InstructionSet Isa>
+void gradeRow8(const Lut3D& lut, const std::uint8_t* src, const ChannelMap& from, std::uint8_t* dst,
+               const ChannelMap& to, int width, float amount) {
+    ByteRow<Isa>(lut, from, to, amount).grade(src, dst, width);
+}
+
+template <InstructionSet Isa>
+void gradeRowF(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
+               const ChannelMap& to, int width, float amount) {
+    FloatRow<Isa>(lut, from, to, amount).grade(src, dst, width);
+}
+
+template <StreamingInstructionSet Isa>
+void streamRowF(const Lut3D& lut, const float* src, const ChannelMap& from, float* dst,
+                const ChannelMap& to, int width, float amount) {
+    FloatRow<Isa>(lut, from, to, amount).stream(src, dst, width);
+}
+
+template <InstructionSet Isa>
+constexpr RowKernels rowKernelsOf(const char* name) {
+    if constexpr (StreamingInstructionSet<Isa>) {
+        return {name, gradeRow8<Isa>, gradeRowF<Isa>, streamRowF<Isa>};
+    } else {
+        return {name, gradeRow8<Isa>, gradeRowF<Isa>, gradeRowF<Isa>};
+    }
+}
 
 }  // namespace
 }  // namespace tw

@@ -6,7 +6,7 @@
 namespace tw {
 namespace {
 
-// Bits as the processor's makers number them.
+// Feature bits of the cpuid instruction.
 constexpr unsigned kSse41 = 1u << 19;    // leaf 1, ecx
 constexpr unsigned kOsXsave = 1u << 27;  // leaf 1, ecx
 constexpr unsigned kAvx2 = 1u << 5;      // leaf 7, ebx, as the rest
@@ -15,7 +15,7 @@ constexpr unsigned kAvx512Dq = 1u << 17;
 constexpr unsigned kAvx512Bw = 1u << 30;
 constexpr unsigned kAvx512Vl = 1u << 31;
 
-// Register sets that the system saves at a change of threads.
+// Bits of XCR0: the registers that the system saves when it switches threads.
 constexpr unsigned kYmmState = 0x06;
 #if defined(__APPLE__)
 // macOS reports the widest registers as saved only from their first use in the process on.
@@ -27,7 +27,7 @@ constexpr unsigned kZmmState = 0xE6;
 unsigned savedState() {
     unsigned low;
     unsigned high;
-    // The instruction itself, as its intrinsic would need a compiler option.
+    // In assembly, as the intrinsic would need a compiler option.
     asm("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
     return low;
 }

@@ -18,7 +18,8 @@ File openLog() {
     return File(openFile(dataPath(L"effect.log"), "a"));
 }
 
-// Only the folder itself: a home without "Library/Application Support" is none of the host's.
+// Only the folder itself: a home without "Library/Application Support" is not one that the host
+// runs with.
 void createDataFolder() {
     std::wstring folder = dataPath(L"");
     if (!folder.empty()) folder.pop_back();

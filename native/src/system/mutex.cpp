@@ -17,8 +17,9 @@ struct Held {
     }
 };
 
-// Part of what each thread is born with. ThreadSanitizer (LLVM 16) guesses the size of blocks that
-// threads get for a loaded module later, and now and then ends the process over a wild guess.
+// In the block of thread-local storage that each thread starts with. ThreadSanitizer (LLVM 16)
+// guesses the size of blocks that threads get for a loaded module later, and sometimes ends the
+// process when the guess is wrong.
 [[gnu::tls_model("initial-exec")]] thread_local Held held;
 
 }  // namespace

@@ -61,7 +61,7 @@ std::wstring lutFolder() {
     const std::string named = readLutFolderFile();
     if (!named.empty()) {
         std::wstring candidate = fromUtf8(named);
-        // Tested as the system will be given it. Anything of that name will do: the dialog copes.
+        // Tested as the system will be given it. It need not be a folder: the dialog handles that.
         if (exists(toUtf8(candidate))) return candidate;
     }
     const std::wstring home = homeDir();
@@ -70,7 +70,7 @@ std::wstring lutFolder() {
 
 std::FILE* openFile(const std::wstring& path, const char* mode) {
     const std::string name = toUtf8(path);
-    // The host's thread would wait, perhaps for ever, until somebody opens the other end.
+    // Opening a FIFO would block the host's thread until another process opens the other end.
     if (isFifo(name)) return nullptr;
     return std::fopen(name.c_str(), mode);
 }

@@ -6,7 +6,7 @@
 
 namespace tw {
 
-// Every form begins with these five characters, the sixth names the form.
+// Every form begins with these five characters; the sixth tells which form it is.
 inline constexpr std::string_view kTextMark = "TWLUT";
 inline constexpr std::size_t kFormLength = 6;
 

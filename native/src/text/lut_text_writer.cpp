@@ -10,7 +10,7 @@ namespace tw {
 namespace {
 
 // The values that code 0 and the highest code stand for; hi > lo unless all samples are
-// one number so large that one more is the same (1e20), or some are not finite.
+// equal and so large that adding 1 changes nothing (1e20), or some are not finite.
 struct CodeRange {
     float lo;
     float hi;
@@ -27,7 +27,7 @@ CodeRange rangeOf(const std::vector<float>& samples) {
     return range;
 }
 
-// Halves are rounded away from zero; what is not a number becomes 0.
+// Halves are rounded away from zero; NaN becomes 0.
 int quantise(double scaled) {
     const double rounded = std::round(scaled);
     if (!(rounded > 0.0)) return 0;

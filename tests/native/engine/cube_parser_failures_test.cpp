@@ -40,7 +40,7 @@ void PrintTo(const Refusal& row, std::ostream* out) {
 
 class ParseCubeRefuses : public ::testing::TestWithParam<Refusal> {};
 
-TEST_P(ParseCubeRefuses, text_when) {
+TEST_P(ParseCubeRefuses, theText) {
     const Refusal& row = GetParam();
     tw::Lut3D lut = twtest::scatteredLut(3, 2);
     lut.id = 5;

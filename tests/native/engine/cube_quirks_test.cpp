@@ -72,7 +72,7 @@ std::string rowName(const ::testing::TestParamInfo<Quirk>& row) {
 
 class CubeQuirk : public ::testing::TestWithParam<Quirk> {};
 
-TEST_P(CubeQuirk, has_its_outcome) {
+TEST_P(CubeQuirk, hasItsOutcome) {
     const auto& [name, text, outcome] = GetParam();
     const char* const expected = outcome.message ? outcome.message : "untouched";
     tw::Lut3D lut;

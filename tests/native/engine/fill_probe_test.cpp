@@ -21,7 +21,8 @@ struct Frame {
 
 // Odd and even sizes, borders that fall between pixels, frames smaller than the grid, tall frames.
 const Frame kFrames[] = {{2, 8, 4},    {2, 7, 5},   {3, 40, 33},  {4, 1, 100},  {5, 100, 1},
-                         {17, 94, 53}, {9, 61, 47}, {33, 50, 40}, {64, 37, 70}, {2, 1, 1}};
+                         {17, 94, 53}, {9, 61, 47}, {33, 50, 40}, {64, 37, 70}, {2, 1, 1},
+                         {64, 90, 50}, {5, 11, 11}, {6, 7, 200},  {8, 200, 7}};
 
 // What probeColour says for a pixel of the frame.
 Colour colourIn(const Frame& frame, int x, int y) {

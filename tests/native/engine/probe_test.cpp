@@ -145,7 +145,7 @@ TEST(ProbeColour, isWhiteInLastPatch_thenBlack) {
 
 // k x (n - 1) rounds to just below 1 for these sizes. The rule holds there too: what the panel
 // measures is what the formula says, and in 8 bits it is white all the same.
-TEST(ProbeColour, isAUnitBelowWhiteInLastPatch_for42_48_56And62) {
+TEST(ProbeColour, isAUnitBelowWhiteInLastPatch_for42And48And56And62) {
     for (int n = 2; n <= 64; ++n) {
         const bool below = n == 42 || n == 48 || n == 56 || n == 62;
         const float white = below ? 0.99999994f : 1.0f;

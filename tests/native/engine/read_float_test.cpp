@@ -106,12 +106,12 @@ const char* const kTexts[] = {"",
                               "0.2",
                               "0.3"};
 
-TEST(ReadFloat, reads_what_strtof_reads_and_stops_where_it_stops) {
+TEST(ReadFloat, readsWhatStrtofReads_andStopsWhereItStops) {
     for (const char* text : kTexts)
         EXPECT_TRUE(readsAsStrtof(text));
 }
 
-TEST(ReadFloat, every_number_of_six_decimals_is_strtofs) {
+TEST(ReadFloat, equalsStrtof_forEveryNumberOfSixDecimals) {
     for (int i = 0; i <= 1'000'000; ++i) {
         char text[16];
         std::snprintf(text, sizeof text, "%.6f", i * 1e-6);
@@ -120,7 +120,7 @@ TEST(ReadFloat, every_number_of_six_decimals_is_strtofs) {
 }
 
 // The double nearest to a number just beside the middle of two floats can lie on that middle.
-TEST(ReadFloat, middles_of_two_floats_and_their_neighbours_are_strtofs) {
+TEST(ReadFloat, equalsStrtof_forMidpointsOfTwoFloatsAndTheirNeighbours) {
     std::mt19937 random(1);
     for (int i = 0; i < 100'000; ++i) {
         const auto bits = static_cast<std::uint32_t>(random());
@@ -136,7 +136,7 @@ TEST(ReadFloat, middles_of_two_floats_and_their_neighbours_are_strtofs) {
     }
 }
 
-TEST(ReadFloat, random_strings_of_number_characters_are_strtofs) {
+TEST(ReadFloat, equalsStrtof_forRandomStringsOfNumberCharacters) {
     const std::string characters = "00112345678999..eE+-xX ";
     std::mt19937 random(2);
     for (int i = 0; i < 500'000; ++i) {

@@ -39,7 +39,7 @@ bool everyByteColour(float amount) {
     for (std::size_t lut = 0; lut < luts().size(); ++lut) {
         for (std::uint32_t first = 0; first < 1u << 24; first += kRow) {
             fillColours(src, first);
-            applyRow8Scalar(luts()[lut], src.data(), kMap, expected.data(), kMap, kRow, amount);
+            kScalarRows.row8(luts()[lut], src.data(), kMap, expected.data(), kMap, kRow, amount);
             for (const RowKernels& kernel : runnableRowKernels().subspan(1)) {
                 kernel.row8(luts()[lut], src.data(), kMap, found.data(), kMap, kRow, amount);
                 if (found != expected) return fail(kernel.name, "8 bits", lut, first);
@@ -65,7 +65,7 @@ bool floatColours(long long count, float amount) {
     for (long long done = 0; done < count; done += kRow) {
         const std::size_t lut = static_cast<std::size_t>(done / kRow) % luts().size();
         test::fillOdd(src, luts()[lut].size, random);
-        applyRowFScalar(luts()[lut], src.data(), kMap, expected.data(), kMap, kRow, amount);
+        kScalarRows.rowF(luts()[lut], src.data(), kMap, expected.data(), kMap, kRow, amount);
         for (const RowKernels& kernel : runnableRowKernels().subspan(1)) {
             kernel.rowF(luts()[lut], src.data(), kMap, found.data(), kMap, kRow, amount);
             if (!sameRow(found, expected)) return fail(kernel.name, "float", lut, done);

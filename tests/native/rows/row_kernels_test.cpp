@@ -22,7 +22,7 @@ const RowKernels* kernelNamed(const std::string& name) {
 }
 
 // The whole suite runs once for each kernel there is on this kind of processor.
-class RowKernelsTest : public testing::TestWithParam<const char*> {
+class RowKernel : public testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
         kernel_ = kernelNamed(GetParam());
@@ -41,7 +41,7 @@ protected:
         test::fillOdd(src, lut.size, random);
         std::vector<float> expected(used + 20, kCanary);
         std::vector<float> found = expected;
-        applyRowFScalar(lut, src.data(), from, expected.data() + shift, to, width, amount);
+        kScalarRows.rowF(lut, src.data(), from, expected.data() + shift, to, width, amount);
         row(lut, src.data(), from, found.data() + shift, to, width, amount);
         for (std::size_t i = 0; i < found.size(); ++i) {
             ASSERT_PRED2(test::sameResult, expected[i], found[i])
@@ -53,7 +53,7 @@ protected:
     const RowKernels* kernel_ = nullptr;
 };
 
-TEST_P(RowKernelsTest, is_a_function_of_its_own_and_is_the_one_in_use_when_forced) {
+TEST_P(RowKernel, isAFunctionOfItsOwn_andInUseWhenForced) {
     ASSERT_TRUE(forceRowKernels(GetParam()));
     EXPECT_STREQ(rowKernels().name, GetParam());
     EXPECT_EQ(rowKernels().row8, kernel_->row8);
@@ -67,7 +67,7 @@ TEST_P(RowKernelsTest, is_a_function_of_its_own_and_is_the_one_in_use_when_force
     EXPECT_STREQ(rowKernels().name, runnableRowKernels().back().name);
 }
 
-TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_width_and_order) {
+TEST_P(RowKernel, equalsScalarFloats_forEveryWidthAndOrder) {
     const Lut3D lut = test::oddLut(5, 20, 1);
     for (const int width : kWidths) {
         for (const std::int32_t from : kOrders) {
@@ -77,7 +77,7 @@ TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_width_and_order) {
     }
 }
 
-TEST_P(RowKernelsTest, streamed_floats_are_the_same_wherever_the_row_starts) {
+TEST_P(RowKernel, streamsTheSameFloats_whereverTheRowStarts) {
     const Lut3D lut = test::oddLut(5, 20, 1);
     for (const int width : kWidths) {
         for (int shift = 0; shift < 20; ++shift)
@@ -85,7 +85,7 @@ TEST_P(RowKernelsTest, streamed_floats_are_the_same_wherever_the_row_starts) {
     }
 }
 
-TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_size_domain_and_amount) {
+TEST_P(RowKernel, equalsScalarFloats_forEverySizeDomainAndAmount) {
     for (const std::int32_t size : {2, 3, 17, 33, 65, 129, 256}) {
         const Lut3D lut = test::oddLut(size, 50, 2);
         for (const float amount : {0.0f, 0.8f, 1.0f, -2.0f, 1e30f}) {
@@ -97,7 +97,7 @@ TEST_P(RowKernelsTest, floats_are_the_scalar_forms_for_every_size_domain_and_amo
 }
 
 // One bound is enough to make a domain another one.
-TEST_P(RowKernelsTest, floats_are_the_scalar_forms_when_one_bound_is_not_0_or_1) {
+TEST_P(RowKernel, equalsScalarFloats_whenOneBoundIsNot0Or1) {
     const Lut3D plain = test::oddLut(5, 0, 5);
     for (int channel = 0; channel < 3; ++channel) {
         Lut3D lut = plain;
@@ -112,7 +112,7 @@ TEST_P(RowKernelsTest, floats_are_the_scalar_forms_when_one_bound_is_not_0_or_1)
 // A zero weight times an infinite corner is no number: the corners must be those of the scalar
 // kernel's comparisons also where their weight is nothing. And a sum of nothing but negative zeros
 // stays one.
-TEST_P(RowKernelsTest, ties_take_the_scalar_forms_corners_and_signs_of_zero) {
+TEST_P(RowKernel, equalsScalarCornersAndSignsOfZero_atTies) {
     const float values[] = {0.0f, -0.0f, 0.25f, 0.5f, 1.0f};
     for (const float special : {std::numeric_limits<float>::infinity(), -0.0f}) {
         Lut3D lut = test::oddLut(3, 0, 3);
@@ -131,7 +131,7 @@ TEST_P(RowKernelsTest, ties_take_the_scalar_forms_corners_and_signs_of_zero) {
         const ChannelMap map = channelMap(kOrderBGRA);
         const int width = static_cast<int>(src.size() / 4);
         std::vector<float> expected(src.size()), found(src.size());
-        applyRowFScalar(lut, src.data(), map, expected.data(), map, width, 1.0f);
+        kScalarRows.rowF(lut, src.data(), map, expected.data(), map, width, 1.0f);
         kernel_->rowF(lut, src.data(), map, found.data(), map, width, 1.0f);
         for (std::size_t i = 0; i < src.size(); ++i) {
             EXPECT_PRED2(test::sameResult, expected[i], found[i])
@@ -141,7 +141,7 @@ TEST_P(RowKernelsTest, ties_take_the_scalar_forms_corners_and_signs_of_zero) {
     }
 }
 
-TEST_P(RowKernelsTest, alpha_travels_as_bits) {
+TEST_P(RowKernel, copiesAlphaBitForBit) {
     const Lut3D lut = test::oddLut(3, 0, 4);
     const std::uint32_t alphas[] = {0x7F800001, 0xFFFFFFFF, 0x80000000, 0x00000001, 0x7FA12345};
     for (const std::int32_t order : kOrders) {
@@ -158,7 +158,7 @@ TEST_P(RowKernelsTest, alpha_travels_as_bits) {
     }
 }
 
-TEST_P(RowKernelsTest, bytes_are_the_scalar_forms_for_every_width_and_order) {
+TEST_P(RowKernel, equalsScalarBytes_forEveryWidthAndOrder) {
     std::mt19937 random(6);
     std::vector<std::uint8_t> src(4 * 131);
     for (std::uint8_t& byte : src)
@@ -169,8 +169,8 @@ TEST_P(RowKernelsTest, bytes_are_the_scalar_forms_for_every_width_and_order) {
                 for (const std::int32_t to : kOrders) {
                     std::vector<std::uint8_t> expected(4 * 131 + 64, 0xA5);
                     std::vector<std::uint8_t> found = expected;
-                    applyRow8Scalar(lut, src.data(), channelMap(from), expected.data(),
-                                    channelMap(to), width, 1.2f);
+                    kScalarRows.row8(lut, src.data(), channelMap(from), expected.data(),
+                                     channelMap(to), width, 1.2f);
                     kernel_->row8(lut, src.data(), channelMap(from), found.data(), channelMap(to),
                                   width, 1.2f);
                     ASSERT_EQ(found, expected)
@@ -181,14 +181,14 @@ TEST_P(RowKernelsTest, bytes_are_the_scalar_forms_for_every_width_and_order) {
     }
 }
 
-TEST_P(RowKernelsTest, works_in_place) {
+TEST_P(RowKernel, worksInPlace) {
     const Lut3D lut = test::oddLut(5, 0, 7);
     const ChannelMap bgra = channelMap(kOrderBGRA);
     const ChannelMap argb = channelMap(kOrderARGB);
     std::vector<float> floats(4 * 131), expectedFloats(4 * 131);
     std::mt19937 random(8);
     test::fillOdd(floats, 2, random);
-    applyRowFScalar(lut, floats.data(), bgra, expectedFloats.data(), argb, 131, 0.8f);
+    kScalarRows.rowF(lut, floats.data(), bgra, expectedFloats.data(), argb, 131, 0.8f);
     kernel_->rowF(lut, floats.data(), bgra, floats.data(), argb, 131, 0.8f);
     for (std::size_t i = 0; i < floats.size(); ++i)
         ASSERT_PRED2(test::sameResult, expectedFloats[i], floats[i]) << "element " << i;
@@ -196,7 +196,7 @@ TEST_P(RowKernelsTest, works_in_place) {
     std::vector<std::uint8_t> bytes(4 * 131), expectedBytes(4 * 131);
     for (std::uint8_t& byte : bytes)
         byte = static_cast<std::uint8_t>(random());
-    applyRow8Scalar(lut, bytes.data(), bgra, expectedBytes.data(), argb, 131, 0.8f);
+    kScalarRows.row8(lut, bytes.data(), bgra, expectedBytes.data(), argb, 131, 0.8f);
     kernel_->row8(lut, bytes.data(), bgra, bytes.data(), argb, 131, 0.8f);
     EXPECT_EQ(bytes, expectedBytes);
 }
@@ -207,21 +207,20 @@ constexpr const char* kKernels[] = {"scalar", "neon"};
 constexpr const char* kKernels[] = {"scalar", "sse4.1", "avx2", "avx512"};
 #endif
 
-INSTANTIATE_TEST_SUITE_P(Kernels, RowKernelsTest, testing::ValuesIn(kKernels),
-                         [](const auto& kernel) {
-                             std::string name = kernel.param;
-                             std::erase(name, '.');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Kernels, RowKernel, testing::ValuesIn(kKernels), [](const auto& kernel) {
+    std::string name = kernel.param;
+    std::erase(name, '.');
+    return name;
+});
 
-TEST(RowKernels, force_refuses_a_name_that_no_form_has) {
+TEST(RowKernels, forceRefusesAnUnknownName) {
     EXPECT_FALSE(forceRowKernels("mmx"));
     EXPECT_STREQ(rowKernels().name, runnableRowKernels().back().name);
 }
 
-TEST(RowKernels, the_scalar_form_comes_first) {
+TEST(RowKernels, scalarComesFirst) {
     EXPECT_STREQ(runnableRowKernels().front().name, "scalar");
-    EXPECT_EQ(runnableRowKernels().front().row8, &applyRow8Scalar);
+    EXPECT_EQ(runnableRowKernels().front().row8, kScalarRows.row8);
 }
 
 }  // namespace

@@ -135,7 +135,7 @@ void PrintTo(const Refusal& row, std::ostream* out) {
 
 class ParseEmbeddedTextRefuses : public ::testing::TestWithParam<Refusal> {};
 
-TEST_P(ParseEmbeddedTextRefuses, text_when) {
+TEST_P(ParseEmbeddedTextRefuses, theText) {
     const Refusal& row = GetParam();
     tw::Lut3D lut = usedLut();
     std::string error = "before";
