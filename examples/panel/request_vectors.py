@@ -68,6 +68,7 @@ def written():
     yield "cut_of_line_feed", "one longer: the line feed is lost", (42, b"n" * 561)
     yield "cut_of_brace", "two longer: the time may have lost digits", (42, b"n" * 562)
     yield "cut_in_time", "cut in the time", (42, b"n" * 570)
+    yield "cut_behind_sign", "cut in a time before 1970", (42, b"n" * 574, -TIME)
     yield "cut_behind_name", "cut behind the name's quote", (42, b"n" * 581)
     yield "cut_before_quote", "cut before that quote: the name may go on", (42, b"n" * 582)
 
