@@ -1,6 +1,6 @@
 // Pictures that are said to be of the calibration pattern. Either any values, which must be refused
 // with a reason or give a look that can be stored; or the pattern after a grade that keeps colours
-// apart, with noise and perhaps mirrored, where the look or the refusal is known.
+// apart, with noise, where the look is known, or mirrored.
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -90,13 +90,14 @@ void measureKnown(Input& input) {
     picture = twtest::noisy(picture, noise, input.number<std::uint64_t>());
     const looks::PatternFrame frame{size, 0, 0};
     Measurement measurement;
-    if (mirrored && size >= 4) {
+    if (mirrored) {
         picture =
             twtest::rearranged(picture, width, height, [=](int& x, int&) { x = width - 1 - x; });
-        require(!measure(picture, frame, measurement), "a mirrored pattern is refused");
+        // Where each row begins with the first level of red, this is the pattern of a look that
+        // turns red round.
+        if (measure(picture, frame, measurement)) checkStorable(measurement, size);
         return;
     }
-    if (mirrored) return;
     require(measure(picture, frame, measurement), "the pattern is measured");
     checkStorable(measurement, size);
     for (std::size_t point = 0; point < measurement.noise.size(); ++point) {

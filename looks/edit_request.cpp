@@ -28,7 +28,7 @@ public:
         const char* end = text_.data() + text_.size();
         const auto [stop, error] = std::from_chars(text_.data(), end, value);
         if (error != std::errc()) {
-            cut_ = text_.empty();
+            cut_ = text_.empty() || text_ == "-";
             return std::nullopt;
         }
         text_.remove_prefix(static_cast<std::size_t>(stop - text_.data()));

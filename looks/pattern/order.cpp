@@ -63,8 +63,10 @@ double roughness(const std::vector<Cell>& cells, const Grid& grid, const Mirrore
     const auto size = static_cast<std::size_t>(grid.size);
     const double neighbours = meanAlong(lattice, 1, size) + meanAlong(lattice, size, size) +
                               meanAlong(lattice, size * size, size);
+    const double spread = variance(lattice);
+    if (spread == 0.0) return 1.0;
     // Two points at random are twice the variance apart.
-    return neighbours / 3.0 / (2.0 * variance(lattice));
+    return neighbours / 3.0 / (2.0 * spread);
 }
 
 }  // namespace looks

@@ -4,7 +4,6 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
 #include "looks/measure.h"
 #include "looks/pattern/bars.h"

@@ -93,6 +93,17 @@ TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_the_name) {
     EXPECT_EQ(cutBy(20).state, RequestState::kCut);
 }
 
+TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_a_sign) {
+    const std::string name(599 - 17 - 7 - 1, 'n');
+    const std::string line = tw_effect::editRequestLine(42, name, -kTime);
+    ASSERT_TRUE(line.ends_with("\"at\":-"));
+    const EditRequest request = readEditRequest(line);
+    EXPECT_EQ(request.state, RequestState::kCut);
+    EXPECT_EQ(request.id, 42);
+    EXPECT_EQ(request.name, name);
+    EXPECT_EQ(request.at, std::nullopt);
+}
+
 TEST(ReadEditRequest, passes_over_what_is_no_request) {
     expectForeign("older\n");
     expectForeign("{}");

@@ -148,6 +148,17 @@ TEST(MeasureRefuses, patches_in_disorder) {
               "its patches are in disorder: neighbours have nothing in common");
 }
 
+// Lines that no patch is read at: the patches are all alike.
+TEST(MeasureRefuses, lines_between_patches_of_one_colour) {
+    FloatPicture picture = blankPicture(240, 144, 0.5f);
+    for (int y = 0; y < 144; ++y) {
+        for (int x = 0; x < 240; x += 16)
+            picture.pixel(x, y)[1] = 1.0f;
+    }
+    EXPECT_EQ(refusal(picture, 5),
+              "its patches are in disorder: neighbours have nothing in common");
+}
+
 TEST(MeasureRefuses, cells_after_the_last_patch_that_are_not_black) {
     FloatPicture picture = patternPicture(3, 280, 160);
     for (int y = 120; y < 160; ++y) {
