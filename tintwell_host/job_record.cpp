@@ -59,6 +59,8 @@ JobRecord::JobRecord(std::size_t total, bool isSequence, ProgressKind progress)
 
 void JobRecord::add(const FrameResult& result) {
     results_.push_back(result);
+    // A clip's length is known for certain at its end only.
+    total_ = std::max(total_, results_.size());
     if (isSequence_ && !result.reason.empty()) {
         progress_.clear();
         std::fprintf(stderr, "tintwell-host: %s\n", result.reason.c_str());

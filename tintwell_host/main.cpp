@@ -58,12 +58,23 @@ void addJob(CLI::App& command, RenderOptions& render) {
                        "JSON file about all frames, to write at the end");
 }
 
+void addClips(CLI::App& command, RenderOptions& render) {
+    command.add_option("--codec", render.codec, "Of a clip: prores, prores4444, dnxhr, h264, ffv1")
+        ->check(CLI::IsMember({"prores", "prores4444", "dnxhr", "h264", "ffv1"}));
+    command.add_option("--rate", render.rate, "Frames a second of a clip made of a sequence")
+        ->check(CLI::Range(0.1, 1000.0))
+        ->capture_default_str();
+    command.add_flag("--no-audio", render.noAudio, "Leave a clip's sound out");
+    command.add_flag("--strict", render.strict, "A clip's damaged frames are an error");
+}
+
 void addRender(CLI::App& app, Options& options) {
     RenderOptions& render = options.render;
-    CLI::App* command = app.add_subcommand("render", "Grade a picture, or a sequence of pictures");
-    command->add_option("in", render.in, "PNG, JPEG, TIFF or EXR; in.%04d.exr is a sequence")
+    CLI::App* command =
+        app.add_subcommand("render", "Grade a picture, a sequence of pictures or a clip");
+    command->add_option("in", render.in, "Picture, sequence (in.%04d.exr) or clip (in.mov)")
         ->required();
-    command->add_option("out", render.out, "Picture or sequence to write")->required();
+    command->add_option("out", render.out, "Picture, sequence or clip to write")->required();
     CLI::Option* lut = command->add_option("--lut", render.lut, "Look: a .cube file");
     CLI::Option* text = command->add_option("--text", render.text, "Look: a file of TWLUT text");
     command->add_option("--project", options.effect.project, "Look and Amount of a saved project")
@@ -78,6 +89,7 @@ void addRender(CLI::App& app, Options& options) {
     command->add_option("--frames", render.frames,
                         "Frames of a sequence: 1-100, 1-100x2, 1-10,20-30; all by default");
     addJob(*command, render);
+    addClips(*command, render);
     addHost(*command, options);
     command->callback([&options] {
         options.render.effect = options.effect;

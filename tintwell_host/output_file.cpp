@@ -66,21 +66,27 @@ std::string readText(const std::string& path) {
 }
 
 void writeWhole(const std::string& path, std::string_view bytes) {
-    const fs::path partial = partialName(path);
-    std::ofstream out(partial, std::ios::binary);
+    PartialFile partial(path);
+    std::ofstream out(partial.name(), std::ios::binary);
     if (!out) fail("write", path, errno);
     out << bytes;
     // Some disks tell only now that they are full.
     out.close();
-    int error = errno;
+    if (!out) fail("write", path, errno);
+    partial.keep();
+}
+
+PartialFile::PartialFile(const std::string& path) : path_(path), name_(partialName(path)) {}
+
+PartialFile::~PartialFile() {
     std::error_code failed;
-    if (out) {
-        fs::rename(partial, path, failed);
-        if (!failed) return;
-        error = failed.value();
-    }
-    fs::remove(partial, failed);
-    fail("write", path, error);
+    fs::remove(name_, failed);
+}
+
+void PartialFile::keep() {
+    std::error_code failed;
+    fs::rename(name_, path_, failed);
+    if (failed) fail("write", path_, failed.value());
 }
 
 void removeLeftovers(const std::string& path) {

@@ -10,6 +10,25 @@ namespace program {
 // `path` is as it was, and Failure is thrown. Threads: any.
 void writeWhole(const std::string& path, std::string_view bytes);
 
+// A file that is written under another name beside `path`, by somebody who needs a name to write
+// to.
+class PartialFile {
+public:
+    explicit PartialFile(const std::string& path);
+    // Removes what was not kept.
+    ~PartialFile();
+    PartialFile(const PartialFile&) = delete;
+    PartialFile& operator=(const PartialFile&) = delete;
+
+    const std::string& name() const { return name_; }
+    // Gives it its name. Throws Failure.
+    void keep();
+
+private:
+    std::string path_;
+    std::string name_;
+};
+
 // Removes what runs of the program on this machine that were killed have left in the folder of
 // `path`.
 void removeLeftovers(const std::string& path);

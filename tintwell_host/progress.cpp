@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -15,6 +16,7 @@ Progress::~Progress() {
 
 void Progress::show(std::size_t done) {
     if (!visible_ || done == 0) return;
+    total_ = std::max(total_, done);
     constexpr std::size_t kWidth = 40;
     const std::size_t filled = done * kWidth / total_;
     const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, '.');

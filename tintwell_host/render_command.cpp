@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "tintwell_host/clip_job.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/fingerprint.h"
@@ -60,6 +61,11 @@ std::int64_t memoryBytes(const RenderOptions& options) {
     return all / 4;
 }
 
+void finish(EffectSession& session, const RenderOptions& options) {
+    if (!options.save.empty()) session.save(options.save);
+    session.close();
+}
+
 bool goesOn(const FrameResult& result) {
     return result.state != FrameState::kFailed || result.exit != Exit::kTryAgain;
 }
@@ -101,6 +107,13 @@ Depth chosenDepth(const std::string& depth, const std::string& host) {
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);
     checkGpu(options);
+    if (isClip(options.in) || isClip(options.out)) {
+        EffectSession session(options.effect);
+        takeLook(session, options);
+        renderClip(session, options);
+        finish(session, options);
+        return;
+    }
     checkCompression(options.out, options.compression);
     const FrameJob job = planFrames(options.in, options.out, options.frames);
     if (!job.note.empty()) std::fprintf(stderr, "tintwell-host: %s\n", job.note.c_str());
@@ -108,8 +121,7 @@ void runRender(const RenderOptions& options) {
     takeLook(session, options);
     if (job.isSequence) removeLeftovers(options.out);
     renderJob(session, job, options);
-    if (!options.save.empty()) session.save(options.save);
-    session.close();
+    finish(session, options);
 }
 
 }  // namespace program

@@ -26,6 +26,11 @@ struct RenderOptions {
     int threads = 0;               // frames in flight; 0: as many as processors
     int memory = 0;                // MiB for them; 0: a quarter of the machine's
     bool skipExisting = false;
+    // Of clips:
+    std::string codec;   // empty: as the container has it
+    double rate = 24.0;  // frames a second of a clip that is made of a sequence
+    bool noAudio = false;
+    bool strict = false;  // damaged frames are an error
 };
 void runRender(const RenderOptions& options);
 
