@@ -11,8 +11,8 @@
 #include "host_sim/gpu_instance.h"
 #include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
-#include "tests/effect/texts.h"
 #include "tests/software_metal/settled.h"
+#include "tests/support/texts.h"
 
 namespace session_fuzz {
 namespace {
@@ -193,8 +193,7 @@ struct GpuRenderer {
 
     // The frame, and the same one with a look of another effect between it and the next one.
     void renderBoth(const GpuValues& values, Record record) const {
-        static const Bytes otherLook =
-            effect_test::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
+        static const Bytes otherLook = twtest::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
         const GpuValue amount{kPrParamType_Int32, 70.0, {}, false};
         const GpuValues others = {amount, lutValue(otherLook), {}, {}};
         renderOne(values, record);

@@ -4,7 +4,7 @@
 
 #include "fuzz/session/process_home.h"
 #include "fuzz/session/violation.h"
-#include "tests/effect/stand_in_module.h"
+#include "tests/support/stand_in_module.h"
 
 namespace session_fuzz {
 namespace {

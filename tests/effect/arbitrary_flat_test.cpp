@@ -1,7 +1,7 @@
 // Selectors that save and load values, and compare them: FLAT_SIZE, FLATTEN, UNFLATTEN, COMPARE.
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using ArbitraryFlatSize = ArbitraryTest;
@@ -213,4 +213,4 @@ TEST_F(ArbitraryCompare, unlocksTheSecondValueFirst) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

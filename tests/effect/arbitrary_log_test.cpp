@@ -3,7 +3,7 @@
 
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 class ArbitraryLog : public ArbitraryTest {
@@ -92,8 +92,8 @@ TEST_F(ArbitraryLog, countsForTheProcess_notForTheHost) {
     for (int i = 0; i < 20; ++i)
         calls().flatSize(nullptr);
     newLogLines();
-    close();
-    open(host_sim::premierePro()).start();
+    closeHost();
+    openHost(host_sim::premierePro()).start();
     calls().flatSize(nullptr);
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4"}));
 }
@@ -112,4 +112,4 @@ TEST_F(ArbitraryLog, logsJustTwenty_whenThreadsShareThem) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -2,9 +2,9 @@
 #include <cstring>
 #include <string>
 
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using Dispatch = EffectTest;
@@ -86,4 +86,4 @@ TEST_F(Dispatch, logsMinusOne_whenTheChangedParameterIsNotTold) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

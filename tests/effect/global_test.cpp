@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "host_api/pixel_format_suite.h"
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 constexpr char kSuite[] = "PF Pixel Format Suite";
@@ -15,7 +15,7 @@ constexpr char kSuite[] = "PF Pixel Format Suite";
 class Global : public EffectTest {
 protected:
     host_sim::CommandResult setUp(const host_sim::Personality& personality) {
-        if (!host) open(personality).registerEffect();
+        if (!host) openHost(personality).registerEffect();
         return host->globalSetup();
     }
 
@@ -33,7 +33,7 @@ void expectVersionAndFlags(const host_sim::CommandResult& result) {
 }
 
 TEST_F(Global, setsVersionAndFlagsOnly_whenTheRecordIsFull) {
-    open(host_sim::afterEffects()).registerEffect();
+    openHost(host_sim::afterEffects()).registerEffect();
     PF_OutData expected = fullOutData();
     host->outPreset() = expected;
     expected.my_version = 0x8000B;
@@ -93,7 +93,7 @@ TEST_F(Global, clearsBeforeItAdds_whenTheHostRemembersFormats) {
 }
 
 TEST_F(Global, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4",
@@ -102,7 +102,7 @@ TEST_F(Global, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
 }
 
 TEST_F(Global, saysSoAndGoesOn_whenTheSuiteIsNull) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
@@ -111,7 +111,7 @@ TEST_F(Global, saysSoAndGoesOn_whenTheSuiteIsNull) {
 }
 
 TEST_F(Global, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
@@ -121,7 +121,7 @@ TEST_F(Global, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
 }
 
 TEST_F(Global, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     host->refusals().withoutBasicSuite(true);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     ASSERT_EQ(newLogLines().size(), 2U);
@@ -130,7 +130,7 @@ TEST_F(Global, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
 }
 
 TEST_F(Global, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
-    open(host_sim::afterEffects()).registerEffect();
+    openHost(host_sim::afterEffects()).registerEffect();
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::afterEffects()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=FXTC api=13.29"}));
@@ -157,4 +157,4 @@ TEST(GlobalWithoutDataFolder, makesTheFolder_whenOnlyItIsMissing) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -9,7 +9,7 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/flow_test.h"
+#include "tests/effect/button_fixture.h"
 
 namespace twtest {
 
@@ -17,7 +17,7 @@ using Alerts = std::vector<ShownAlert>;
 
 inline constexpr char kPressed[] = "USER_CHANGED_PARAM index 3";
 
-class LutButton : public twtest::FlowTest {
+class LutButton : public twtest::ButtonTest {
 protected:
     std::string dialogLine() const {
         return "LUT button: dialog in \"" + path("Documents/Tintwell LUTs") + "\"";
@@ -28,7 +28,7 @@ protected:
         EXPECT_EQ(result.error, error);
         EXPECT_EQ(result.changed, std::vector<int>());
         EXPECT_EQ(result.out.out_flags, 0);
-        EXPECT_EQ(lutBytes(), stored("TWLUT0"));
+        EXPECT_EQ(lutBytes(), widened("TWLUT0"));
         EXPECT_EQ(effect().updates().size(), 0u);
         EXPECT_EQ(label(), "Change LUT");
     }
@@ -53,7 +53,7 @@ protected:
     static Bytes expectedBytes(const std::string& text, long id, const std::string& name) {
         tw::Lut3D lut;
         EXPECT_TRUE(tw::parseCube(text, lut, nullptr));
-        return stored(tw::toEmbeddedText(lut, id, name));
+        return widened(tw::toEmbeddedText(lut, id, name));
     }
 
     void expectLoaded(const std::string& fileName, const std::string& text, long id,

@@ -1,11 +1,11 @@
 // How a render finds out what its pixels are.
 #include "host_api/pixel_format_suite.h"
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -127,4 +127,4 @@ TEST_F(RenderFormats, treatsAnUnknownHostAsAfterEffects) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

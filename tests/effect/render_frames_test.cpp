@@ -1,10 +1,10 @@
 // Pictures of every format and shape, against the engine's own results, bit for bit.
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -170,4 +170,4 @@ TEST_P(RenderFrames, fillsAnyFrameWithThePattern) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

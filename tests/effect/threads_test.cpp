@@ -3,12 +3,12 @@
 #include <functional>
 #include <thread>
 
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -177,4 +177,4 @@ TEST_F(Threads, renderWhileTheMainThreadDoesOtherThings) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

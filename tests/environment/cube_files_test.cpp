@@ -83,7 +83,7 @@ TEST_F(CubeFile, givesAnError_whenItIsLongerThanMemory) {
     if (!made) GTEST_SKIP() << "this file system has no files of that size";
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
-    twtest::watchCallsOf(host().module().symbol("EffectMain"));
+    twtest::watchCallsOf(host->module().symbol("EffectMain"));
     twtest::failBlocksFrom(std::size_t{1} << 27);
     const auto pickWithoutMemory = [&] {
         const twtest::Watch watch;

@@ -19,14 +19,14 @@ using twtest::writeFile;
 class DataFolder : public twtest::UserSession {
 protected:
     DataFolder()
-        : folder_(home_.dataFolder()),
-          log_(home_.dataFile("effect.log")),
-          request_(home_.dataFile("edit-request.json")) {}
+        : folder_(home.dataFolder()),
+          log_(home.dataFile("effect.log")),
+          request_(home.dataFile("edit-request.json")) {}
 
     void liveWithoutTrace() {
-        const auto before = twtest::treeOf(home_.path());
+        const auto before = twtest::treeOf(home.path());
         run();
-        EXPECT_EQ(twtest::treeOf(home_.path()), before);
+        EXPECT_EQ(twtest::treeOf(home.path()), before);
     }
 
     // A session that leaves its request and no log.
@@ -74,11 +74,11 @@ TEST_F(DataFolder, losesLogAndRequest_whenItIsNoFolder) {
 
 TEST_F(DataFolder, mayBeALinkToAnotherFolder) {
     fs::remove(folder_);
-    fs::create_directory(home_ / "elsewhere");
-    fs::create_symlink(home_ / "elsewhere", folder_);
+    fs::create_directory(home / "elsewhere");
+    fs::create_symlink(home / "elsewhere", folder_);
     run();
-    EXPECT_EQ(logAt(home_ / "elsewhere/effect.log"), wholeLog());
-    EXPECT_TRUE(holdsRequest(home_ / "elsewhere/edit-request.json"));
+    EXPECT_EQ(logAt(home / "elsewhere/effect.log"), wholeLog());
+    EXPECT_TRUE(holdsRequest(home / "elsewhere/edit-request.json"));
 }
 
 TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
@@ -154,9 +154,9 @@ TEST_F(DataFolder, costs_the_log_alone_when_permissions_deny_it) {
 }
 
 TEST_F(DataFolder, makes_the_log_that_a_link_leads_to) {
-    fs::create_symlink(home_ / "elsewhere.log", log_);
+    fs::create_symlink(home / "elsewhere.log", log_);
     run();
-    EXPECT_EQ(logAt(home_ / "elsewhere.log"), wholeLog());
+    EXPECT_EQ(logAt(home / "elsewhere.log"), wholeLog());
 }
 
 TEST_F(DataFolder, addsToALogOfMoreThanFourGigabytes) {
@@ -203,9 +203,9 @@ TEST_F(DataFolder, keeps_the_older_request_when_permissions_deny_a_new_one) {
 }
 
 TEST_F(DataFolder, makes_the_request_that_a_link_leads_to) {
-    fs::create_symlink(home_ / "elsewhere.json", request_);
+    fs::create_symlink(home / "elsewhere.json", request_);
     run();
-    EXPECT_TRUE(holdsRequest(home_ / "elsewhere.json"));
+    EXPECT_TRUE(holdsRequest(home / "elsewhere.json"));
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 class LutFolderFile : public twtest::UserSession {
 protected:
-    LutFolderFile() : file_(home_.dataFile("lut-folder.txt")), folder_(home_ / "LUTs") {
+    LutFolderFile() : file_(home.dataFile("lut-folder.txt")), folder_(home / "LUTs") {
         fs::create_directory(folder_);
     }
 
@@ -103,10 +103,10 @@ TEST_F(LutFolderFile, isIgnored_whenPermissionsHideTheFolder) {
 }
 
 TEST_F(LutFolderFile, mayNameALinkToAFolder) {
-    fs::create_symlink("LUTs", home_ / "link");
-    EXPECT_EQ(folderWith(home_ / "link"), home_ / "link");
-    fs::create_symlink("nowhere", home_ / "dangling");
-    EXPECT_EQ(folderWith(home_ / "dangling"), fallbackFolder());
+    fs::create_symlink("LUTs", home / "link");
+    EXPECT_EQ(folderWith(home / "link"), home / "link");
+    fs::create_symlink("nowhere", home / "dangling");
+    EXPECT_EQ(folderWith(home / "dangling"), fallbackFolder());
 }
 
 }  // namespace

@@ -11,12 +11,12 @@ namespace fs = std::filesystem;
 using twtest::Alerts;
 using twtest::cube;
 using twtest::kLut;
-using twtest::stored;
+using twtest::widened;
 
 class FileName : public twtest::LutButton {
 protected:
     bool logHolds(const std::string& line) const {
-        return twtest::readFile(dataPath("effect.log")).find("  " + line) != std::string::npos;
+        return twtest::readFile(home.dataFile("effect.log")).find("  " + line) != std::string::npos;
     }
 
     // Refused: the parameter is as before, the log and an alert name the file as `spelled`.

@@ -10,14 +10,14 @@
 namespace faults {
 namespace {
 
-using effect_test::bytesOf;
-using effect_test::emptyLut;
-using effect_test::kFreshBufferByte;
-using effect_test::quarterText;
-using effect_test::unfilled;
-using effect_test::widened;
 using host_sim::Answer;
 using host_sim::ArbitraryCalls;
+using twtest::bytesOf;
+using twtest::emptyLut;
+using twtest::kFreshBufferByte;
+using twtest::quarterText;
+using twtest::unfilled;
+using twtest::widened;
 
 const Bytes kLook = widened(quarterText());
 const Bytes kForeign = bytesOf("foreign data, and no LUT at all");

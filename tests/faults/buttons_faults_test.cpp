@@ -5,18 +5,18 @@
 #include <string>
 
 #include "native/src/lut_engine.h"
-#include "tests/effect/flow_test.h"
 #include "tests/faults/effect_scenario.h"
+#include "tests/support/cube_texts.h"
 #include "tests/support/request_line.h"
 
 namespace faults {
 namespace {
 
-using effect_test::emptyLut;
-using effect_test::quarterText;
-using effect_test::rotationText;
-using effect_test::widened;
+using twtest::emptyLut;
 using twtest::kRefresh;
+using twtest::quarterText;
+using twtest::rotationText;
+using twtest::widened;
 using twtest::writeFile;
 
 // Empties it for good.

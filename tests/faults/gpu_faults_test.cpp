@@ -10,10 +10,10 @@
 namespace faults {
 namespace {
 
-using effect_test::rotationText;
-using effect_test::scatteredText;
-using effect_test::widened;
 using host_sim::GpuInstance;
+using twtest::rotationText;
+using twtest::scatteredText;
+using twtest::widened;
 
 Faults faultOf(bool Faults::*which) {
     Faults device;

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "gpu/metal_lut.h"
-#include "tests/effect/frames.h"
 #include "tests/gpu/test_device.h"
+#include "tests/support/frames.h"
 
 namespace faults {
 
-using effect_test::widened;
+using twtest::widened;
 
 BadDevice::BadDevice(const std::optional<Faults>& faults) : isBad_(faults) {
     if (isBad_) software_metal::setFaults(*faults);
@@ -41,12 +41,12 @@ std::string GpuScenario::answer(prSuiteError error, const std::string& word) {
 
 Exposure::Exposure(host_sim::GpuSide& side, const std::string& text)
     : side_(side),
-      input_(effect_test::scattered(PrPixelFormat_BGRA_4444_32f, 20, 18)),
+      input_(twtest::scattered(PrPixelFormat_BGRA_4444_32f, 20, 18)),
       expected_(input_),
       source_(side.device(), PrPixelFormat_GPU_BGRA_4444_32f, input_) {
-    const tw::Lut3D lut = effect_test::parsed(text);
-    if (lut.probe != 0) expected_ = effect_test::patterned(lut.probe, input_);
-    if (lut.size != 0) expected_ = effect_test::graded(lut, input_, input_, 1.0f);
+    const tw::Lut3D lut = twtest::parsed(text);
+    if (lut.probe != 0) expected_ = twtest::patterned(lut.probe, input_);
+    if (lut.size != 0) expected_ = twtest::graded(lut, input_, input_, 1.0f);
     erase();
 }
 

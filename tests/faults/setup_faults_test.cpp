@@ -97,7 +97,7 @@ private:
         if (host().params().count() <= kLut) return "";
         const PF_ArbitraryH value = host().params().at(kLut).definition.u.arb_d.dephault;
         if (value == nullptr) return ", null";
-        return host().handles().contents(value) == effect_test::emptyLut() ? "" : ", unfilled";
+        return host().handles().contents(value) == twtest::emptyLut() ? "" : ", unfilled";
     }
 
     CommandResult result_;
@@ -116,7 +116,7 @@ TEST(SetupFaults, ofTheParameters) {
 
 class About : public EffectScenario {
 public:
-    About() : EffectScenario(effect_test::emptyLut()) {}
+    About() : EffectScenario(twtest::emptyLut()) {}
 
     void run() override { result_ = host().command(PF_Cmd_ABOUT); }
     std::string outcome() override {
@@ -134,7 +134,7 @@ TEST(SetupFaults, ofTheAboutBox_areNone) {
 // All commands that the effect has nothing to do for.
 class OtherCommands : public EffectScenario {
 public:
-    OtherCommands() : EffectScenario(effect_test::emptyLut()) {}
+    OtherCommands() : EffectScenario(twtest::emptyLut()) {}
 
     void run() override {
         answers_ = "";
@@ -158,13 +158,12 @@ TEST(SetupFaults, ofOtherCommands_areNone) {
 // that where it is missing.
 class OtherPress : public EffectScenario {
 public:
-    explicit OtherPress(bool hasFolder)
-        : EffectScenario(effect_test::emptyLut()), has_(hasFolder) {}
+    explicit OtherPress(bool hasFolder) : EffectScenario(twtest::emptyLut()), has_(hasFolder) {}
 
     void run() override {
         std::filesystem::remove(logFile());
         if (!has_) std::filesystem::remove(home_.dataFolder());
-        result_ = effect().press(effect_test::kAmount);
+        result_ = effect().press(twtest::kAmount);
     }
     std::string outcome() override {
         EXPECT_EQ(result_.changed, std::vector<int>());

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/gpu/log_lines.h"
 #include "tests/gpu/test_device.h"
+#include "tests/support/effect_log.h"
 
 namespace {
 

@@ -18,10 +18,6 @@ using host_sim::Host;
 using host_sim::Instance;
 using Problems = std::vector<std::string>;
 
-constexpr int kAmount = 1;
-constexpr int kText = 2;
-constexpr int kButton = 3;
-
 std::vector<PF_Cmd> commands(Host& host) {
     std::vector<PF_Cmd> sent;
     for (const CallRecord& call : host.books().calls()) {

@@ -6,6 +6,11 @@
 
 #include "host_sim/host.h"
 
+// Places of the test module's parameters.
+inline constexpr int kAmount = 1;
+inline constexpr int kText = 2;
+inline constexpr int kButton = 3;
+
 // Applies the effect once and uses every part of it once. Returns the problems, and what stopped
 // the session if something did.
 std::vector<std::string> playSession(const host_sim::Personality& personality);

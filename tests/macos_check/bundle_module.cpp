@@ -12,8 +12,8 @@
 #include "macos_check/loader/image.h"
 #include "macos_check/loader/system.h"
 #include "native/src/never_destroyed.h"
-#include "tests/effect/stand_in_dialogs.h"
 #include "tests/macos_check/bundle_messages.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "host_sim/host.h"
 #include "tests/platform/robot.h"
 #include "tests/platform/screen.h"
+#include "tests/support/parameters.h"
 
 namespace {
 
@@ -14,11 +15,12 @@ using host_sim::Frame;
 using host_sim::Host;
 using host_sim::Instance;
 using twtest::Dialog;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 using twtest::Robot;
 
 namespace fs = std::filesystem;
-
-enum Index { kLut = 2, kLutButton = 3, kEditButton = 4 };
 
 // The robot looks 50 times a second.
 constexpr int kLooksUntilDrawn = 15;

@@ -3,23 +3,23 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/effect/frames.h"
-#include "tests/effect/stand_in_module.h"
-#include "tests/effect/tested_module.h"
-#include "tests/effect/texts.h"
 #include "tests/quitting/ending.h"
+#include "tests/support/frames.h"
+#include "tests/support/stand_in_module.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/tested_module.h"
+#include "tests/support/texts.h"
 
 namespace quitting {
 namespace {
 
-using effect_test::Bytes;
-using effect_test::kAmount;
-using effect_test::kEditButton;
-using effect_test::kLut;
-using effect_test::kLutButton;
 using host_sim::Instance;
 using host_sim::Personality;
+using twtest::Bytes;
+using twtest::kAmount;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 
 const Personality& afterEffects() {
     static const auto& host = *new Personality(host_sim::afterEffects());
@@ -34,20 +34,18 @@ const Personality& premierePro() {
 // Other LUTs than the decode cache keeps at once, with names and ids of many lengths.
 std::string lookOf(int round) {
     const std::string name = "look" + std::string(static_cast<std::size_t>(round % 40), 'k');
-    return effect_test::scatteredText(2, static_cast<std::uint64_t>(round % 12), round * 7919 + 1,
-                                      name);
+    return twtest::scatteredText(2, static_cast<std::uint64_t>(round % 12), round * 7919 + 1, name);
 }
 
 void store(Instance& effect, const std::string& text) {
-    effect.setBytes(kLut, effect_test::widened(text));
+    effect.setBytes(kLut, twtest::widened(text));
 }
 
 void render(Desk& desk, Instance& effect, int round, int bits) {
     constexpr int kWidths[] = {5, 50, 500};
     store(effect, lookOf(round));
     effect.setSlider(kAmount, 50.0 + round % 7);
-    const host_sim::Frame in =
-        effect_test::scattered(desk.host().format(bits), kWidths[round % 3], 40);
+    const host_sim::Frame in = twtest::scattered(desk.host().format(bits), kWidths[round % 3], 40);
     host_sim::Frame out(in.format(), in.width(), in.height());
     require(effect.render(in, out).error == 0, "a render failed");
     require(out.pixelBytes() != in.pixelBytes(), "a render changed nothing");

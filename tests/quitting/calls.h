@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host_sim/host.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace quitting {
 

@@ -7,11 +7,11 @@
 #include "host_sim/gpu_instance.h"
 #include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
 #include "tests/quitting/calls.h"
 #include "tests/quitting/ending.h"
+#include "tests/support/frames.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/texts.h"
 
 namespace quitting {
 namespace {
@@ -32,12 +32,12 @@ public:
     // Whether one frame, graded on the device by a new instance, came out as on the CPU. Looks,
     // sizes and the lengths of the setup line change with the round.
     bool isGradedRight(int round, unsigned device) {
-        const std::string look = effect_test::scatteredText(
-            2, static_cast<std::uint64_t>(round % 12), 1, std::string(40, 'n'));
-        effect_.setBytes(effect_test::kLut, effect_test::widened(look));
+        const std::string look = twtest::scatteredText(2, static_cast<std::uint64_t>(round % 12), 1,
+                                                       std::string(40, 'n'));
+        effect_.setBytes(twtest::kLut, twtest::widened(look));
         constexpr int kWidths[] = {5, 50, 500};
         const host_sim::Frame in =
-            effect_test::scattered(PrPixelFormat_BGRA_4444_32f, kWidths[round % 3], 7);
+            twtest::scattered(PrPixelFormat_BGRA_4444_32f, kWidths[round % 3], 7);
         host_sim::Frame onGpu(in.format(), in.width(), in.height());
         host_sim::Frame onCpu(in.format(), in.width(), in.height());
         const host_sim::GpuRender result = host_sim::renderOnGpu(gpu_, effect_, in, onGpu, device);

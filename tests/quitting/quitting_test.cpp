@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "tests/effect/tested_module.h"
 #include "tests/quitting/calls.h"
 #include "tests/quitting/ending.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/tested_module.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define TINTWELL_LEAKS_ARE_SOUGHT

@@ -9,8 +9,8 @@
 
 #include "host_sim/gpu_side.h"
 #include "host_sim/host.h"
-#include "tests/effect/held_lock.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/held_lock.h"
+#include "tests/support/stand_in_dialogs.h"
 #include "tests/support/temp_folder.h"
 #include "tests/threads/inputs.h"
 #include "tests/threads/tally.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace stress {
 

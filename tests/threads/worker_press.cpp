@@ -6,10 +6,10 @@
 
 namespace stress {
 
-using effect_test::kEditButton;
-using effect_test::kLut;
-using effect_test::kLutButton;
 using tw_effect::LutFileResult;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 
 void Worker::pressLutButton() {
     const bool cancels = random_.below(4) == 0;

@@ -1,15 +1,15 @@
 // The data callbacks of a worker.
 #include <gtest/gtest.h>
 
-#include "tests/effect/texts.h"
+#include "tests/support/texts.h"
 #include "tests/threads/worker.h"
 
 namespace stress {
 
-using effect_test::Bytes;
-using effect_test::emptyLut;
-using effect_test::kLut;
-using effect_test::widened;
+using twtest::Bytes;
+using twtest::emptyLut;
+using twtest::kLut;
+using twtest::widened;
 
 // Every callback but the refusing ones, on handles that nobody else knows.
 void Worker::useOneValue() {

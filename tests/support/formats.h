@@ -7,7 +7,7 @@
 #include "host_sim/values/frame.h"
 #include "host_sim/values/personality.h"
 
-namespace effect_test {
+namespace twtest {
 
 struct HostFormat {
     const char* name;  // in the log
@@ -35,4 +35,4 @@ struct FormatName {
     }
 };
 
-}  // namespace effect_test
+}  // namespace twtest

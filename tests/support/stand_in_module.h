@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host_sim/module.h"
-#include "tests/effect/held_lock.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/held_lock.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace twtest {
 
