@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host_api/pixel_format_suite.h"
+#include "tests/effect/missing_suites.h"
 #include "tests/support/effect_fixture.h"
 
 namespace twtest {
@@ -92,42 +93,21 @@ TEST_F(Global, clearsBeforeItAdds_whenTheHostRemembersFormats) {
     EXPECT_EQ(host->pixelFormats().clearCalls(), 2);
 }
 
-TEST_F(Global, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
+class GlobalWithoutSuite : public Global, public ::testing::WithParamInterface<MissingSuite> {};
+
+TEST_P(GlobalWithoutSuite, saysSoAndGoesOn_inPremierePro) {
     openHost(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
+    GetParam().arrange(host->refusals(), kSuite);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4",
                                     "GlobalSetup: no pixel format suite"}));
     EXPECT_TRUE(host->pixelFormats().declared().empty());
-}
-
-TEST_F(Global, saysSoAndGoesOn_whenTheSuiteIsNull) {
-    openHost(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
+    EXPECT_EQ(suiteRequests(), GetParam().isAsked ? 1 : 0);
 }
 
-TEST_F(Global, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
-    openHost(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
-    EXPECT_TRUE(host->pixelFormats().declared().empty());
-    EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
-}
-
-TEST_F(Global, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
-    openHost(host_sim::premierePro()).registerEffect();
-    host->refusals().withoutBasicSuite(true);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
-    EXPECT_EQ(suiteRequests(), 0);
-}
+INSTANTIATE_TEST_SUITE_P(When, GlobalWithoutSuite, ::testing::ValuesIn(kMissingSuites),
+                         MissingSuiteName());
 
 TEST_F(Global, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
     openHost(host_sim::afterEffects()).registerEffect();

@@ -6,6 +6,7 @@
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/effect/button_fixture.h"
+#include "tests/effect/missing_suites.h"
 #include "tests/support/failing_calls.h"
 #include "tests/support/stand_in_module.h"
 
@@ -31,14 +32,6 @@ protected:
         tw::Lut3D lut;
         EXPECT_TRUE(tw::parseCube(twtest::cube(2), lut, nullptr));
         return tw::toEmbeddedText(lut, 0, name);
-    }
-
-    void expectNoSuite() {
-        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
-        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
-        EXPECT_EQ(label(), "Change LUT");
-        const std::string line = "LUT button: no param utils suite (update)";
-        EXPECT_EQ(log(), (Lines{line, line}));
     }
 };
 
@@ -167,25 +160,20 @@ TEST_F(ButtonLabel, isLogged_afterTheSuiteIsReleased) {
 
 // ---- No suite
 
-TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
-    expectNoSuite();
+class ButtonLabelWithoutSuite : public ButtonLabel,
+                                public testing::WithParamInterface<twtest::MissingSuite> {};
+
+TEST_P(ButtonLabelWithoutSuite, stays) {
+    GetParam().arrange(host->refusals(), kSuite);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(label(), "Change LUT");
+    const std::string line = "LUT button: no param utils suite (update)";
+    EXPECT_EQ(log(), (Lines{line, line}));
 }
 
-TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectNoSuite();
-}
-
-TEST_F(ButtonLabel, stays_when_the_suite_comes_with_an_error) {
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
-    expectNoSuite();
-}
-
-TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
-    host->refusals().withoutBasicSuite(true);
-    expectNoSuite();
-}
+INSTANTIATE_TEST_SUITE_P(When, ButtonLabelWithoutSuite, testing::ValuesIn(twtest::kMissingSuites),
+                         twtest::MissingSuiteName());
 
 TEST_F(ButtonLabel, leavesThePickedLutStored_whenItFails) {
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);

@@ -1,5 +1,6 @@
 // How a render finds out what its pixels are.
 #include "host_api/pixel_format_suite.h"
+#include "tests/effect/missing_suites.h"
 #include "tests/support/effect_fixture.h"
 #include "tests/support/formats.h"
 #include "tests/support/frames.h"
@@ -79,23 +80,17 @@ TEST_F(RenderFormats, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
               Lines({"Render fmt=BGRA8u 1x2 rowbytes=36 id=0 amount=1.000 lut=none 0"}));
 }
 
-TEST_F(RenderFormats, takesEightBits_whenPremiereProHasNoPixelFormatSuite) {
+class RenderWithoutSuite : public RenderFormats,
+                           public ::testing::WithParamInterface<MissingSuite> {};
+
+TEST_P(RenderWithoutSuite, takesEightBits_inPremierePro) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
+    GetParam().arrange(host->refusals(), kSuite);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormats, takesEightBits_whenTheSuiteIsNull) {
-    host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectBGRA8(effect);
-}
-
-TEST_F(RenderFormats, takesEightBits_whenThereAreNoSuitesAtAll) {
-    host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().withoutBasicSuite(true);
-    expectBGRA8(effect);
-}
+INSTANTIATE_TEST_SUITE_P(When, RenderWithoutSuite, ::testing::ValuesIn(kMissingSuites),
+                         MissingSuiteName());
 
 TEST_F(RenderFormats, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
