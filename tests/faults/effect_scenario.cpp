@@ -50,8 +50,7 @@ std::string answered(PF_Err error, const std::string& word) {
     return error == PF_Err_NONE ? word : "error " + std::to_string(error);
 }
 
-void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
-                  const Expected& expected) {
+void expectEffect(const Begin& begin, const Expected& expected) {
     // Loaded once, so that the children need not; nothing of it is called here.
     const host_sim::Module module(TINTWELL_MODULE);
     failInTurn(hostKinds(), begin, expected);

@@ -64,7 +64,6 @@ private:
 // "error 512", or the word.
 std::string answered(PF_Err error, const std::string& word);
 
-void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
-                  const Expected& expected);
+void expectEffect(const Begin& begin, const Expected& expected);
 
 }  // namespace faults

@@ -70,8 +70,7 @@ void Exposure::erase() {
                     input_.height());
 }
 
-void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
-               const std::vector<Kind>& kinds) {
+void expectGpu(const Begin& begin, const Expected& expected, const std::vector<Kind>& kinds) {
     const host_sim::Module module(TINTWELL_MODULE);
     {
         // Compiled once, so that the children need not.

@@ -76,7 +76,7 @@ private:
     std::optional<host_sim::GpuFrame> target_;
 };
 
-void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
+void expectGpu(const Begin& begin, const Expected& expected,
                const std::vector<Kind>& kinds = gpuKinds());
 
 }  // namespace faults

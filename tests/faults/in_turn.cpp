@@ -86,8 +86,7 @@ Expected& Expected::keepsOther(const std::vector<std::string>& kinds) {
 
 class InTurn {
 public:
-    InTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Scenario>()>& begin,
-           const Expected& expected)
+    InTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected)
         : begin_(begin), expected_(expected) {
         for (const Kind& kind : kinds) {
             if (kind.isPossible) {
@@ -163,7 +162,7 @@ private:
         return report.outcome == good() && report.repeated == good();
     }
 
-    const std::function<std::unique_ptr<Scenario>()>& begin_;
+    const Begin& begin_;
     Expected expected_;
     std::vector<Kind> failing_;
     std::vector<Kind> others_;
@@ -172,8 +171,7 @@ private:
     std::map<std::string, Outcomes> repeated_;
 };
 
-void failInTurn(const std::vector<Kind>& kinds,
-                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected) {
+void failInTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected) {
     InTurn turns(kinds, begin, expected);
     if (!turns.passesUntouched()) return;
     std::puts("failed in turn:");

@@ -29,6 +29,9 @@ public:
     virtual void close() = 0;
 };
 
+// Makes one.
+using Begin = std::function<std::unique_ptr<Scenario>()>;
+
 // One kind of call.
 struct Kind {
     std::string name;
@@ -72,11 +75,10 @@ private:
 // the test unless all outcomes and the kinds that there are calls of are those expected, and when
 // memory or a file is left, the process ends badly or hangs, or calls fail without end. Prints how
 // often each kind failed.
-void failInTurn(const std::vector<Kind>& kinds,
-                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected);
+void failInTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected);
 
 template <class SomeScenario, class... Arguments>
-std::function<std::unique_ptr<Scenario>()> scenario(Arguments... arguments) {
+Begin scenario(Arguments... arguments) {
     return [=] { return std::make_unique<SomeScenario>(arguments...); };
 }
 
