@@ -24,8 +24,8 @@ const twtest::Device& device() {
 void requireSame(const Picture& expected, const Picture& actual) {
     const twtest::Differences found = twtest::compare(expected, actual);
     require(found.notANumber == 0, "no number on one side alone: " + found.first);
-    // Elsewhere the two round differently, by how much the LUT's values tell: tests/gpu bounds
-    // that.
+    // Elsewhere the two round differently, by an amount that depends on the LUT: tests/gpu bounds
+    // it.
     if (expected.shape.half)
         require(found.halfUnits <= 1, "within one unit: " + found.first);
     else if (twtest::kTolerance == 0.0)

@@ -27,7 +27,7 @@ struct Contest {
 // Processor time of this thread, for run().
 double threadSeconds();
 
-// memcpy and every form of the rows that this machine can run, at an Amount of 0.8.
+// memcpy and every row kernel that this machine can run, at an Amount of 0.8.
 void addOurs(Contest& contest, std::vector<Contestant>& floats, std::vector<Contestant>& bytes);
 // OpenColorIO's library with tetrahedral interpolation; it has no Amount.
 void addOpenColorIO(Contest& contest, std::vector<Contestant>& floats,

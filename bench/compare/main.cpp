@@ -1,6 +1,6 @@
-// Grades one frame with every form of ours and with the programs that a user could take instead,
-// all in one run and turn by turn, and prints their times and ratios.
-// tintwell_compare [WIDTH HEIGHT [POINTS [random]]]; lines of "depth,name,ns a pixel,spread,..."
+// Grades one frame with every row kernel of ours and with the programs that a user could take
+// instead, all in one run and turn by turn, and prints their times and ratios. tintwell_compare
+// [WIDTH HEIGHT [POINTS [random]]]; lines of "depth,name,ns a pixel,spread,..."
 #include <unistd.h>
 
 #include <algorithm>
@@ -29,7 +29,7 @@ double ratio(const std::vector<double>& a, const std::vector<double>& b) {
 }
 
 // Columns: depth, name, median ns a pixel, quickest, slowest, then how many times as long as
-// memcpy, as the scalar kernel, and as our quickest form it takes.
+// memcpy, as the scalar kernel, and as our quickest kernel it takes.
 void race(const char* depth, const std::vector<bench::Contestant>& all, double pixels) {
     std::vector<std::vector<double>> times(all.size());
     for (int round = 0; round <= kRounds; ++round) {

@@ -54,7 +54,7 @@ void remove(SessionState& session, Record& record) {
     session.applied.remove_if([&](const Applied& other) { return &other == one; });
 }
 
-// Projects hold no numbers but finite ones.
+// Projects hold finite numbers only.
 void saveAndLoad(SessionState& session, Record& record) {
     const Applied* const source = session.chooseInstance(record);
     if (source == nullptr || session.applied.size() == kMostInstances) return;

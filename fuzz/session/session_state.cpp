@@ -87,7 +87,7 @@ void SessionState::check() {
     checkHandles();
     checkValues();
     require(nextDescriptor() <= nextDescriptor_, "a file was left open");
-    require(dialogs.alerts.empty(), "an alert that nobody expected");
+    require(dialogs.alerts.empty(), "an unexpected alert");
 }
 
 Value SessionState::contents(PF_ArbitraryH handle) {

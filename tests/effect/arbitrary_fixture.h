@@ -11,7 +11,7 @@
 
 namespace twtest {
 
-// What a simulated host's fresh handles and buffers hold until somebody writes into them.
+// The bytes of a simulated host's fresh handles and buffers.
 inline constexpr std::uint8_t kFreshHandleByte = 0xA7;
 inline constexpr std::uint8_t kFreshBufferByte = 0xCD;
 

@@ -197,7 +197,7 @@ TEST_F(ArbitraryCompare, isNotEqual_whenEitherCannotBeLocked) {
     EXPECT_EQ(calls().compare(a, b).value, PF_ArbCompare_EQUAL);
 }
 
-// Hosts that move memory about expect locks to come off in the reverse order.
+// Hosts that move memory expect unlocks in the reverse order of the locks.
 TEST_F(ArbitraryCompare, unlocksTheSecondValueFirst) {
     const PF_ArbitraryH a = holding("TWLUTP 5"), b = holding("TWLUTP 5");
     Lines held;  // which were locked, change by change

@@ -1,4 +1,4 @@
-// What the data callbacks leave in the log: names, and an end to the frequent ones after twenty.
+// The log lines of the data callbacks: their names, and none of the frequent ones after twenty.
 #include <thread>
 
 #include "tests/effect/arbitrary_fixture.h"
@@ -8,7 +8,7 @@ namespace {
 
 class ArbitraryLog : public ArbitraryTest {
 protected:
-    // A selector that no host has. All fields would be written through null pointers.
+    // An unknown selector. All its fields are null pointers.
     PF_Err unknown(PF_FunctionSelector selector) {
         PF_ArbParamsExtra extra = {};
         extra.which_function = selector;

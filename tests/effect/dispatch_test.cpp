@@ -22,7 +22,7 @@ TEST_P(UnlistedCommand, returnsZeroAndTouchesNothing) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-// The hosts' command numbers, and numbers that are none.
+// The hosts' command numbers, and unknown ones.
 INSTANTIATE_TEST_SUITE_P(Commands, UnlistedCommand,
                          ::testing::Values(2, 3, 5, 6, 7, 8, 9, 10, 12, 15, 16, 17, 18, 19, 20, 21,
                                            23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 1000,

@@ -7,6 +7,7 @@
 #include "host_api/pixel_format_suite.h"
 #include "tests/effect/missing_suites.h"
 #include "tests/support/effect_fixture.h"
+#include "tests/support/row_name.h"
 
 namespace twtest {
 namespace {
@@ -106,8 +107,7 @@ TEST_P(GlobalWithoutSuite, saysSoAndGoesOn_inPremierePro) {
     EXPECT_EQ(suiteRequests(), GetParam().isAsked ? 1 : 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(When, GlobalWithoutSuite, ::testing::ValuesIn(kMissingSuites),
-                         MissingSuiteName());
+INSTANTIATE_TEST_SUITE_P(When, GlobalWithoutSuite, ::testing::ValuesIn(kMissingSuites), RowName());
 
 TEST_F(Global, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
     openHost(host_sim::afterEffects()).registerEffect();

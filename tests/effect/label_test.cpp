@@ -8,6 +8,7 @@
 #include "tests/effect/button_fixture.h"
 #include "tests/effect/missing_suites.h"
 #include "tests/support/failing_calls.h"
+#include "tests/support/row_name.h"
 #include "tests/support/stand_in_module.h"
 
 namespace {
@@ -92,7 +93,7 @@ TEST_F(ButtonLabel, changesTwoFieldsOfACopyOfTheDefinition) {
     EXPECT_EQ(std::memcmp(&update.definition, &expected, sizeof expected), 0);
 }
 
-// What else a host keeps in its record is its own affair, and comes back to it.
+// The host gets its other fields back unchanged.
 TEST_F(ButtonLabel, keepsTheOtherFieldsOfTheHostsRecord) {
     PF_ParamDef& record = effect().record(kLutButton);
     record.ui_width = 1234;
@@ -151,7 +152,7 @@ TEST_F(ButtonLabel, isLogged_afterTheSuiteIsReleased) {
     });
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     host->watchCallbacks({});
-    // The last call, at which the suite was still held, gave it back.
+    // The last call was the release of the suite.
     EXPECT_TRUE(held);
     EXPECT_EQ(suite().released, suite().acquired);
     EXPECT_EQ(logged, std::vector<Lines>(logged.size()));
@@ -173,7 +174,7 @@ TEST_P(ButtonLabelWithoutSuite, stays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(When, ButtonLabelWithoutSuite, testing::ValuesIn(twtest::kMissingSuites),
-                         twtest::MissingSuiteName());
+                         twtest::RowName());
 
 TEST_F(ButtonLabel, leavesThePickedLutStored_whenItFails) {
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);

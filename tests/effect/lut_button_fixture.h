@@ -1,5 +1,4 @@
-// What a press of the LUT button leaves: in the parameter, the log and the label, and before the
-// user's eyes.
+// The effects of a press of the LUT button: on the parameter, the log, the label and the alerts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +22,7 @@ protected:
         return "LUT button: dialog in \"" + path("Documents/Tintwell LUTs") + "\"";
     }
 
-    // Nothing but the log and an alert tells of the press.
+    // The press changes nothing but the log and the alerts.
     void expectUnchanged(const host_sim::CommandResult& result, PF_Err error = PF_Err_NONE) {
         EXPECT_EQ(result.error, error);
         EXPECT_EQ(result.changed, std::vector<int>());

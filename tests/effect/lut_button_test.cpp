@@ -70,7 +70,7 @@ TEST_F(LutButton, refusesAFile_thatCannotBeReadToItsEnd) {
 }
 
 TEST_F(LutButton, namesARefusedFileByItsSystemPath) {
-    // "é" in two code points, as file systems that decompose names give it, and more oddities.
+    // "é" in two code points, as file systems that decompose names give it, quotes, and an emoji.
     expectUnreadable(write("e\xCC\x81 \"q\" \xF0\x9F\x8E\xA8.cube", ""), "");
 }
 
@@ -173,7 +173,7 @@ TEST_F(LutButton, takesAFile_thatJustFillsTheBuffer) {
 TEST_F(LutButton, storesASizeBeyondWhatItReadsBack) {
     expectLoaded("big.cube", cube(130), 0, "big");
     EXPECT_EQ(label(), "Choose a LUT");
-    // The reader's complaint comes with the decode: let the label's be forgotten.
+    // The reader logs when it decodes: push the label's record out of the cache.
     host_sim::Instance& other = host->apply();
     for (int size = 2; size < 10; ++size) {
         other.setBytes(kLut, widened("TWLUTP " + std::to_string(size)));

@@ -11,7 +11,7 @@ namespace twtest {
 struct MissingSuite {
     const char* name;
     host_sim::SuiteAnswer answer;
-    bool isAsked;  // else there is no suite at all, and nobody to ask for one
+    bool isAsked;  // false: there is no basic suite to ask for it
 
     void arrange(host_sim::Refusals& refusals, const std::string& suite) const {
         refusals.answerSuite(suite, answer);
@@ -28,12 +28,5 @@ inline constexpr MissingSuite kMissingSuites[] = {
 inline void PrintTo(const MissingSuite& missing, std::ostream* out) {
     *out << missing.name;
 }
-
-struct MissingSuiteName {
-    template <class Info>
-    std::string operator()(const Info& info) const {
-        return info.param.name;
-    }
-};
 
 }  // namespace twtest

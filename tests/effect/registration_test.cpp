@@ -1,4 +1,4 @@
-// What the module says of itself when a host first meets it.
+// The values that the module registers itself with.
 #include <array>
 #include <cstring>
 
@@ -44,7 +44,7 @@ TEST_F(Registration, logsNothing_whenItRegisters) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-// What the callback below was given. It has no context, so this is where it writes.
+// The arguments of the callback below, which has no context.
 struct Given {
     PF_PluginDataPtr data = nullptr;
     int calls = 0;

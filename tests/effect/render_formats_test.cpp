@@ -1,9 +1,10 @@
-// How a render finds out what its pixels are.
+// How a render determines its pixel format.
 #include "host_api/pixel_format_suite.h"
 #include "tests/effect/missing_suites.h"
 #include "tests/support/effect_fixture.h"
 #include "tests/support/formats.h"
 #include "tests/support/frames.h"
+#include "tests/support/row_name.h"
 #include "tests/support/texts.h"
 
 namespace twtest {
@@ -22,7 +23,7 @@ protected:
         return effect;
     }
 
-    // That 8-bit BGRA pixels are rendered as such, and said to be.
+    // 8-bit BGRA pixels are rendered and logged as such.
     void expectBGRA8(host_sim::Instance& effect) {
         const Frame input = scattered(PrPixelFormat_BGRA_4444_8u, 5, 3);
         Frame output(PrPixelFormat_BGRA_4444_8u, 5, 3);
@@ -89,8 +90,7 @@ TEST_P(RenderWithoutSuite, takesEightBits_inPremierePro) {
     expectBGRA8(effect);
 }
 
-INSTANTIATE_TEST_SUITE_P(When, RenderWithoutSuite, ::testing::ValuesIn(kMissingSuites),
-                         MissingSuiteName());
+INSTANTIATE_TEST_SUITE_P(When, RenderWithoutSuite, ::testing::ValuesIn(kMissingSuites), RowName());
 
 TEST_F(RenderFormats, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());

@@ -1,4 +1,4 @@
-// What renders leave in the log: a line for each change, and a word on LUTs that cannot be read.
+// The log lines of renders: one for each change, and the reason for LUTs that cannot be read.
 #include "tests/support/effect_fixture.h"
 #include "tests/support/formats.h"
 #include "tests/support/frames.h"

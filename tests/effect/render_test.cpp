@@ -104,7 +104,7 @@ TEST_F(Render, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{64, 64, 64, 4}));
 }
 
-// Worlds that no simulated frame has.
+// Worlds that host_sim::Frame cannot make.
 TEST_F(Render, copiesNothing_whenASizeIsNegative) {
     const PF_FilterProc effectMain =
         openHost(host_sim::afterEffects()).module().command("EffectMain");

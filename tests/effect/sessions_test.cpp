@@ -5,6 +5,7 @@
 #include "tests/support/effect_fixture.h"
 #include "tests/support/formats.h"
 #include "tests/support/frames.h"
+#include "tests/support/row_name.h"
 #include "tests/support/texts.h"
 
 namespace twtest {
@@ -16,7 +17,7 @@ class Sessions : public EffectTest {
 protected:
     std::string project() const { return folder_ / "project.json"; }
 
-    // Closes the host and starts another one, of which the first knows nothing.
+    // Closes the host and starts another one, which shares nothing with it.
     host_sim::Host& reopen(const host_sim::Personality& personality) {
         closeHost();
         openHost(personality).start();
@@ -51,7 +52,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, SessionFormats, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
-                         FormatName());
+                         RowName());
 
 TEST_P(SessionFormats, renderTheSameClip_afterTheProjectWasReopened) {
     host_sim::Instance& effect = start(GetParam().personality());

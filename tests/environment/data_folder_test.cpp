@@ -78,7 +78,7 @@ TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
     }
 }
 
-// The files can be made, but not a byte of them: empty is what is left.
+// The files can be created but not written: they stay empty.
 TEST_F(DataFolder, losesLogAndRequest_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
@@ -161,7 +161,7 @@ TEST_P(DataFolderFile, isLostAlone_whenNothingCanBeWrittenToIt) {
     expectOtherFile();
 }
 
-// Nobody reads it: a session that waited would wait for ever.
+// No reader: a session that waited for one would never end.
 TEST_P(DataFolderFile, isLostAlone_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     expectOtherFile();

@@ -19,30 +19,30 @@ constexpr char kData[] = "Library/Application Support/Tintwell";
 
 class Home : public twtest::UserSession {
 protected:
-    void become(const std::string& place) { setenv("HOME", place.c_str(), 1); }
+    void setHome(const std::string& place) { setenv("HOME", place.c_str(), 1); }
 
     // A session in that home, which leaves no trace on the disk.
-    void liveWithoutTrace(const std::string& place) {
+    void expectNoTrace(const std::string& place) {
         SCOPED_TRACE(place);
         const auto before = twtest::treeOf(home.path());
-        become(place);
+        setHome(place);
         run();
         EXPECT_EQ(dialogFolder(), place + "/Documents/Tintwell LUTs");
         EXPECT_EQ(twtest::treeOf(home.path()), before);
     }
 
     // A session in that home, which leaves its log and its request in the data folder `data`.
-    void liveIn(const std::string& place, const std::string& data) {
+    void expectSessionIn(const std::string& place, const std::string& data) {
         SCOPED_TRACE(place);
         fs::create_directories(data);
-        become(place);
+        setHome(place);
         run();
         EXPECT_EQ(dialogFolder(), place + "/Documents/Tintwell LUTs");
         EXPECT_EQ(logAt(data + "/effect.log"), wholeLog());
         EXPECT_TRUE(holdsRequest(data + "/edit-request.json"));
     }
 
-    void liveAtTheRoot() {
+    void expectSessionWithoutHome() {
         run();
         EXPECT_EQ(dialogFolder(), "");
         EXPECT_FALSE(fs::exists("/Library"));
@@ -59,16 +59,16 @@ TEST_F(Home, allowsAWholeSession_whenItIsInOrder) {
 TEST_F(Home, losesLogAndRequest_whenUnsetOrEmpty) {
     if (fs::exists("/Library")) GTEST_SKIP() << "this machine has the folder that must not appear";
     unsetenv("HOME");
-    liveAtTheRoot();
-    become("");
-    liveAtTheRoot();
+    expectSessionWithoutHome();
+    setHome("");
+    expectSessionWithoutHome();
 }
 
 TEST_F(Home, isSoughtFromThePresentFolder_whenRelative) {
     const fs::path before = fs::current_path();
     fs::current_path(home.path());
-    liveIn("here", home / "here" + "/" + kData);
-    liveIn(".", home / kData);
+    expectSessionIn("here", home / "here" + "/" + kData);
+    expectSessionIn(".", home / kData);
     fs::current_path(before);
 }
 
@@ -77,34 +77,34 @@ TEST_F(Home, losesLogAndRequest_whenMissingOrNoFolder) {
     fs::create_symlink(home / "nowhere", home / "dangling");
     fs::create_symlink("loop", home / "loop");
     for (const char* place : {"missing", "missing/below", "file", "file/below", "dangling", "loop"})
-        liveWithoutTrace(home / place);
+        expectNoTrace(home / place);
     for (const char* place : {"/dev/null", "/proc", "/proc/self", "/dev/full"})
-        liveWithoutTrace(place);
+        expectNoTrace(place);
 }
 
 TEST_F(Home, losesLogAndRequest_whenTooLongForTheSystem) {
-    liveWithoutTrace(home / std::string(256, 'h'));
+    expectNoTrace(home / std::string(256, 'h'));
     std::string path = home.path();
     while (path.size() < PATH_MAX)
         path += "/.";
-    liveWithoutTrace(path);
-    liveWithoutTrace(path + "/" + std::string(100000, 'h'));
+    expectNoTrace(path);
+    expectNoTrace(path + "/" + std::string(100000, 'h'));
 }
 
 TEST_F(Home, mayHaveAnyName) {
     for (const std::string name : {"100%s %n %d", " blanks ", "\"q\" 'q' \\b\\",
                                    "Jürgen 日本 \xF0\x9F\x8E\xA8", "$HOME", "~"})
-        liveIn(home / name, home / name + "/" + kData);
+        expectSessionIn(home / name, home / name + "/" + kData);
 }
 
-// Such bytes do not come back the same from the conversions, and so lead elsewhere: to nothing.
+// The conversions change such bytes, and the changed path does not exist.
 TEST_F(Home, losesLogAndRequest_whenNotUtf8) {
     fs::remove_all(home / "Library");
     for (const std::string name : {"caf\xE9", "\xFF\xFE", "x\x80"}) {
         const std::string place = home / name;
         fs::create_directories(place + "/" + kData);
         const auto before = twtest::treeOf(home.path());
-        become(place);
+        setHome(place);
         run();
         EXPECT_EQ(twtest::treeOf(home.path()), before) << testing::PrintToString(name);
     }
@@ -113,7 +113,7 @@ TEST_F(Home, losesLogAndRequest_whenNotUtf8) {
 TEST_F(Home, keepsItsLog_whenALinkLeadsToIt) {
     fs::create_directory(home / "real");
     fs::create_symlink("real", home / "link");
-    liveIn(home / "link", home / "real/" + std::string(kData));
+    expectSessionIn(home / "link", home / "real/" + std::string(kData));
 }
 
 TEST_F(Home, losesLogAndRequest_whenPermissionsDenyIt) {
@@ -122,7 +122,7 @@ TEST_F(Home, losesLogAndRequest_whenPermissionsDenyIt) {
     const std::string place = home / "locked";
     const std::string support = place + "/Library/Application Support";
     fs::create_directories(support);
-    become(place);
+    setHome(place);
     for (const auto& [locked, mode] : {std::pair(place, 0444u),
                                        {place, 0u},
                                        {support, 0555u},
@@ -141,7 +141,7 @@ TEST_F(Home, losesLogAndRequest_onAReadOnlyDisk) {
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
     fs::create_directories(home / "disk/" + std::string(kData));
     disk.makeReadOnly();
-    liveWithoutTrace(home / "disk");
+    expectNoTrace(home / "disk");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// "lut-folder.txt" as a broken panel, an editor or a stranger may leave it.
+// Damaged, foreign and special "lut-folder.txt" files.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -60,7 +60,7 @@ TEST_F(LutFolderFile, isIgnored_whenItNamesNothing) {
             << testing::PrintToString(bytes.substr(0, 99));
 }
 
-// What follows a zero byte is no part of a path for the system, and none for the dialog.
+// For the system and so for the dialog a path ends at a zero byte.
 TEST_F(LutFolderFile, isReadUpToAZeroByte) {
     const std::string bytes = folder_ + std::string("\0/none", 6);
     EXPECT_EQ(folderWith(bytes), bytes);
@@ -79,7 +79,7 @@ TEST_F(LutFolderFile, isIgnored_whenItIsNoFile) {
     }
 }
 
-// Nobody writes it: a dialog that waited for the folder would never open.
+// No writer: a dialog that waited for one would never open.
 TEST_F(LutFolderFile, isIgnored_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     expectFallback();

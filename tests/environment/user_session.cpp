@@ -18,10 +18,10 @@ using Alerts = std::vector<ShownAlert>;
 constexpr long kMatch = 42;
 constexpr double kAmountPercent = 50.1;
 
-// The line of the host's start, whose numbers other tests look at.
+// The first line without its numbers, which other tests check.
 constexpr char kSetup[] = "GlobalSetup";
 
-// Whose range takes decimals to tell.
+// Points whose range has decimals.
 constexpr char kPoints[] =
     "0.125 0.25 0.5\n1.5 0.25 0.5\n0.125 0.75 0.5\n1.5 0.75 0.5\n"
     "0.125 0.25 0.875\n1.5 0.25 0.875\n0.125 0.75 0.875\n1.5 0.75 0.875\n";

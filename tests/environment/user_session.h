@@ -1,4 +1,4 @@
-// What a user does with the effect from start to end, which works wherever the effect runs.
+// A user's whole session with the effect, which must work in any environment.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,15 +21,15 @@ protected:
 
     // The host starts, the effect is applied, a file is refused, a look is picked, pictures are
     // rendered before and after, the match is asked for, the project is saved and opened again, the
-    // host ends. Fails the test unless all of it gives what it gives elsewhere: files that
-    // the effect cannot read or write must not cost the user anything but themselves.
+    // host ends. Fails the test unless all of it works as usual: a file that the effect cannot
+    // read or write must not affect anything else.
     void run();
 
     // Folder in which the dialogs of the last session opened.
     const std::string& dialogFolder() const { return dialogFolder_; }
 
-    // What a session leaves in the log, without the times, and what is there now in the lines of
-    // that kind; nothing when there is no such file.
+    // The log lines of a session, without the times, and those that are in the log now; none when
+    // there is no such file.
     Lines wholeLog() const;
     static Lines logAt(const std::string& file);
     Lines log() const { return logAt(home.dataFile("effect.log")); }

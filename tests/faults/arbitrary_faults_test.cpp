@@ -127,7 +127,7 @@ TEST(ArbitraryFaults, ofACopy) {
 }
 
 TEST(ArbitraryFaults, ofACopyOfForeignData) {
-    // Also without the source's lock it is a fresh value.
+    // A source that cannot be locked gives a fresh value, too.
     expectMaking(kForeign, copy(), fresh().failed(kLock, {"no LUT", "unfilled"}));
 }
 
@@ -141,7 +141,7 @@ TEST(ArbitraryFaults, ofUnflattening) {
 }
 
 TEST(ArbitraryFaults, ofUnflatteningForeignData) {
-    // It is said in a line of its own.
+    // Foreign data is logged even when the call itself is not.
     expectMaking(kLook, unflatten(kForeign), fresh().harmless(kLogKinds));
 }
 
@@ -158,80 +158,80 @@ TEST(ArbitraryFaults, ofScanningWhatIsNoLut) {
                  Expected("error 518").failed(kNew, {"error 512"}).harmless(kLogKinds));
 }
 
-// A call that tells of the value.
-class Telling : public CallScenario {
+// A call that reads the value.
+class Reading : public CallScenario {
 public:
     using Call = std::function<std::string(const ArbitraryCalls&, PF_ArbitraryH value)>;
 
-    Telling(const Bytes& value, Call call, Log log)
+    Reading(const Bytes& value, Call call, Log log)
         : CallScenario(value, log), call_(std::move(call)) {}
 
-    void run() override { told_ = call_(calls(), value()); }
-    std::string outcome() override { return told_; }
+    void run() override { answer_ = call_(calls(), value()); }
+    std::string outcome() override { return answer_; }
 
 private:
     Call call_;
-    std::string told_;
+    std::string answer_;
 };
 
-Begin telling(const Bytes& value, const Telling::Call& call, Log log = Log::kWritten) {
-    return scenario<Telling>(value, call, log);
+Begin reading(const Bytes& value, const Reading::Call& call, Log log = Log::kWritten) {
+    return scenario<Reading>(value, call, log);
 }
 
-void expectTelling(const Telling::Call& call, const Expected& silent) {
-    expectSilentAndLogged([&](Log log) { return telling(kLook, call, log); }, silent);
+void expectReading(const Reading::Call& call, const Expected& silent) {
+    expectSilentAndLogged([&](Log log) { return reading(kLook, call, log); }, silent);
 }
 
 TEST(ArbitraryFaults, ofTheFlatSize) {
-    const Telling::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.flatSize(value);
-        return answered(told.error, told.value == kLook.size() ? "right" : "wrong");
+    const Reading::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.flatSize(value);
+        return answered(answer.error, answer.value == kLook.size() ? "right" : "wrong");
     };
-    expectTelling(size, Expected("right"));
+    expectReading(size, Expected("right"));
 }
 
 TEST(ArbitraryFaults, ofFlattening) {
-    const Telling::Call flatten = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+    const Reading::Call flatten = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
         const auto flat = calls.flatten(value, static_cast<A_u_long>(kLook.size()));
         const bool isUntouched = flat.value == Bytes(kLook.size(), kFreshBufferByte);
         EXPECT_TRUE(flat.error == 0 || isUntouched);
         const char* bytes = flat.value == kLook ? "the LUT" : isUntouched ? "untouched" : "wrong";
         return answered(flat.error, bytes);
     };
-    expectTelling(flatten, Expected("the LUT").failed(kLock, {"untouched"}));
+    expectReading(flatten, Expected("the LUT").failed(kLock, {"untouched"}));
 }
 
 TEST(ArbitraryFaults, ofComparing) {
-    const Telling::Call compare = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.compare(value, value);
-        return answered(told.error, told.value == PF_ArbCompare_EQUAL ? "equal" : "not equal");
+    const Reading::Call compare = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.compare(value, value);
+        return answered(answer.error, answer.value == PF_ArbCompare_EQUAL ? "equal" : "not equal");
     };
-    expectTelling(compare, Expected("equal").failed(kLock, {"not equal"}));
+    expectReading(compare, Expected("equal").failed(kLock, {"not equal"}));
 }
 
 TEST(ArbitraryFaults, ofThePrintedSize) {
-    const Telling::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.printSize(value);
-        return answered(told.error, std::to_string(told.value));
+    const Reading::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.printSize(value);
+        return answered(answer.error, std::to_string(answer.value));
     };
     const std::string whole = std::to_string(quarterText().size() + 1);
     expectEffect(
-        telling(kLook, size),
+        reading(kLook, size),
         Expected(whole).failed(kNew, {"error 512"}).failed(kLock, {"1"}).harmless(kLogKinds));
 }
 
 TEST(ArbitraryFaults, ofPrinting) {
-    const Telling::Call print = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.print(value, 1000U);
-        return answered(told.error, told.value == quarterText() ? "the text" : told.value);
+    const Reading::Call print = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.print(value, 1000U);
+        return answered(answer.error, answer.value == quarterText() ? "the text" : answer.value);
     };
     const Expected expected =
         Expected("the text").failed(kNew, {"error 512"}).failed(kLock, {""}).harmless(kLogKinds);
-    expectEffect(telling(kLook, print), expected);
-    expectEffect(telling(bytesOf(quarterText()), print), expected);
+    expectEffect(reading(kLook, print), expected);
+    expectEffect(reading(bytesOf(quarterText()), print), expected);
 }
 
-// A value is given back.
+// Disposes of a value.
 class Disposing : public CallScenario {
 public:
     explicit Disposing(Log log) : CallScenario(kLook, log) {}
@@ -253,7 +253,7 @@ TEST(ArbitraryFaults, ofDisposing) {
                           Expected("no error, gone"), "error 512, gone");
 }
 
-// A scanned text takes the old value's place, which is given back then.
+// A scanned text replaces the old value, which is disposed of.
 class Replacing : public EffectScenario {
 public:
     Replacing() : EffectScenario(emptyLut()) {}
@@ -274,7 +274,7 @@ private:
 };
 
 TEST(ArbitraryFaults, ofReplacingTheValue) {
-    // The new value is the effect's already when the old one's end cannot be logged.
+    // The new value is in place already when logging the disposal of the old one fails.
     expectEffect(scenario<Replacing>(), Expected("no error, new")
                                             .failed(kNew, {"error 512, old", "no error, new"})
                                             .failed(kHandle, {"no error, null"})

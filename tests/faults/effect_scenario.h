@@ -29,7 +29,7 @@ public:
 
 protected:
     host_sim::Host& host() { return *host_; }
-    // Another host in the place of this one, which is closed.
+    // Closes the host and opens another one.
     void reopen();
     std::string logFile() const { return home_.dataFile("effect.log"); }
 

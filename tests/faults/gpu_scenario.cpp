@@ -39,7 +39,7 @@ std::string GpuScenario::answer(prSuiteError error, const std::string& word) {
     return error == 0 ? word : "fails";
 }
 
-Exposure::Exposure(host_sim::GpuSide& side, const std::string& text)
+RenderedFrame::RenderedFrame(host_sim::GpuSide& side, const std::string& text)
     : side_(side),
       input_(twtest::scattered(PrPixelFormat_BGRA_4444_32f, 20, 18)),
       expected_(input_),
@@ -50,11 +50,11 @@ Exposure::Exposure(host_sim::GpuSide& side, const std::string& text)
     erase();
 }
 
-prSuiteError Exposure::render(host_sim::GpuInstance& instance) {
+prSuiteError RenderedFrame::render(host_sim::GpuInstance& instance) {
     return instance.render(source_, *target_);
 }
 
-std::string Exposure::picture() {
+std::string RenderedFrame::picture() {
     side_.wait();
     EXPECT_EQ(source_.damage(), std::nullopt);
     EXPECT_EQ(target_->damage(), std::nullopt);
@@ -65,7 +65,7 @@ std::string Exposure::picture() {
     return now == target_->download().pixelBytes() ? "untouched" : "other picture";
 }
 
-void Exposure::erase() {
+void RenderedFrame::erase() {
     target_.emplace(side_.device(), PrPixelFormat_GPU_BGRA_4444_32f, input_.width(),
                     input_.height());
 }

@@ -57,9 +57,9 @@ private:
 };
 
 // A frame and what renders with this LUT make of it.
-class Exposure {
+class RenderedFrame {
 public:
-    Exposure(host_sim::GpuSide& side, const std::string& text);
+    RenderedFrame(host_sim::GpuSide& side, const std::string& text);
 
     prSuiteError render(host_sim::GpuInstance& instance);
     // "right", "copy", "untouched" or "other picture", once the device is through. There is no

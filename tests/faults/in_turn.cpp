@@ -15,7 +15,7 @@ namespace {
 // More calls of one kind than any operation makes.
 constexpr int kMostCalls = 1000;
 
-// What a child tells.
+// What a child process reports.
 struct Report {
     char failed[400] = {};  // kinds of which a call failed, a blank before each
     char outcome[400] = {};
@@ -39,7 +39,7 @@ std::string endFailures(const std::vector<Kind>& kinds) {
     return names;
 }
 
-// Acts while the nth call of each of these kinds is to fail, and again without.
+// Runs the scenario with the nth call of each of these kinds failing, and again without.
 void run(Scenario& scenario, const std::vector<Kind>& kinds, int nth, Report& report) {
     {
         for (const Kind& kind : kinds)
@@ -99,8 +99,8 @@ public:
         }
     }
 
-    // Without calls of the kinds that there are to be none of. What memory is in use afterwards
-    // counts for the runs with failures.
+    // Runs it without failures, and expects no calls of unlisted kinds. Its memory in use
+    // afterwards is the measure for the runs with failures.
     bool passesUntouched() {
         twtest::Shared<Report> report;
         if (!inChild(others_, 1, *report)) return false;

@@ -8,6 +8,7 @@
 #include "tests/faults/effect_scenario.h"
 #include "tests/support/formats.h"
 #include "tests/support/frames.h"
+#include "tests/support/row_name.h"
 
 namespace faults {
 namespace {
@@ -79,7 +80,7 @@ protected:
         return {GetParam(), text, amount};
     }
 
-    // A render that comes to this picture. Without its value there is a copy. In Premiere Pro an
+    // A render with this picture. Without the LUT's value it is a copy. In Premiere Pro an
     // output of unknown format counts as 8-bit.
     Expected render(const std::string& picture) const {
         const std::string good = "no error, " + picture;
@@ -96,7 +97,7 @@ protected:
         return render(picture).harmless(kLogKinds);
     }
 
-    // The same on several threads. What cannot have a thread is done without.
+    // The same on several threads. Rows without a thread are done by the caller.
     Expected threadedRender(const std::string& picture) const {
         return loggedRender(picture)
             .failed(kNew, {"error 512, untouched", "no error, " + picture})
@@ -105,7 +106,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, RenderFaults, testing::Values(kARGB8, kBGRA8, kBGRA32f),
-                         twtest::FormatName());
+                         twtest::RowName());
 
 TEST_P(RenderFaults, ofALut) {
     expectEffect(scenario<Rendering>(shot(rotationText())), threadedRender("graded"));
@@ -114,7 +115,7 @@ TEST_P(RenderFaults, ofALut) {
 TEST_P(RenderFaults, ofALutThatIsKnown) {
     Shot again = shot(rotationText());
     again.hasBeenRendered = true;
-    // Nothing is logged but a picture that has become another one.
+    // A line is logged only when the picture has changed.
     expectEffect(scenario<Rendering>(again),
                  render("graded")
                      .failed(kNew, {"error 512, untouched", "no error, graded"})

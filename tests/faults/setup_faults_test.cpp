@@ -60,7 +60,7 @@ TEST(SetupFaults, ofGlobalSetup) {
     const Outcomes noMemory = {"error 512, nothing set, 0 formats"};
     expectEffect(scenario<GlobalSetup>(afterEffects()),
                  Expected("no error, 0 formats").failed(kNew, noMemory).harmless(kLogKinds));
-    // There is a line for what is missing.
+    // A missing suite is logged.
     const Outcomes noSuite = {"no error, 0 formats"};
     expectEffect(scenario<GlobalSetup>(premierePro()), Expected("no error, 2 formats")
                                                            .failed(kNew, noMemory)
@@ -131,7 +131,7 @@ TEST(SetupFaults, ofTheAboutBox_areNone) {
     expectEffect(scenario<About>(), Expected("Tintwell "));
 }
 
-// All commands that the effect has nothing to do for.
+// Commands that the effect does nothing for.
 class OtherCommands : public EffectScenario {
 public:
     OtherCommands() : EffectScenario(twtest::emptyLut()) {}
@@ -154,8 +154,7 @@ TEST(SetupFaults, ofOtherCommands_areNone) {
     expectEffect(scenario<OtherCommands>(), Expected("00000000000"));
 }
 
-// A press of something that the effect does not act upon is logged, and the data folder made for
-// that where it is missing.
+// A press of another control is logged, for which the data folder is made where it is missing.
 class OtherPress : public EffectScenario {
 public:
     explicit OtherPress(bool hasFolder) : EffectScenario(twtest::emptyLut()), has_(hasFolder) {}

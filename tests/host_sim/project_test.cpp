@@ -1,4 +1,4 @@
-// Project files: whole ones come back, others are named in a sentence.
+// Project files: whole ones are read back, others give one clear sentence.
 #include "host_sim/values/project.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +104,7 @@ TEST_F(Project, cannotBeWritten_intoAMissingFolder) {
     EXPECT_THROW(host_sim::writeProject(folder_ / "none/file", {}), host_sim::ProjectError);
 }
 
-// The device takes no byte: what has begun must go, and the old project must stay.
+// The disk is full: the new file must go, and the old project must stay.
 TEST_F(Project, leavesTheOldOne_whenTheDiskIsFull) {
     writeExample();
     const std::string before = readFile();

@@ -33,7 +33,7 @@ void useEffect(host_sim::Host& host) {
 
 }  // namespace
 
-std::vector<std::string> playSession(const host_sim::Personality& personality) {
+std::vector<std::string> runSession(const host_sim::Personality& personality) {
     host_sim::Host host(TEST_MODULE, personality);
     std::string stop;
     try {

@@ -24,7 +24,7 @@ using twtest::kLutButton;
 using twtest::Lines;
 using twtest::TempHome;
 
-// A LUT whose values are far from any line and belong to a match.
+// A far from linear LUT, with a match id.
 std::string bentText() {
     tw::Lut3D lut;
     lut.size = 9;
@@ -76,8 +76,8 @@ void keepValue(Outcome& outcome, const host_sim::Answer<Bytes>& answer) {
     outcome.values.push_back(answer.value);
 }
 
-// Everything but the buttons, which need a user.
-Outcome play(const char* module, const host_sim::Personality& personality) {
+// Everything but the buttons, which need dialogs.
+Outcome runSession(const char* module, const host_sim::Personality& personality) {
     const TempHome home;
     Outcome outcome;
     host_sim::Host host(module, personality);
@@ -104,14 +104,14 @@ Outcome play(const char* module, const host_sim::Personality& personality) {
 }
 
 void expectSame(const host_sim::Personality& personality) {
-    const Outcome linuxOutcome = play(TINTWELL_MODULE, personality);
-    const Outcome bundle = play(TINTWELL_BUNDLE_MODULE, personality);
+    const Outcome linuxOutcome = runSession(TINTWELL_MODULE, personality);
+    const Outcome bundle = runSession(TINTWELL_BUNDLE_MODULE, personality);
     EXPECT_EQ(linuxOutcome.problems, Lines());
     EXPECT_EQ(bundle.log, linuxOutcome.log);
     EXPECT_EQ(bundle.errors, linuxOutcome.errors);
     EXPECT_EQ(bundle.label, linuxOutcome.label);
     EXPECT_TRUE(bundle == linuxOutcome);
-    // The session was none of copies and failures alone.
+    // The session had more than copies and failures.
     EXPECT_EQ(linuxOutcome.pictures.size(), 16U);
     EXPECT_NE(linuxOutcome.pictures[0], linuxOutcome.pictures[2]);
     EXPECT_NE(linuxOutcome.pictures[2], linuxOutcome.pictures[8]);
@@ -145,7 +145,7 @@ FilterOffer offeredFilter(const char* module, csSDK_int32 index, bool startUp) {
     return {error, index, info.outInterfaceVersion, complete};
 }
 
-// No further than to the offer: there is no Metal here for the bundle's code.
+// Only what is offered: there is no Metal here for the bundle's code.
 TEST(BundleGpu, offersTheLinuxModulesFilter) {
     for (const bool startUp : {true, false}) {
         for (const csSDK_int32 index : {-1, 0, 1}) {

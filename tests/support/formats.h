@@ -27,12 +27,4 @@ inline void PrintTo(const HostFormat& format, std::ostream* out) {
     *out << format.name;
 }
 
-// Names the cases of a parameterised suite.
-struct FormatName {
-    template <class Info>
-    std::string operator()(const Info& info) const {
-        return info.param.name;
-    }
-};
-
 }  // namespace twtest

@@ -1,4 +1,4 @@
-// Frames with something in them, and what the engine makes of them.
+// Random frames, and what the engine makes of them.
 #pragma once
 
 #include <gtest/gtest.h>

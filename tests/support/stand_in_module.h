@@ -1,4 +1,4 @@
-// What the module TintwellStandIn has beside the effect, once it is loaded.
+// What the loaded module TintwellStandIn exports for tests.
 #pragma once
 
 #include "host_sim/module.h"

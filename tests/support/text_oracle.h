@@ -1,5 +1,5 @@
 // A second reader of the TWLUT text, which hands the header to the library's own scanner in the "C"
-// locale: the scanner's habits are part of the format.
+// locale: the scanner's behaviour is part of the format.
 #pragma once
 
 #include <cmath>

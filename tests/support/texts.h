@@ -60,7 +60,7 @@ inline std::string rotationText() {
     return "TWLUT3 7 Turn 2 0 1 " + encodeCodes(codes);
 }
 
-// A LUT whose points have nothing to do with one another.
+// A LUT of random points.
 inline std::string scatteredText(int size, std::uint64_t seed, long id = 0,
                                  const std::string& name = "") {
     return tw::toEmbeddedText(scatteredLut(size, seed), id, name);

@@ -1,5 +1,5 @@
-// What the threads use: pictures, contents of the LUT parameter and .cube files, each with
-// all that must come of it, worked out by one thread beforehand.
+// What the threads use: pictures, contents of the LUT parameter and .cube files, each with its
+// expected results, computed by one thread beforehand.
 #pragma once
 
 #include <array>

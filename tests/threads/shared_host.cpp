@@ -22,7 +22,7 @@ host_sim::Request requestOf(const host_sim::CallRecord& call) {
     return request;
 }
 
-// What the host's own record tells of: every command, and the lines of the data callbacks.
+// From the host's books: every command, and the log lines of the data callbacks.
 Tally accountOf(const std::vector<host_sim::CallRecord>& calls) {
     Tally tally;
     for (const host_sim::CallRecord& call : calls) {

@@ -11,7 +11,7 @@ using twtest::emptyLut;
 using twtest::kLut;
 using twtest::widened;
 
-// Every callback but the refusing ones, on handles that nobody else knows.
+// Every callback but the refusing ones, on handles of its own.
 void Worker::useOneValue() {
     const host_sim::ArbitraryCalls calls = own_.instance->arbitraryCalls(kLut);
     // One that has a handle: all but the last.

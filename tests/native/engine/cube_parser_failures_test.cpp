@@ -19,7 +19,7 @@ const std::string kSize = "LUT_3D_SIZE 2\n";
 const std::string kSeven = "0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n";
 const std::string kEight = kSeven + "0 0 0\n";
 
-// A record that no text leaves as it is.
+// A record of which every field must be reset.
 tw::Lut3D usedLut() {
     tw::Lut3D lut = scatteredLut(3, 2);
     lut.id = 5;
@@ -60,14 +60,14 @@ INSTANTIATE_TEST_SUITE_P(
                       CubeRow{"CommentsAndBlanksOnly", "# a\n\n \t\r\n#b", refused(kNoSize, 0)},
                       CubeRow{"NeverSeenAndBadDomain", "DOMAIN_MAX 0 0 0\n",
                               withDomain(refused(kNoSize, 0), {0, 0, 0}, {0, 0, 0})}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     OneD, CubeText,
     ::testing::Values(CubeRow{"Alone", "LUT_1D_SIZE 16\n", refused(kOneD, 0)},
                       CubeRow{"AfterWholeCube", kSize + kEight + " LUT_1D_SIZE", refused(kOneD)},
                       CubeRow{"LongerKeyword", "LUT_1D_SIZE_X 2\n" + kSize, refused(kOneD, 0)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     DataLine, CubeText,
@@ -86,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                 refused(kData)},
         CubeRow{"EarlierDomainKept", kSize + "DOMAIN_MIN -1 -2 -3\nDOMAIN_MAX 4 5 6\nx\n",
                 withDomain(refused(kData), {-1, -2, -3}, {4, 5, 6})}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Count, CubeText,
@@ -96,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"SecondSizeDiffers", kSize + kEight + "LUT_3D_SIZE 3\n", refused(kCount, 3)},
         CubeRow{"BadDomainToo", kSize + "DOMAIN_MAX 0 1 1\n",
                 withDomain(refused(kCount), {0, 0, 0}, {0, 1, 1})}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Domain, CubeText,
@@ -121,9 +121,9 @@ INSTANTIATE_TEST_SUITE_P(
                               withDomain(refused(kDomain), {0, 0, 0}, {2, 0, 0})},
                       CubeRow{"LongerKeyword", "DOMAIN_MAXIMUM 2 2 2\n" + kSize + kEight,
                               withDomain(refused(kDomain), {0, 0, 0}, {0, 0, 0})}),
-    rowName);
+    RowName());
 
-// A size that no int holds is whatever the platform's own conversion makes of it.
+// A size beyond int is what the platform's atoi gives.
 TEST(ParseCube, convertsSizeLikeAtoi_whenFarTooLong) {
     for (const std::string number : {"4294967298", "-4294967294", "99999999999999999999"}) {
         SCOPED_TRACE(number);

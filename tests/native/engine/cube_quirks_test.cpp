@@ -67,7 +67,7 @@ std::string zeros(int size) {
     return text;
 }
 
-// In UTF-8, as word processors put them in the place of the plain ones.
+// In UTF-8, as word processors substitute them for the plain ones.
 const std::string kNoBreak = "\xC2\xA0";
 const std::string kMinus = "\xE2\x88\x92";
 
@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"TwoLines", "TITLE \"Warm\nLook\"\n" + kPlain, taken()},
         CubeRow{"TwoLinesInLowerCase", "TITLE \"warm\nlook\"\n" + kPlain, refused(kData, 0)},
         CubeRow{"LowerCase", "title \"Warm\"\n" + kPlain, refused(kData, 0)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     LineEnds, CubeText,
@@ -110,7 +110,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"FormFeedAtTheEnd", kPlain + "\f\n", refused(kData)},
         CubeRow{"FormFeedBeforeComment", kSize + "\f# c\n" + kBody, refused(kData)},
         CubeRow{"VerticalTabBeforeKeyword", "\v" + kPlain, refused(kData, 0)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Blanks, CubeText,
@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
                 refused(kData)},
         CubeRow{"NoBreakSpaceTrails", numbers("0 0.25 0.5" + kNoBreak), taken()},
         CubeRow{"NoBreakSpaceLine", kPlain + kNoBreak + "\n", refused(kData)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Comments, CubeText,
@@ -144,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"Slashes", "// Warm\n" + kPlain, refused(kData, 0)},
         CubeRow{"Dashes", kSize + "-- Warm\n" + kBody, refused(kData)},
         CubeRow{"Quote", kSize + "\"0 0 0\"\n" + kBody, refused(kData)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Numbers, CubeText,
@@ -180,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"Brackets", numbers("[0 0.25 0.5]"), refused(kData)},
         CubeRow{"RowNumber", numbers("1: 0 0.25 0.5"), refused(kData)},
         CubeRow{"Words", numbers("red green blue"), refused(kData)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, CubeText,
@@ -191,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CubeRow{"AllInOne", kSize + replaced(kBody, "\n", " "), refused(kCount)},
                       CubeRow{"OneNumberEach", kSize + replaced(kBody, " ", "\n"), refused(kData)},
                       CubeRow{"TwoNumbersInTheLast", kSize + kRest + "1 2\n", refused(kData)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Keywords, CubeText,
@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"Unknown", "X\nZEBRA 1 2 3\n_x 1 2 3\nA\n" + kPlain, taken()},
         CubeRow{"AlmostOneD", "LUT_1D_SIZ 4\n" + kPlain, taken()},
         CubeRow{"EndMarker", kPlain + "END\n", taken()}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Sizes, CubeText,
@@ -240,7 +240,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CubeRow{"OfHugeCube", "LUT_3D_SIZE 4096\n" + kBody, refused(kRange, 4096)},
                       CubeRow{"OfLattice", "LUT_3D_SIZE 8\n" + kBody, refused(kCount, 8)},
                       CubeRow{"AloneAtTheEnd", kBody + "LUT_3D_SIZE\n", refused(kRange, 0)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Domains, CubeText,
@@ -262,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(
                 withDomain(refused(kDomain), {0, 0, 0}, {0, 0, 0})},
         CubeRow{"WithoutNumbersBeforeData", kSize + "DOMAIN_MIN\n" + kBody,
                 withDomain(taken(), {0, 0.25f, 0.5f}, {1, 1, 1})}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Encodings, CubeText,
@@ -281,7 +281,7 @@ INSTANTIATE_TEST_SUITE_P(
         CubeRow{"NulInsideNumber", numbers(bytes("0.\0005 0 0", 8)), refused(kData)},
         CubeRow{"NulsAtTheEnd", kPlain + std::string(512, '\0'), refused(kData)},
         CubeRow{"NothingButNuls", std::string(65536, '\0'), refused(kData, 0)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Tails, CubeText,
@@ -291,7 +291,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CubeRow{"Dashes", kPlain + "---\n", refused(kData)},
                       CubeRow{"Markup", kPlain + "</pre></html>\n", refused(kData)},
                       CubeRow{"SameFileAgain", kPlain + kPlain, refused(kCount)}),
-    rowName);
+    RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     NoCubes, CubeText,
@@ -305,7 +305,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CubeRow{"Executable", bytes("\177ELF\2\1\1\0\0", 9), refused(kData, 0)},
                       CubeRow{"Gzip", bytes("\x1F\x8B\x08\0", 4), refused(kData, 0)},
                       CubeRow{"Zip", bytes("PK\3\4\0\0LUT_3D_SIZE 2", 19), refused(kNoSize, 0)}),
-    rowName);
+    RowName());
 
 }  // namespace
 }  // namespace twtest

@@ -10,6 +10,7 @@
 
 #include "native/src/lut_engine.h"
 #include "tests/support/luts.h"
+#include "tests/support/row_name.h"
 
 namespace twtest {
 
@@ -40,10 +41,6 @@ struct CubeRow {
 
 inline void PrintTo(const CubeRow& row, std::ostream* out) {
     *out << row.name;
-}
-
-inline std::string rowName(const ::testing::TestParamInfo<CubeRow>& row) {
-    return row.param.name;
 }
 
 // One test, in cube_parser_failures_test.cpp; the rows are there and in cube_quirks_test.cpp.

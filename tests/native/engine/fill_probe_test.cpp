@@ -17,7 +17,7 @@ using twtest::Colour;
 using twtest::kProbeFrames;
 using twtest::ProbeFrame;
 
-// What probeColour says for a pixel of the frame.
+// What probeColour gives for a pixel of the frame.
 Colour colourIn(const ProbeFrame& frame, int x, int y) {
     int cols = 0;
     int rows = 0;
@@ -27,8 +27,8 @@ Colour colourIn(const ProbeFrame& frame, int x, int y) {
     return out;
 }
 
-// Draws the pattern into every frame, in every order and one that there is none of, and lets each
-// pixel be compared with what probeColour says.
+// Draws the pattern into every frame, in every order and an unknown one, and compares each pixel
+// with what probeColour gives.
 template <class Picture, class View>
 void expectEveryPixel(void (*fill)(int n, const View& view), int padding,
                       void (*expectPixel)(Picture&, int x, int y, const Colour&)) {
