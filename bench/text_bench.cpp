@@ -6,6 +6,8 @@
 #include "native/src/lut_cache.h"
 #include "native/src/lut_text.h"
 #include "native/src/text/content_hash.h"
+#include "native/src/text/lut_text_reader.h"
+#include "tests/support/text_oracle.h"
 
 namespace {
 
@@ -47,6 +49,21 @@ void narrowText(benchmark::State& state) {
                [&] { benchmark::DoNotOptimize(tw::embeddedText(units.data(), bytes)); });
 }
 
+// The first frame: from a parameter's bytes to the record, beside the same with a copy of the text,
+// one character and one fused multiply-add at a time.
+void readParameter(benchmark::State& state) {
+    const std::vector<std::uint16_t> units = tw::toUtf16(textOf(state));
+    const std::size_t bytes = units.size() * 2;
+    bench::measureBeside(
+        state, 1, static_cast<double>(bytes), "ns/byte", "x_literal",
+        [&] {
+            tw::Lut3D lut;
+            benchmark::DoNotOptimize(tw::readParameter(units.data(), bytes, lut, nullptr));
+        },
+        [&] { benchmark::DoNotOptimize(twtest::readParameterSlowly(units.data(), bytes)); });
+    state.counters["ms"] = state.counters["ns/byte"] * static_cast<double>(bytes) * 1e-6;
+}
+
 // A LUT that is already decoded, found by its bytes, beside the hash of those bytes alone.
 void cacheHit(benchmark::State& state) {
     const std::vector<std::uint16_t> units = tw::toUtf16(textOf(state));
@@ -59,13 +76,20 @@ void cacheHit(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgName("lut")->Arg(17)->Arg(33)->Arg(65)->Iterations(50)->UseManualTime()->Unit(
-        benchmark::kMicrosecond);
+    bench->ArgName("lut")
+        ->Arg(17)
+        ->Arg(33)
+        ->Arg(65)
+        ->Arg(129)
+        ->Iterations(50)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond);
 }
 
 BENCHMARK(writeText)->Apply(sizes);
 BENCHMARK(readText)->Apply(sizes);
 BENCHMARK(narrowText)->Apply(sizes);
+BENCHMARK(readParameter)->Apply(sizes);
 BENCHMARK(cacheHit)->Apply(sizes);
 
 }  // namespace

@@ -48,7 +48,7 @@ function(tintwell_bundle target)
         LINK_DEPENDS ${identity} ${plist} ${pkgInfo} ${makePipl})
     add_custom_target(zip
         COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/packaging/package_bundle.py
-            $<TARGET_BUNDLE_DIR:${target}> ${PROJECT_SOURCE_DIR}/packaging/INSTALL.txt
+            $<TARGET_BUNDLE_DIR:${target}>
             ${PROJECT_BINARY_DIR}/${target}-${PROJECT_VERSION}.zip
         VERBATIM)
     add_dependencies(zip ${target})

@@ -59,16 +59,16 @@ PF_Err PressLutButton(const PF_InData& host, PF_ParamDef* const* params, PF_OutD
         return PF_Err_NONE;
     }
 
-    LutFile file;
+    tw::LutFile file;
     std::string reason;
     switch (loadLutFile(path, file, reason)) {
-        case LutFileResult::kUnreadable:
+        case tw::LutFileResult::kUnreadable:
             refuseUnreadable(path, reason);
             return PF_Err_NONE;
-        case LutFileResult::kForeignDomain:
+        case tw::LutFileResult::kForeignDomain:
             refuseDomain(path);
             return PF_Err_NONE;
-        case LutFileResult::kLoaded:
+        case tw::LutFileResult::kLoaded:
             break;
     }
 

@@ -1,37 +1,15 @@
-// A .cube file as the LUT button takes it: read, judged, and turned into the text to store.
+// The .cube file that the LUT button was given.
 #pragma once
 
-#include <cstdint>
 #include <string>
+
+#include "native/src/lut_file.h"
 
 namespace tw_effect {
 
-// What a file became. `text` is its TWLUT3 text with the file's match id and name.
-struct LutFile {
-    std::string text;
-    std::int32_t size = 0;  // points per axis
-};
-
-enum class LutFileResult {
-    kLoaded,
-    kUnreadable,     // cannot be opened, is empty, or does not parse
-    kForeignDomain,  // its input domain is not exactly 0..1 on every channel
-};
-
-// Makes `file` of the contents of the file at `path`, which gives the name only. kUnreadable leaves
-// the parser's reason in `reason`, nothing when there are no contents. Threads: any. Throws what
-// strings and vectors throw.
-LutFileResult judgeLutFile(const std::string& contents, const std::wstring& path, LutFile& file,
-                           std::string& reason);
-
-// The same with the contents read from the file: none when it cannot be opened, those before it
-// when there is a read error. Reads through a buffer of 64 KiB on the stack.
-LutFileResult loadLutFile(const std::wstring& path, LutFile& file, std::string& reason);
-
-// File name of a path, without folder (either slash counts) and without its last extension.
-std::wstring lutNameOf(const std::wstring& path);
-
-// The number after the first "# Tintwell match " in a .cube text, as atol reads it; 0 without one.
-long matchIdOf(const std::string& cubeText);
+// tw::judgeLutFile with the contents read from the file: none when it cannot be opened, those
+// before it when there is a read error. Reads through a buffer of 64 KiB on the stack. Threads:
+// any. Throws what strings and vectors throw.
+tw::LutFileResult loadLutFile(const std::wstring& path, tw::LutFile& file, std::string& reason);
 
 }  // namespace tw_effect

@@ -29,34 +29,14 @@ std::string unitsOf(const std::string& text) {
     return bytes;
 }
 
-std::string extractSlowly(const std::string& bytes) {
-    if (bytes.size() < 6) return "";
-    if (bytes.substr(0, 5) == "TWLUT") return bytes;
-    if (bytes.substr(0, 10) != unitsOf("TWLUT")) return "";
-    std::string text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        if (bytes[i + 1] != '\0') return "";
-        text += bytes[i];
-    }
-    return text;
-}
-
 std::string extract(const std::string& bytes) {
     const std::string text = tw::embeddedText(bytes.data(), bytes.size());
-    require(text == extractSlowly(bytes), "embeddedText extracts by its rule");
+    require(text == twtest::extractText(bytes.data(), bytes.size()),
+            "embeddedText extracts by its rule");
     const bool begins = bytes.substr(0, 5) == "TWLUT" || bytes.substr(0, 10) == unitsOf("TWLUT");
     require(tw_effect::LooksEmbedded(bytes.data(), bytes.size()) == (begins && bytes.size() >= 10),
             "LooksEmbedded asks for ten bytes and the mark");
     return text;
-}
-
-std::int32_t announcedSize(const std::string& text) {
-    for (const auto& header :
-         {twtest::scanForm3(text.substr(0, 1200)), twtest::scanForm2(text.substr(0, 96)),
-          twtest::scanForm1(text.substr(0, 96))}) {
-        if (header.ok) return header.size > 129 ? 0 : header.size;
-    }
-    return 0;
 }
 
 // As twtest::readTextSlowly says.
@@ -116,7 +96,7 @@ void writeAndReadAgain(const tw::Lut3D& lut) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::string text = extract(bytes);
-    if (twfuzz::leaveOut(announcedSize(text))) return -1;
+    if (twfuzz::leaveOut(twtest::announcedSize(text))) return -1;
     tw::Lut3D lut;
     if (read(text, lut) && lut.size > 0) writeAndReadAgain(lut);
     return 0;

@@ -1,7 +1,9 @@
-# cmake -DKERNEL=... -DARGS=... -DTEXT=... -DSOURCE=... -P embed_kernel.cmake
+# cmake -DKERNEL=... -DARGS=... -DTEXTS=FOLDER -DSOURCE=... -P embed_kernel.cmake
 #
-# Writes the kernel's whole text, with the argument header in the place of its include line, as TEXT
-# (for the lints) and as a string constant in the C++ file SOURCE.
+# Puts the argument header in the place of the kernel's include line and writes the whole as
+# tintwell_lut_fused.metal and tintwell_lut_apart.metal into FOLDER, for lints and tests, and as a
+# string constant in the C++ file SOURCE. One configuration builds for two processors, so there it is
+# the preprocessor that chooses, by the key of native/src/engine/mul_add.h.
 file(READ ${KERNEL} kernel)
 file(READ ${ARGS} args)
 # The pragma belongs to the header's life as a file.
@@ -13,8 +15,17 @@ if(place EQUAL -1)
 endif()
 string(REPLACE "${include}" "${args}" text "${kernel}")
 
-file(WRITE ${TEXT} "${text}")
+set(fused "#define TW_FUSED_MUL_ADD 1")
+set(apart "#define TW_FUSED_MUL_ADD 0")
+file(WRITE ${TEXTS}/tintwell_lut_fused.metal "${fused}\n${text}")
+file(WRITE ${TEXTS}/tintwell_lut_apart.metal "${apart}\n${text}")
 file(WRITE ${SOURCE} "#include \"gpu/kernel_source.h\"
 
-const char twgpu::kKernelSource[] = R\"kernel(${text})kernel\";
+const char twgpu::kKernelSource[] =
+#if defined(__aarch64__)
+    \"${fused}\\n\"
+#else
+    \"${apart}\\n\"
+#endif
+    R\"kernel(${text})kernel\";
 ")

@@ -28,7 +28,7 @@ const char* describe(NSError* error) {
 id<MTLFunction> compileKernel(id<MTLDevice> device, std::string* err) {
     MTLCompileOptions* options = [[[MTLCompileOptions alloc] init] autorelease];
     // Fast maths would reorder sums and drop not-a-number: the kernel must give the picture of the
-    // CPU beside it.
+    // CPU beside it. What is left of contraction without it the kernel's own text turns off.
     options.fastMathEnabled = NO;
     NSString* source = [NSString stringWithUTF8String:twgpu::kKernelSource];
     NSError* error = nil;

@@ -1,12 +1,30 @@
-// The compute kernel: native/src/engine/sampler.cpp and native/src/engine/probe.cpp once more, step for step and in
-// the same order, for one pixel a thread. A change there is a change here. Pixels are BGRA.
+// The compute kernel: native/src/engine/sampler.cpp and native/src/engine/probe.cpp once more, step
+// for step and in the same order, for one pixel a thread. A change there is a change here. Pixels are
+// BGRA.
 //
-// The build puts gpu_args.h in the place of its include line and keeps the result as text in the
-// plug-in, which has the device compile it, fast maths off.
+// The build puts gpu_args.h in the place of its include line, defines TW_FUSED_MUL_ADD in front, and
+// keeps the result as text in the plug-in, which has the device compile it, fast maths off.
 #include <metal_stdlib>
 using namespace metal;
 
+// Apple's compiler fuses a product and a sum that stand in one expression even with fast maths off.
+// Either line stops that, the first one in Apple's own words; where both are unknown, mulAdd below
+// is still fused or kept apart as written.
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 #include "native/src/gpu_args.h"
+
+// a * b + c as native/src/engine/mul_add.h has it for the processor beside the device: rounded once
+// where that fuses, twice elsewhere. Apart, the product has a statement of its own.
+static float mulAdd(float a, float b, float c) {
+#if TW_FUSED_MUL_ADD
+    return fma(a, b, c);
+#else
+    const float product = a * b;
+    return product + c;
+#endif
+}
 
 // Where an input value falls on one axis of the lattice: between points `cell` and `cell` + 1.
 struct AxisPosition {
@@ -61,13 +79,13 @@ static Tetrahedron choose(float fr, float fg, float fb, int red, int green, int 
 // One channel of the LUT's colour; `lowest` is that channel of the cell's lowest point.
 static float weigh(device const float* lowest, Tetrahedron t, int highest) {
     float sum = t.w1 * lowest[t.first];
-    sum = t.w0 * lowest[0] + sum;
-    sum = t.w2 * lowest[t.second] + sum;
-    return t.w3 * lowest[highest] + sum;
+    sum = mulAdd(t.w0, lowest[0], sum);
+    sum = mulAdd(t.w2, lowest[t.second], sum);
+    return mulAdd(t.w3, lowest[highest], sum);
 }
 
 static float blend(float in, float mapped, float amount) {
-    return (mapped - in) * amount + in;
+    return mulAdd(mapped - in, amount, in);
 }
 
 static float4 grade(float4 in, device const float* lut, constant twgpu::LutKernelArgs& args) {

@@ -32,5 +32,6 @@ foreach(kind EXE MODULE SHARED)
 endforeach()
 
 set(CMAKE_OSX_SYSROOT ${CMAKE_CURRENT_LIST_DIR}/sysroot CACHE PATH "")
+set(nlohmann_json_DIR ${CMAKE_CURRENT_LIST_DIR}/host/nlohmann_json CACHE PATH "")
 # There is no program to link yet when CMake tries the compiler.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

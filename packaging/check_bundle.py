@@ -80,6 +80,14 @@ def check_imports(found, listed):
              f"{found.processor}: {name} of {library} is imported but not listed")
 
 
+def check_kernel(found):
+    """Each processor's slice carries the GPU kernel that rounds as its own row kernels do."""
+    fused = {"arm64": 1, "x86_64": 0}[found.processor]
+    for value in (0, 1):
+        need(found.data.count(b"#define TW_FUSED_MUL_ADD %d\n" % value) == (value == fused),
+             f"{found.processor}: the GPU kernel of another processor")
+
+
 def check_slice(found, listed, read_file):
     where = found.processor + ": "
     need(found.file_type == macho.BUNDLE, where + "no loadable bundle")
@@ -90,6 +98,7 @@ def check_slice(found, listed, read_file):
     need(found.min_system == MIN_SYSTEM, where + f"for macOS {found.min_system} and later")
     check_exports(found)
     check_imports(found, listed)
+    check_kernel(found)
     signature = check_signature(found.data, found.signature, read_file)
     return (f"{found.processor}: bundle for macOS {found.min_system}, {len(found.exports)} exports, "
             f"{len(found.imports)} imports, signature: {signature}")

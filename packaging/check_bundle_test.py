@@ -105,6 +105,13 @@ class Code(Case):
         self.write(CODE, remake.split(self.read(CODE))[0][2])
         self.refused("no universal file", BadMachO)
 
+    def test_the_kernel_of_another_processor_is_refused(self):
+        name = b"#define TW_FUSED_MUL_ADD "
+        for kind, own, other in ((ARM, b"1", b"0"), (INTEL, b"0", b"1")):
+            self.edit_slice(kind, lambda data: replaced(data, name + own, name + other))
+            self.refused(f"{'arm64' if kind == ARM else 'x86_64'}: the GPU kernel of another processor")
+            shutil.copy(BUNDLE / "Contents" / CODE, self.bundle / "Contents" / CODE)
+
     def test_a_cut_file_is_refused(self):
         self.write(CODE, self.read(CODE)[:-0x8000])
         self.refused("a slice lies badly in the file", BadMachO)

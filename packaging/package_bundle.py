@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""Packs a bundle and its install note into a zip file: the same bytes for the same contents.
+"""Packs a bundle and the notes that go with it into a zip file: the same bytes for the same contents.
 
-usage: package_bundle.py Tintwell.plugin INSTALL.txt OUT.zip
+usage: package_bundle.py Tintwell.plugin OUT.zip
 """
 
 import sys
 import zipfile
 from pathlib import Path
 
+ROOT = Path(__file__).resolve().parent.parent
+NOTES = ("packaging/INSTALL.txt", "packaging/uninstall.command", "LICENSE", "NOTICES.md")
 # The earliest time that a zip file can tell: no build time gets in.
 TIME = (1980, 1, 1, 0, 0, 0)
 UNIX = 3
@@ -23,9 +25,10 @@ def add(archive, file, name):
     archive.writestr(entry, file.read_bytes())
 
 
-def package(bundle, note, out):
+def package(bundle, out):
     with zipfile.ZipFile(out, "w") as archive:
-        add(archive, note, note.name)
+        for note in NOTES:
+            add(archive, ROOT / note, Path(note).name)
         for file in sorted(path for path in bundle.rglob("*") if path.is_file()):
             add(archive, file, str(Path(bundle.name) / file.relative_to(bundle)))
 

@@ -9,7 +9,7 @@
 #include <map>
 #include <mutex>
 #include <sstream>
-#include <tuple>
+#include <utility>
 
 #include "software_metal/ledger.h"
 #include "software_metal/program.h"
@@ -42,8 +42,18 @@ private:
     std::string folder_;
 };
 
+// 64-bit Arm needs no flag for it.
+bool hasFusedMultiplyAdd() {
+#if defined(__x86_64__)
+    return __builtin_cpu_supports("fma");
+#else
+    return false;
+#endif
+}
+
 // No attribute is unknown to the device's compiler that is one of the language; double arithmetic
-// by accident must show.
+// by accident must show. As Apple's compiler does with fast maths off, a product and a sum of one
+// expression are fused unless the text has the pragma, where the processor can.
 std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
     std::vector<std::string> words = {SOFTWARE_METAL_CLANG,
                                       "-std=c++14",
@@ -55,27 +65,37 @@ std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
                                       "-fno-exceptions",
                                       "-fno-rtti",
                                       "-fno-caret-diagnostics",
-                                      "-ffp-contract=" + contraction(),
+                                      "-ffp-contract=on",
                                       "-Wall",
                                       "-Wextra",
                                       "-Werror=double-promotion",
                                       "-Wno-unknown-attributes",
+                                      "-Wno-unknown-pragmas",
                                       "-Wno-unused-function",
                                       "-I",
                                       SOFTWARE_METAL_LANGUAGE};
+    if (hasFusedMultiplyAdd()) words.push_back("-mfma");
     if (fastMaths) words.push_back("-ffast-math");
-    std::istringstream sanitizers(SOFTWARE_METAL_SANITIZE);
-    for (std::string word; sanitizers >> word;)
+    std::istringstream flags(SOFTWARE_METAL_FLAGS);
+    for (std::string word; flags >> word;)
         words.push_back(word);
     words.insert(words.end(), {"-o", workshop.file("kernel.so"), workshop.file("kernel.cpp")});
     return words;
+}
+
+// The Metal language's own pragma about floating point, in the words of this compiler.
+std::string withClangsPragmas(std::string text) {
+    const std::string metal = "#pragma METAL fp ", clang = "#pragma clang fp ";
+    for (std::size_t at = 0; (at = text.find(metal, at)) != std::string::npos; at += clang.size())
+        text.replace(at, metal.size(), clang);
+    return text;
 }
 
 void writeSource(const std::string& file, const std::string& text,
                  const std::vector<Signature>& kernels) {
     std::ofstream out(file, std::ios::binary);
     out << "#include \"prelude.h\"\n#line 1 \"program_source\"\n"
-        << text << "\n#line 1 \"runners\"\n#include \"arguments.h\"\n";
+        << withClangsPragmas(text) << "\n#line 1 \"runners\"\n#include \"arguments.h\"\n";
     for (const Signature& kernel : kernels)
         out << runnerText(kernel);
 }
@@ -127,8 +147,7 @@ std::shared_ptr<const KernelModule> compileAnew(const std::string& text, bool fa
 // main().
 struct Kept {
     std::mutex mutex;
-    std::map<std::tuple<std::string, bool, std::string>, std::shared_ptr<const KernelModule>>
-        modules;
+    std::map<std::pair<std::string, bool>, std::shared_ptr<const KernelModule>> modules;
 };
 
 Kept& kept() {
@@ -145,7 +164,7 @@ KernelModule::~KernelModule() {
 std::shared_ptr<const KernelModule> compileKernels(const std::string& text, bool fastMaths,
                                                    std::string* error) {
     const std::lock_guard lock(kept().mutex);
-    auto& module = kept().modules[{text, fastMaths, contraction()}];
+    auto& module = kept().modules[{text, fastMaths}];
     if (module) {
         count([&](Counts& counts) {
             ++counts.compilations;

@@ -74,7 +74,8 @@ void waitUntilIdle();
 // an encoder left open, a handler after the commit, a buffer that is not bound, ...
 std::string takeMisuse();
 
-// How the kernels are compiled: contraction of a * b + c ("off", as it is unless set, or "fast").
-void setContraction(const std::string& mode);
+// From the next command buffer on, single-precision subnormals, operands and results of arithmetic,
+// count as zeros of their sign, as on Apple's GPUs. Plain loads and stores keep them.
+void setFlushesSubnormals(bool flushes);
 
 }  // namespace software_metal

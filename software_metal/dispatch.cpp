@@ -2,8 +2,15 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <numeric>
 #include <thread>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+#include "software_metal/ledger.h"
 
 namespace software_metal {
 namespace {
@@ -19,6 +26,35 @@ void runGroup(const Dispatch& dispatch, std::size_t index) {
     dispatch.kernel->run(dispatch.slots.data(), group, threads);
 }
 
+// The processor's mode in which subnormals count as zeros, for this thread and the scope's life.
+class SubnormalScope {
+public:
+    explicit SubnormalScope(bool flushes) : before_(mode()) {
+        if (flushes) setMode(before_ | kFlush);
+    }
+    ~SubnormalScope() { setMode(before_); }
+    SubnormalScope(const SubnormalScope&) = delete;
+    SubnormalScope& operator=(const SubnormalScope&) = delete;
+
+private:
+#if defined(__x86_64__)
+    using Mode = unsigned;
+    static constexpr Mode kFlush = 0x8040;  // results, operands
+    static Mode mode() { return _mm_getcsr(); }
+    static void setMode(Mode mode) { _mm_setcsr(mode); }
+#else
+    using Mode = std::uint64_t;
+    static constexpr Mode kFlush = std::uint64_t{1} << 24;
+    static Mode mode() {
+        Mode mode;
+        asm volatile("mrs %0, fpcr" : "=r"(mode));
+        return mode;
+    }
+    static void setMode(Mode mode) { asm volatile("msr fpcr, %0" : : "r"(mode)); }
+#endif
+    Mode before_;
+};
+
 }  // namespace
 
 std::size_t scattered(std::size_t n, std::size_t total) {
@@ -32,7 +68,9 @@ std::size_t scattered(std::size_t n, std::size_t total) {
 void run(const Dispatch& dispatch) {
     const std::size_t total = dispatch.groups.total();
     std::atomic<std::size_t> next{0};
+    const bool flushes = flushesSubnormals();
     const auto work = [&] {
+        const SubnormalScope scope(flushes);
         for (std::size_t n; (n = next.fetch_add(1)) < total;)
             runGroup(dispatch, scattered(n, total));
     };

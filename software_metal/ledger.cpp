@@ -15,7 +15,7 @@ struct Ledger {
     long jobs = 0;  // of all queues, not yet through
     std::condition_variable idle;
     std::string misuse;
-    std::string contraction = "off";
+    bool flushesSubnormals = false;
 };
 
 // Never destroyed: a queue's thread may outlive main().
@@ -64,14 +64,14 @@ std::string takeMisuse() {
     return std::exchange(ledger().misuse, {});
 }
 
-void setContraction(const std::string& mode) {
+void setFlushesSubnormals(bool flushes) {
     const std::lock_guard lock(ledger().mutex);
-    ledger().contraction = mode;
+    ledger().flushesSubnormals = flushes;
 }
 
-std::string contraction() {
+bool flushesSubnormals() {
     const std::lock_guard lock(ledger().mutex);
-    return ledger().contraction;
+    return ledger().flushesSubnormals;
 }
 
 void count(const std::function<void(Counts&)>& change) {

@@ -16,6 +16,6 @@ void misuse(const std::string& sentence);
 // A job that a queue's thread has before it, and its end.
 void jobComes();
 void jobEnds();
-std::string contraction();
+bool flushesSubnormals();
 
 }  // namespace software_metal

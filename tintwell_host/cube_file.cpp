@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "effect/lut_file.h"
+#include "native/src/lut_file.h"
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
 #include "tintwell_host/failure.h"
@@ -30,14 +30,14 @@ std::string textFromCube(const std::string& path) {
     // that is empty, they spell a path in their own way, and a pipe gives its contents only once.
     const std::string contents = readText(path);
     if (contents.empty()) throw Failure("cannot use '" + path + "': the file is empty");
-    tw_effect::LutFile file;
+    tw::LutFile file;
     std::string reason;
-    switch (tw_effect::judgeLutFile(contents, tw::fromUtf8(path), file, reason)) {
-        case tw_effect::LutFileResult::kUnreadable:
+    switch (tw::judgeLutFile(contents, tw::fromUtf8(path), file, reason)) {
+        case tw::LutFileResult::kUnreadable:
             throw Failure("cannot use '" + path + "': " + reason);
-        case tw_effect::LutFileResult::kForeignDomain:
+        case tw::LutFileResult::kForeignDomain:
             throw Failure("cannot use '" + path + "': its domain is other than 0..1");
-        case tw_effect::LutFileResult::kLoaded:
+        case tw::LutFileResult::kLoaded:
             break;
     }
     return file.text;
@@ -63,6 +63,15 @@ std::string cubeFromLut(const tw::Lut3D& lut) {
         text += line;
     }
     return text;
+}
+
+std::string describeLut(const tw::Lut3D& lut) {
+    const auto [lo, hi] = std::minmax_element(lut.data.begin(), lut.data.end());
+    char values[64];
+    std::snprintf(values, sizeof values, "values %.6g to %.6g", static_cast<double>(*lo),
+                  static_cast<double>(*hi));
+    return "\"" + lut.name + "\", match " + std::to_string(lut.id) + ", " +
+           std::to_string(lut.size) + " points an axis, " + values;
 }
 
 }  // namespace program

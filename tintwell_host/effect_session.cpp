@@ -76,7 +76,7 @@ int EffectSession::buttonIndex(int button) const {
     return index;
 }
 
-Picture EffectSession::render(const Picture& picture) {
+Picture EffectSession::render(Picture picture) {
     const PrPixelFormat format = host_.format(picture.depth == Depth::kFloat ? 32 : 8);
     const host_sim::Frame input = frameOf(picture, format);
     host_sim::Frame output(format, picture.width, picture.height);
@@ -84,7 +84,8 @@ Picture EffectSession::render(const Picture& picture) {
     if (error) {
         throw Failure("the effect failed to render, with error " + std::to_string(error));
     }
-    return pictureOf(output, picture);
+    takePixels(picture, output);
+    return picture;
 }
 
 PF_Err EffectSession::renderFrame(const host_sim::Frame& input, host_sim::Frame& output) {

@@ -17,7 +17,8 @@ struct EffectOptions {
     bool gpu = false;               // through the GPU filter: Premiere Pro and float only
 };
 
-// Threads: one at a time. All functions throw Failure, and what the simulated host throws.
+// Threads: one at a time, but for render(). All functions throw Failure, and what the simulated
+// host throws.
 class EffectSession {
 public:
     explicit EffectSession(const EffectOptions& options);
@@ -35,8 +36,9 @@ public:
     // What that button says.
     std::string label(int button) const;
 
-    // The picture as the effect renders it, in the picture's own depth.
-    Picture render(const Picture& picture);
+    // The picture as the effect renders it, in the picture's own depth. Threads: any; a GPU renders
+    // one picture at a time.
+    Picture render(Picture picture);
 
     void save(const std::string& project);
     // Ends the session; a breach of the host's rules by the effect is a failure too.

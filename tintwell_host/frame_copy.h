@@ -9,7 +9,7 @@ namespace program {
 // `format` must be of the picture's depth.
 host_sim::Frame frameOf(const Picture& picture, PrPixelFormat format);
 
-// The frame's pixels with the metadata of `like`, the picture that it came from.
-Picture pictureOf(const host_sim::Frame& frame, const Picture& like);
+// Puts the frame's pixels in place of the picture's; the size and depth must be the same.
+void takePixels(Picture& picture, const host_sim::Frame& frame);
 
 }  // namespace program

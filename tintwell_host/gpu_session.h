@@ -9,7 +9,7 @@ namespace program {
 
 // The GPU side of a Premiere Pro host, on one device. Ends before the host.
 //
-// Threads: one at a time.
+// Threads: any; they wait for each other.
 class GpuSession {
 public:
     // Throws Failure when the program has no device, and SimError when the module has no filter.

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstdio>
 
 #include "host_sim/values/error.h"
@@ -53,10 +52,7 @@ void printLut(const tw::Lut3D& lut) {
     } else if (lut.size == 0) {
         std::printf("LUT         none\n");
     } else {
-        const auto [lo, hi] = std::minmax_element(lut.data.begin(), lut.data.end());
-        std::printf("LUT         \"%s\", match %lld, %d points an axis, values %.6g to %.6g\n",
-                    lut.name.c_str(), static_cast<long long>(lut.id), lut.size,
-                    static_cast<double>(*lo), static_cast<double>(*hi));
+        std::printf("LUT         %s\n", describeLut(lut).c_str());
     }
 }
 

@@ -8,6 +8,7 @@
 #include "platform/mac/application.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/look_commands.h"
 #include "tintwell_host/subcommands.h"
 
 namespace {
@@ -20,6 +21,8 @@ struct Options {
     RenderOptions render;
     PressOptions press;
     PatternOptions pattern;
+    MeasureOptions measure;
+    RequestsOptions requests;
     std::string inspectFile;
     std::string encodeCube;
     std::string decodeText;
@@ -32,6 +35,24 @@ void addHost(CLI::App& command, Options& options) {
                     "Host to simulate: ae (After Effects) or premiere (Premiere Pro)")
         ->check(CLI::IsMember({"ae", "premiere"}))
         ->capture_default_str();
+}
+
+void addJob(CLI::App& command, RenderOptions& render) {
+    command.add_option("--compression", render.compression,
+                       "PNG: level 0 to 9; JPEG: quality 1 to 100; EXR and TIFF: a method");
+    command.add_flag("--skip-existing", render.skipExisting,
+                     "Leave files that are whole and were made from the same");
+    command.add_option("--threads", render.threads, "Frames in flight; as many as processors")
+        ->check(CLI::Range(1, 1024));
+    command
+        .add_option("--memory", render.memory,
+                    "MiB for the frames in flight; a quarter of the machine's")
+        ->check(CLI::Range(1, 1 << 24));
+    command.add_option("--progress", render.progress, "bar, or lines: one line of JSON a frame")
+        ->check(CLI::IsMember({"bar", "lines"}))
+        ->capture_default_str();
+    command.add_option("--report", render.report,
+                       "JSON file about all frames, to write at the end");
 }
 
 void addRender(CLI::App& app, Options& options) {
@@ -52,7 +73,8 @@ void addRender(CLI::App& app, Options& options) {
     command->add_flag("--gpu", options.effect.gpu, "Render through the GPU filter, in float");
     command->add_option("--save", render.save, "Project file to write afterwards");
     command->add_option("--frames", render.frames,
-                        "Frames of a sequence: A-B; by default all that exist");
+                        "Frames of a sequence: 1-100, 1-100x2, 1-10,20-30; all by default");
+    addJob(*command, render);
     addHost(*command, options);
     command->callback([&options] {
         options.render.effect = options.effect;
@@ -95,6 +117,55 @@ void addPattern(CLI::App& app, Options& options) {
         options.pattern.effect = options.effect;
         enterHome(options.home);
         runPattern(options.pattern);
+    });
+}
+
+void addMeasure(CLI::App& app, Options& options) {
+    MeasureOptions& measure = options.measure;
+    CLI::App* command = app.add_subcommand("measure", "Make a look of a graded pattern");
+    command->add_option("picture", measure.picture, "The calibration pattern after the grade")
+        ->required();
+    command->add_option("--size", measure.size, "Steps per channel of the pattern, 2 to 64")
+        ->required()
+        ->check(CLI::Range(2, 64));
+    command->add_option("--frame", measure.frame,
+                        "Frame size in which it was drawn, if it was scaled unevenly since");
+    command->add_option("--id", measure.id, "Match that Edit LUT shall open; 0 for none")
+        ->check(CLI::NonNegativeNumber);
+    command->add_option("--name", measure.name, "Name of the look");
+    command->add_option("-o,--out", measure.out, "Look to write: a .cube or a .twlut file");
+    command->add_option("--project", options.effect.project,
+                        "Saved project to send the look into, as a panel does");
+    command->add_flag("--json", measure.json, "Report as JSON, with the noise of every patch");
+    command->footer(
+        "Draw the pattern, grade it with any program that changes each colour by itself, measure "
+        "it:\n"
+        "  tintwell-host pattern --size 33 --frame 1920x1080 pattern.png\n"
+        "  ffmpeg -i pattern.png -vf curves=preset=vintage graded.png\n"
+        "  tintwell-host measure graded.png --size 33 --name Vintage -o vintage.cube\n"
+        "The pattern must fill the picture; the picture may be scaled and compressed.");
+    addHost(*command, options);
+    command->callback([&options] {
+        options.measure.effect = options.effect;
+        enterHome(options.home);
+        runMeasure(options.measure);
+    });
+}
+
+void addRequests(CLI::App& app, Options& options) {
+    RequestsOptions& requests = options.requests;
+    CLI::App* command =
+        app.add_subcommand("requests", "Show the requests of the Edit LUT button as they come");
+    command->add_flag("--once", requests.once, "Show the one that lies there, and end");
+    command->add_flag("--json", requests.json, "A line of JSON for each");
+    command->footer(
+        "Stands in for the panel: it watches edit-request.json in the effect's data folder until "
+        "it\n"
+        "is interrupted. --home names the folder in which the effect was run, if it was another "
+        "one.");
+    command->callback([&options] {
+        enterHome(options.home);
+        runRequests(options.requests);
     });
 }
 
@@ -149,17 +220,23 @@ int main(int argc, char** argv) {
     addRender(app, options);
     addPress(app, options);
     addPattern(app, options);
+    addMeasure(app, options);
+    addRequests(app, options);
     addInspect(app, options);
     addTexts(app, options);
+    addLookCommands(app);
     try {
         app.parse(argc, argv);
         finishOutput();
         return 0;
     } catch (const CLI::ParseError& wrong) {
-        return app.exit(wrong) == 0 ? 0 : 1;
+        return app.exit(wrong) == 0 ? 0 : static_cast<int>(Exit::kWrongUsage);
     } catch (const std::bad_alloc&) {
         std::fputs("tintwell-host: there is not enough memory\n", stderr);
         return 1;
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
+        return static_cast<int>(failure.exit());
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
         return 1;

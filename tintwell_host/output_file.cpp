@@ -1,13 +1,17 @@
 #include "tintwell_host/output_file.h"
 
+#include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <system_error>
+#include <vector>
 
 #include "tintwell_host/failure.h"
 
@@ -16,20 +20,32 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Without the file's own name, which may be as long as names can be.
-fs::path partialName(const fs::path& path) {
-    return path.parent_path() / (".partial-" + std::to_string(::getpid()));
+constexpr char kPartial[] = ".partial-";
+
+// Machines may share the folder.
+std::string ownPrefix() {
+    char host[64] = "";
+    ::gethostname(host, sizeof host - 1);
+    return std::string(kPartial) + host + "-";
 }
 
-std::string reason() {
-    return std::strerror(errno);
+// Without the file's own name, which may be as long as names can be.
+fs::path partialName(const fs::path& path) {
+    static std::atomic<unsigned> written{0};
+    return path.parent_path() /
+           (ownPrefix() + std::to_string(::getpid()) + "-" + std::to_string(written++));
+}
+
+[[noreturn]] void fail(const char* what, const std::string& path, int error) {
+    throw Failure(std::string("cannot ") + what + " '" + path + "': " + std::strerror(error),
+                  exitFor(error));
 }
 
 std::string readStream(std::istream& in) {
     std::string text;
-    char buffer[4096];
-    while (in.read(buffer, sizeof buffer), in.gcount() > 0) {
-        text.append(buffer, static_cast<std::size_t>(in.gcount()));
+    std::vector<char> buffer(1 << 16);
+    while (in.read(buffer.data(), 1 << 16), in.gcount() > 0) {
+        text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
     }
     return text;
 }
@@ -43,28 +59,44 @@ std::string readText(const std::string& path) {
         throw Failure("cannot read '" + path + "': it is a folder");
     }
     std::ifstream in(path, std::ios::binary);
-    if (!in) throw Failure("cannot read '" + path + "': " + reason());
+    if (!in) fail("read", path, errno);
     std::string text = readStream(in);
-    if (in.bad()) throw Failure("cannot read '" + path + "': " + reason());
+    if (in.bad()) fail("read", path, errno);
     return text;
 }
 
 void writeWhole(const std::string& path, std::string_view bytes) {
     const fs::path partial = partialName(path);
     std::ofstream out(partial, std::ios::binary);
-    if (!out) throw Failure("cannot write '" + path + "': " + reason());
+    if (!out) fail("write", path, errno);
     out << bytes;
     // Some disks tell only now that they are full.
     out.close();
-    std::string why = reason();
+    int error = errno;
     std::error_code failed;
     if (out) {
         fs::rename(partial, path, failed);
         if (!failed) return;
-        why = failed.message();
+        error = failed.value();
     }
     fs::remove(partial, failed);
-    throw Failure("cannot write '" + path + "': " + why);
+    fail("write", path, error);
+}
+
+void removeLeftovers(const std::string& path) {
+    const fs::path parent = fs::path(path).parent_path();
+    const std::string prefix = ownPrefix();
+    std::error_code failed;
+    std::vector<fs::path> leftovers;
+    for (fs::directory_iterator entry(parent.empty() ? "." : parent, failed), end;
+         !failed && entry != end; entry.increment(failed)) {
+        const std::string name = entry->path().filename().string();
+        if (!name.starts_with(prefix)) continue;
+        const pid_t owner = std::atoi(name.c_str() + prefix.size());
+        if (owner > 0 && ::kill(owner, 0) != 0 && errno == ESRCH) leftovers.push_back(*entry);
+    }
+    for (const fs::path& leftover : leftovers)
+        fs::remove(leftover, failed);
 }
 
 }  // namespace program

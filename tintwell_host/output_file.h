@@ -7,10 +7,14 @@
 namespace program {
 
 // Writes a file beside `path` and renames it to `path`. When that fails nothing of it is left,
-// `path` is as it was, and Failure is thrown.
+// `path` is as it was, and Failure is thrown. Threads: any.
 void writeWhole(const std::string& path, std::string_view bytes);
 
-// The whole of a text file, or of standard input for "-". Throws Failure.
+// Removes what runs of the program on this machine that were killed have left in the folder of
+// `path`.
+void removeLeftovers(const std::string& path);
+
+// The whole of a file, or of standard input for "-". Throws Failure.
 std::string readText(const std::string& path);
 
 }  // namespace program

@@ -1,19 +1,14 @@
-#include <regex>
-
-#include "tintwell_host/failure.h"
+#include "tintwell_host/frame_size.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {
 
 Picture blankPicture(const std::string& size, Depth depth) {
-    std::smatch parts;
-    if (!std::regex_match(size, parts, std::regex("([1-9][0-9]{0,4})x([1-9][0-9]{0,4})"))) {
-        throw Failure("'" + size + "' is no frame size; write it as 1920x1080");
-    }
+    const FrameSize frame = parseFrameSize(size);
     Picture picture;
-    picture.width = std::stoi(parts[1]);
-    picture.height = std::stoi(parts[2]);
+    picture.width = frame.width;
+    picture.height = frame.height;
     picture.depth = depth;
     const auto samples =
         static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4;

@@ -13,12 +13,20 @@ Progress::~Progress() {
     if (visible_) std::fputc('\n', stderr);
 }
 
-void Progress::show(std::size_t done) const {
-    if (!visible_) return;
+void Progress::show(std::size_t done) {
+    if (!visible_ || done == 0) return;
     constexpr std::size_t kWidth = 40;
     const std::size_t filled = done * kWidth / total_;
     const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, '.');
-    std::fprintf(stderr, "\r[%s] %zu of %zu", bar.c_str(), done, total_);
+    const double seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+    const double rate = static_cast<double>(done) / std::max(seconds, 1e-3);
+    const auto left = static_cast<long>(static_cast<double>(total_ - done) / rate + 0.5);
+    std::fprintf(stderr, "\r[%s] %zu of %zu, %.1f a second, %ld:%02ld left ", bar.c_str(), done,
+                 total_, rate, left / 60, left % 60);
+}
+
+void Progress::clear() const {
+    if (visible_) std::fputs("\r\033[K", stderr);
 }
 
 }  // namespace program

@@ -1,46 +1,20 @@
+#include <unistd.h>
+
 #include <cstdio>
-#include <numeric>
+#include <filesystem>
 
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/failure.h"
+#include "tintwell_host/fingerprint.h"
+#include "tintwell_host/frame_pipeline.h"
+#include "tintwell_host/frame_renderer.h"
+#include "tintwell_host/job_record.h"
 #include "tintwell_host/output_file.h"
-#include "tintwell_host/progress.h"
-#include "tintwell_host/sequence.h"
+#include "tintwell_host/stop_request.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {
-
-struct Job {
-    std::string in;
-    std::string out;
-};
-
-std::vector<int> framesOf(const RenderOptions& options) {
-    if (options.frames.empty()) return existingFrames(options.in);
-    const FrameRange range = parseFrameRange(options.frames);
-    std::vector<int> frames(static_cast<std::size_t>(range.last - range.first) + 1);
-    std::iota(frames.begin(), frames.end(), range.first);
-    return frames;
-}
-
-std::vector<Job> jobsOf(const RenderOptions& options) {
-    if (isSequence(options.in) != isSequence(options.out)) {
-        throw Failure("'" + options.in + "' and '" + options.out +
-                      "' must both name a sequence (with %04d, say) or both one file");
-    }
-    if (!isSequence(options.in)) {
-        if (!options.frames.empty()) {
-            throw Failure("--frames needs sequences, and '" + options.in + "' is one file");
-        }
-        return {{options.in, options.out}};
-    }
-    std::vector<Job> jobs;
-    for (const int frame : framesOf(options)) {
-        jobs.push_back({frameFile(options.in, frame), frameFile(options.out, frame)});
-    }
-    return jobs;
-}
 
 // Line ends that an editor or `encode` left after the text are not part of it.
 std::string trimmed(std::string text) {
@@ -57,14 +31,58 @@ void takeLook(EffectSession& session, const RenderOptions& options) {
 // GPU frames are Premiere Pro's and hold floats.
 void checkGpu(const RenderOptions& options) {
     if (!options.effect.gpu) return;
-    if (options.effect.host == "ae") throw Failure("--gpu needs --host premiere");
-    if (options.depth == "8") throw Failure("--gpu renders in float: leave out --depth 8");
+    if (options.effect.host == "ae")
+        throw Failure("--gpu needs --host premiere", Exit::kWrongUsage);
+    if (options.depth == "8") {
+        throw Failure("--gpu renders in float: leave out --depth 8", Exit::kWrongUsage);
+    }
 }
 
-Depth depthFor(const RenderOptions& options, const std::string& file) {
+// None: as the file has it.
+std::optional<Depth> depthFor(const RenderOptions& options) {
     if (options.effect.gpu) return Depth::kFloat;
-    const bool asTheFile = options.depth.empty() && options.effect.host != "ae";
-    return asTheFile ? naturalDepth(file) : chosenDepth(options.depth, options.effect.host);
+    if (options.depth.empty() && options.effect.host != "ae") return std::nullopt;
+    return chosenDepth(options.depth, options.effect.host);
+}
+
+// All that a frame's file depends on, besides its input.
+std::string madeBy(EffectSession& session, const RenderOptions& options) {
+    const std::string amount = std::to_string(session.amount());
+    const std::string version = std::to_string(session.host().setUp().my_version);
+    const std::string extension = std::filesystem::path(options.out).extension();
+    return fingerprint({version, session.storedText(), amount, options.effect.host, options.depth,
+                        options.effect.gpu ? "gpu" : "", extension, options.compression});
+}
+
+std::int64_t memoryBytes(const RenderOptions& options) {
+    if (options.memory > 0) return std::int64_t{options.memory} << 20;
+    const std::int64_t all = std::int64_t{::sysconf(_SC_PHYS_PAGES)} * ::sysconf(_SC_PAGESIZE);
+    return all / 4;
+}
+
+bool goesOn(const FrameResult& result) {
+    return result.state != FrameState::kFailed || result.exit != Exit::kTryAgain;
+}
+
+void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions& options) {
+    MemoryBudget memory(memoryBytes(options));
+    FrameRenderer renderer(
+        session, memory,
+        {depthFor(options), options.compression, options.skipExisting, madeBy(session, options)},
+        options.out);
+    const auto progress = options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar;
+    const StopRequest stop;
+    JobRecord record(job.tasks.size(), job.isSequence, progress);
+    runFrames(
+        job.tasks, frameThreads(options.threads), [] { return StopRequest::signal() == 0; },
+        [&](const FrameTask& task) { return renderer.render(task); },
+        [&](const FrameResult& result) {
+            record.add(result);
+            return goesOn(result);
+        });
+    const int signal = StopRequest::signal();
+    if (!options.report.empty()) record.writeReport(options.report, signal);
+    record.finish(signal);
 }
 
 }  // namespace
@@ -74,7 +92,8 @@ Depth chosenDepth(const std::string& depth, const std::string& host) {
     if (host == "ae") {
         throw Failure(
             "After Effects gives this effect 8 bits a channel: "
-            "use --depth 8, or --host premiere for float");
+            "use --depth 8, or --host premiere for float",
+            Exit::kWrongUsage);
     }
     return Depth::kFloat;
 }
@@ -82,18 +101,13 @@ Depth chosenDepth(const std::string& depth, const std::string& host) {
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);
     checkGpu(options);
-    const std::vector<Job> jobs = jobsOf(options);
+    checkCompression(options.out, options.compression);
+    const FrameJob job = planFrames(options.in, options.out, options.frames);
+    if (!job.note.empty()) std::fprintf(stderr, "tintwell-host: %s\n", job.note.c_str());
     EffectSession session(options.effect);
     takeLook(session, options);
-    {
-        const Progress progress(jobs.size());
-        std::size_t done = 0;
-        for (const Job& job : jobs) {
-            const Picture picture = readPicture(job.in, depthFor(options, job.in));
-            writePicture(job.out, session.render(picture));
-            progress.show(++done);
-        }
-    }
+    if (job.isSequence) removeLeftovers(options.out);
+    renderJob(session, job, options);
     if (!options.save.empty()) session.save(options.save);
     session.close();
 }

@@ -1,18 +1,12 @@
-// Frames as numbered files: a path with one "%d" or "%0Nd" in it names a sequence.
+// Frames as numbered files: a file name with one mark for the number in it names a sequence. Marks
+// are %d, %04d, ####, @@@@, $F and $F4; the digits of a mark are filled with zeros, and a minus
+// sign takes the place of one.
 #pragma once
 
 #include <string>
 #include <vector>
 
 namespace program {
-
-struct FrameRange {
-    int first;
-    int last;  // inclusive
-};
-
-// Reads "A-B" or "A". Throws Failure.
-FrameRange parseFrameRange(const std::string& text);
 
 bool isSequence(const std::string& path);
 

@@ -2,6 +2,7 @@
 // what the simulated host throws, for wrong input.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,14 @@ struct RenderOptions {
     std::string text;    // a file of TWLUT text
     std::string save;    // project to write; empty: none
     std::string depth;   // "8", "float"; empty: as the input file has it
-    std::string frames;  // "A-B"; empty: all that exist
+    std::string frames;  // a set of frames; empty: all that exist
     std::optional<double> amount;
+    std::string compression;       // as the output's format has it; empty: its default
+    std::string progress = "bar";  // or "lines"
+    std::string report;            // JSON to write; empty: none
+    int threads = 0;               // frames in flight; 0: as many as processors
+    int memory = 0;                // MiB for them; 0: a quarter of the machine's
+    bool skipExisting = false;
 };
 void runRender(const RenderOptions& options);
 
@@ -38,6 +45,25 @@ struct PatternOptions {
     std::string out;
 };
 void runPattern(const PatternOptions& options);
+
+struct MeasureOptions {
+    EffectOptions effect;  // with a project: the look is sent into it
+    std::string picture;   // the pattern after the grade
+    int size = 0;
+    std::string frame;  // "1920x1080", in which the pattern was drawn; empty: the picture's own
+    std::int64_t id = 0;
+    std::string name;
+    std::string out;  // a .cube or .twlut file to write; empty: none
+    bool json = false;
+};
+void runMeasure(const MeasureOptions& options);
+
+struct RequestsOptions {
+    bool once = false;  // only what lies there now
+    bool json = false;
+};
+// Without `once` it never returns.
+void runRequests(const RequestsOptions& options);
 
 void runInspect(const EffectOptions& effect, const std::string& file);
 void runEncode(const std::string& cube);

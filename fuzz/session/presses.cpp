@@ -12,7 +12,7 @@
 namespace session_fuzz {
 namespace {
 
-using tw_effect::LutFileResult;
+using tw::LutFileResult;
 
 constexpr A_long kFlagsOfNewValue = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
 
@@ -85,7 +85,7 @@ std::optional<std::string> textToStore(SessionState& session, const std::string&
         session.requireLine("LUT button: cancelled");
         return std::nullopt;
     }
-    tw_effect::LutFile file;
+    tw::LutFile file;
     std::string reason;
     const LutFileResult result = tw_effect::loadLutFile(wide, file, reason);
     requireAlerts(session, alertsFor(result, path));

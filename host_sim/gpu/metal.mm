@@ -1,5 +1,7 @@
 #include "host_sim/gpu/metal.h"
 
+#include <string>
+
 #import <Foundation/Foundation.h>
 #import <Metal/Metal.h>
 

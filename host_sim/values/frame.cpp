@@ -36,6 +36,28 @@ std::array<std::size_t, 4> channelOrder(PrPixelFormat format) {
     return {2, 1, 0, 3};
 }
 
+// `out` takes at place k of each pixel what `in` has at place order[k].
+template <typename Channel>
+void reorder(const std::uint8_t* in, std::uint8_t* out, int pixels,
+             const std::array<std::size_t, 4>& order) {
+    for (int x = 0; x < pixels; ++x, in += 4 * sizeof(Channel), out += 4 * sizeof(Channel)) {
+        std::array<Channel, 4> from;
+        std::array<Channel, 4> to;
+        std::memcpy(from.data(), in, sizeof from);
+        for (std::size_t k = 0; k < 4; ++k)
+            to[k] = from[order[k]];
+        std::memcpy(out, to.data(), sizeof to);
+    }
+}
+
+// Where in red, green, blue, alpha the channels of a pixel in memory come from.
+std::array<std::size_t, 4> inverse(const std::array<std::size_t, 4>& order) {
+    std::array<std::size_t, 4> places;
+    for (std::size_t k = 0; k < 4; ++k)
+        places[order[k]] = k;
+    return places;
+}
+
 }  // namespace
 
 Frame::Frame(PrPixelFormat format, int width, int height, const FrameLayout& layout)
@@ -125,6 +147,29 @@ void Frame::setPixelF(int x, int y, const RgbaF& rgba) {
     for (std::size_t channel = 0; channel < 4; ++channel)
         pixel[order[channel]] = rgba[channel];
     std::memcpy(bytes_.data() + checkedOffset(x, y, 4), pixel.data(), sizeof pixel);
+}
+
+void Frame::readRow(int y, std::uint8_t* rgba) const {
+    if (width() == 0) return;
+    reorder<std::uint8_t>(&bytes_[checkedOffset(0, y, 1)], rgba, width(), channelOrder(format_));
+}
+
+void Frame::readRow(int y, float* rgba) const {
+    if (width() == 0) return;
+    reorder<float>(&bytes_[checkedOffset(0, y, 4)], reinterpret_cast<std::uint8_t*>(rgba), width(),
+                   channelOrder(format_));
+}
+
+void Frame::writeRow(int y, const std::uint8_t* rgba) {
+    if (width() == 0) return;
+    reorder<std::uint8_t>(rgba, &bytes_[checkedOffset(0, y, 1)], width(),
+                          inverse(channelOrder(format_)));
+}
+
+void Frame::writeRow(int y, const float* rgba) {
+    if (width() == 0) return;
+    reorder<float>(reinterpret_cast<const std::uint8_t*>(rgba), &bytes_[checkedOffset(0, y, 4)],
+                   width(), inverse(channelOrder(format_)));
 }
 
 std::vector<std::uint8_t> Frame::pixelBytes() const {

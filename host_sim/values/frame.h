@@ -68,6 +68,11 @@ public:
     RgbaF pixelF(int x, int y) const;
     void setPixel8(int x, int y, const Rgba8& rgba);
     void setPixelF(int x, int y, const RgbaF& rgba);
+    // A row at a time: width() pixels of red, green, blue, alpha. Throw as above.
+    void readRow(int y, std::uint8_t* rgba) const;
+    void readRow(int y, float* rgba) const;
+    void writeRow(int y, const std::uint8_t* rgba);
+    void writeRow(int y, const float* rgba);
     // The pixels' bytes, row by row, top first, without padding.
     std::vector<std::uint8_t> pixelBytes() const;
     void fill(std::uint8_t byte);

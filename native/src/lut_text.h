@@ -16,7 +16,9 @@
 // exhaustion and container limits throw.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,17 @@ TW_EXPORT std::string toEmbeddedText(const Lut3D& lut, long id, const std::strin
 // failure returns false, sets *err (when given) to one fixed message and leaves `lut` partly
 // written: to be discarded.
 TW_EXPORT bool parseEmbeddedText(const std::string& text, Lut3D& lut, std::string* err);
+
+// The base64 data of a TWLUT text of the forms 1 to 3: where they begin, and how many characters of
+// the alphabet a reader takes.
+struct EmbeddedData {
+    std::size_t start = 0;
+    std::size_t characters = 0;
+};
+
+// Read from the first 1200 characters of a text, by parseEmbeddedText's own rules; none where that
+// refuses the text before its data, and for the forms without any.
+std::optional<EmbeddedData> embeddedData(const std::string& text);
 
 // The TWLUT text held in `count` raw bytes of a parameter, either 8-bit or as 16-bit little-endian
 // units; empty when the bytes hold none. `bytes` may be null.

@@ -97,6 +97,10 @@ inline float min(float a, float b) {
 inline float max(float a, float b) {
     return __builtin_fmaxf(a, b);
 }
+// Rounded once, whatever the processor has.
+inline float fma(float a, float b, float c) {
+    return __builtin_fmaf(a, b, c);
+}
 inline float floor(float x) {
     return __builtin_floorf(x);
 }

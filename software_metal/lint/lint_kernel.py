@@ -30,6 +30,7 @@ OPENCL_FLAGS = ["-x", "clcpp", "-cl-std=clc++2021", "-target", "spir64", "-fsynt
 NOT_IN_THE_LANGUAGE = {"LambdaExpr", "BlockExpr", "GotoStmt", "IndirectGotoStmt", "AddrLabelExpr",
                        "CXXNewExpr", "CXXDeleteExpr", "CXXThrowExpr", "CXXTryStmt", "StmtExpr",
                        "CXXDynamicCastExpr", "CXXTypeidExpr", "GCCAsmStmt", "StringLiteral"}
+PRAGMAS = ("#pragma METAL fp contract(off)", "#pragma STDC FP_CONTRACT OFF")
 CASTS = {"CStyleCastExpr", "CXXReinterpretCastExpr", "CXXStaticCastExpr", "CXXConstCastExpr"}
 # The tree spells a qualifier either as its macro or as the attribute behind it.
 SPACE = re.compile(r"address_space\((\d)\)|\b(device|constant|threadgroup)\b")
@@ -39,6 +40,21 @@ FOREIGN_WORDS = re.compile(r"\b(?:unsigned\s+long|signed\s+long|long\s+long|__(?
 
 def type_of(node):
     return (node.get("type") or {}).get("qualType", "")
+
+
+def is_float(node):
+    """Whether a value is a float, a half, or a vector of them."""
+    written = (node.get("type") or {}).get("desugaredQualType", type_of(node))
+    return re.search(r"\b(float|half|_Float16)\d?\b", written) is not None
+
+
+def has_product(node):
+    """Whether a float product stands in an expression outside calls."""
+    if node.get("kind") in ("CallExpr", "CXXMemberCallExpr", "ArraySubscriptExpr"):
+        return False
+    if node.get("kind") == "BinaryOperator" and node.get("opcode") == "*" and is_float(node):
+        return True
+    return any(has_product(child) for child in node.get("inner", []))
 
 
 def spaces(type_name):
@@ -98,6 +114,9 @@ class Tree:
             self.check_cast(node, written)
         if kind == "FloatingLiteral" and written not in ("float", "_Float16", "half"):
             self.say("a literal without the suffix f")
+        if node.get("opcode") in ("+", "-", "+=", "-=") and is_float(node) \
+                and function != "mulAdd" and has_product(node):
+            self.say(f"{function}: a product and a sum of floats in one expression; write mulAdd")
         if kind == "DeclRefExpr" and function:
             target = node.get("referencedDecl") or {}
             if target.get("kind") == "FunctionDecl":
@@ -140,6 +159,13 @@ def tree_findings(clang, text):
     return tree.findings
 
 
+def pragma_findings(plain):
+    """Without these lines Apple's compiler rounds a product and a sum of one expression once."""
+    before_code = plain.partition("{")[0]
+    return [f"not above the code: {pragma}" for pragma in PRAGMAS
+            if pragma + "\n" not in before_code]
+
+
 def opencl_findings(clang, path):
     run = subprocess.run([clang, *OPENCL_FLAGS, path], capture_output=True, text=True, check=False)
     return errors(run.stderr) if run.returncode else []
@@ -153,6 +179,7 @@ def main(clang, path):
     text = pathlib.Path(path).read_text(encoding="ascii")
     plain = re.sub(r"//[^\n]*|/\*.*?\*/", "", text, flags=re.S)
     findings = [f"word not allowed: {word}" for word in FOREIGN_WORDS.findall(plain)]
+    findings += pragma_findings(plain)
     findings += tree_findings(clang, text) + opencl_findings(clang, path)
     for finding in findings:
         print(finding)

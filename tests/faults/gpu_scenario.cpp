@@ -4,6 +4,7 @@
 
 #include "gpu/metal_lut.h"
 #include "tests/gpu/test_device.h"
+#include "tests/software_metal/settled.h"
 #include "tests/support/frames.h"
 
 namespace faults {

@@ -12,7 +12,7 @@
 #include "host_sim/host.h"
 #include "native/src/lut_text.h"
 #include "software_metal/control.h"
-#include "tests/gpu/test_device.h"
+#include "tests/software_metal/settled.h"
 #include "tests/support/effect_log.h"
 #include "tests/support/luts.h"
 #include "tests/support/parameters.h"

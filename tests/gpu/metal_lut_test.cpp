@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/gpu/device_fixture.h"
 #include "tests/gpu/test_device.h"
 #include "tests/support/effect_log.h"
 

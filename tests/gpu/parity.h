@@ -1,18 +1,11 @@
-// Comparing the kernel's picture on the software device with tw::applyF: equal bit for bit in
-// 32-bit floats (one not-a-number being as good as another); in half floats within one unit, both
-// having rounded the same single-precision result.
-//
-// That holds where the CPU multiplies, then adds, as x86-64 does and as the device was compiled.
-// With fused operations on one side the bound is the rounding of single precision.
+// Pictures of the same input by the kernel on a device and by tw::applyF: equal bit for bit, one
+// not-a-number being as good as another; in half floats the CPU's picture rounded to nearest even.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "native/src/lut_engine.h"
-#include "tests/gpu/differences.h"
 #include "tests/gpu/gpu_picture.h"
 #include "tests/gpu/parity_inputs.h"
 #include "tests/gpu/test_device.h"
@@ -20,12 +13,6 @@
 namespace twtest {
 
 enum class Place { kOtherBuffer, kInPlace };
-
-#if defined(__aarch64__)
-inline constexpr double kTolerance = 4e-7;
-#else
-inline constexpr double kTolerance = 0.0;
-#endif
 
 // The colours row by row, the last row filled up with the first colours, BGRA.
 inline Picture pictureOf(const std::vector<Colour>& colours, Shape shape) {
@@ -114,52 +101,5 @@ inline Picture kernelPattern(const Device& device, int n, const Shape& shape, st
                     samples.get(), args, true, err, nullptr);
     return download(picture, shape);
 }
-
-class Parity : public DeviceTest {
-protected:
-    Picture graded(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
-                   const Shape& shape) {
-        std::string err;
-        const Picture picture = kernelPicture(device_, lut, source, amount, place, shape, &err);
-        EXPECT_EQ(err, "");
-        return picture;
-    }
-
-    void check(const tw::Lut3D& lut, const Picture& source, float amount, Place place,
-               const Shape& shape) {
-        SCOPED_TRACE(testing::Message() << "size " << lut.size << ", amount " << amount
-                                        << (shape.half ? ", 16f" : ", 32f")
-                                        << (place == Place::kInPlace ? ", in place" : ""));
-        const Picture actual = graded(lut, source, amount, place, shape);
-        const Differences found = compare(cpuPicture(lut, source, amount, shape), actual);
-        EXPECT_LE(found.largest, shape.half ? 1.0 / 16 : kTolerance) << found.first;
-        EXPECT_EQ(found.notANumber, 0) << found.first;
-        EXPECT_LE(found.halfUnits, 1) << found.first;
-        if (kTolerance == 0.0 && !shape.half) {
-            EXPECT_EQ(found.unequal, 0) << found.first;
-        }
-        EXPECT_TRUE(actual.paddingIntact());
-    }
-
-    // In 32-bit and half floats, in place and to a buffer with other rows, at three amounts.
-    void checkColours(const tw::Lut3D& lut, const std::vector<Colour>& colours) {
-        const int width = 37;
-        const int height = (static_cast<int>(colours.size()) + width - 1) / width;
-        for (const bool half : {false, true}) {
-            const Picture source = pictureOf(colours, {width, height, width + 3, half});
-            for (const float amount : {0.5f, 1.0f, 1.7f}) {
-                check(lut, source, amount, Place::kInPlace, source.shape);
-                check(lut, source, amount, Place::kOtherBuffer, {width, height, width + 8, half});
-            }
-        }
-    }
-
-    void TearDown() override {
-        device_ = Device{Handle(), Handle(), Handle()};
-        DeviceTest::TearDown();
-    }
-
-    Device device_;
-};
 
 }  // namespace twtest

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/gpu/parity.h"
+#include "tests/gpu/parity_fixture.h"
 
 namespace {
 
@@ -28,16 +28,11 @@ protected:
 };
 
 TEST_P(Pattern, isThatOfTheCpu) {
-    for (const bool half : {false, true}) {
-        checkPattern(GetParam(), {320, 180, 323, half});
-        checkPattern(GetParam(), {101, 97, 101, half});
-        checkPattern(GetParam(), {1, 40, 3, half});
-    }
-    // The widest frame: places times columns pass 32 bits.
-    checkPattern(GetParam(), {32767, 1, 32767, false});
+    for (const Shape& shape : twtest::patternShapes())
+        checkPattern(GetParam(), shape);
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, Pattern, testing::Values(2, 3, 4, 5, 8, 16, 17, 31, 33, 63, 64),
+INSTANTIATE_TEST_SUITE_P(Sizes, Pattern, testing::ValuesIn(twtest::patternSizes()),
                          testing::PrintToStringParamName());
 
 }  // namespace

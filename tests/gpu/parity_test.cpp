@@ -1,107 +1,91 @@
-// The kernel grades as the CPU does.
+// The kernel grades as the CPU does, to the bit: its text for this processor as tw::applyF, its
+// other text as a reference with the other rounding.
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <utility>
-#include <vector>
+#include <tuple>
 
-#include "tests/gpu/parity.h"
+#include "gpu/kernel_source.h"
+#include "tests/gpu/parity_fixture.h"
 
 namespace {
 
-using twtest::Colour;
 using twtest::compare;
 using twtest::Differences;
+using twtest::kOwnRounding;
 using twtest::Parity;
+using twtest::ParityFrame;
+using twtest::ParityRow;
+using twtest::parityTable;
 using twtest::Picture;
 using twtest::Place;
+using twtest::Rounding;
 
-class ParityOfSize : public Parity, public testing::WithParamInterface<int> {};
-
-TEST_P(ParityOfSize, inAllTetrahedraAndTies) {
-    const tw::Lut3D lut = twtest::scatteredLut(GetParam(), 3);
-    checkColours(lut, twtest::tetrahedra(lut));
+Picture cpuPicture(const tw::Lut3D& lut, const ParityFrame& frame) {
+    return twtest::cpuPicture(lut, frame.source, frame.amount, frame.shape);
 }
 
-TEST_P(ParityOfSize, onLatticePoints) {
-    const tw::Lut3D lut = twtest::scatteredLut(GetParam(), 4);
-    checkColours(lut, twtest::latticePoints(lut));
-}
+class ParityOfRow : public Parity, public testing::WithParamInterface<ParityRow> {};
 
-TEST_P(ParityOfSize, onNoiseInAndBeyondTheDomain) {
-    const tw::Lut3D lut = twtest::scatteredLut(GetParam(), 5);
-    checkColours(lut, twtest::noise(lut, 3000));
-}
-
-TEST_P(ParityOfSize, withADomainOtherThanZeroToOne) {
-    tw::Lut3D lut = twtest::scatteredLut(GetParam(), 6);
-    twtest::setDomain(lut, 0, -0.1f, 1.2f);
-    twtest::setDomain(lut, 1, 0.0f, 2.0f);
-    twtest::setDomain(lut, 2, 0.25f, 0.75f);
-    checkColours(lut, twtest::tetrahedra(lut));
-    checkColours(lut, twtest::noise(lut, 1000));
-}
-
-INSTANTIATE_TEST_SUITE_P(Sizes, ParityOfSize, testing::Values(2, 3, 17, 33, 65, 129),
-                         testing::PrintToStringParamName());
-
-TEST_F(Parity, onNotANumberInfinitiesDenormalsAndValuesFarOutside) {
-    checkColours(twtest::scatteredLut(17, 8), twtest::specials());
-}
-
-TEST_F(Parity, withSamplesThatAreNotFinite) {
-    tw::Lut3D lut = twtest::scatteredLut(3, 9);
-    lut.data[0] = std::numeric_limits<float>::quiet_NaN();
-    lut.data[4] = std::numeric_limits<float>::infinity();
-    lut.data[44] = -std::numeric_limits<float>::infinity();
-    lut.data[50] = 1e-40f;
-    checkColours(lut, twtest::tetrahedra(lut));
-}
-
-// A corner without weight shows then: which one it is decides about a result that is no number.
-TEST_F(Parity, inTiesBesideSamplesThatAreInfinite) {
-    for (std::size_t corner = 0; corner < 8; ++corner) {
-        tw::Lut3D lut = twtest::scatteredLut(2, 15);
-        for (std::size_t channel = 0; channel < 3; ++channel)
-            lut.data[corner * 3 + channel] = std::numeric_limits<float>::infinity();
-        checkColours(lut, twtest::tetrahedra(lut));
+TEST_P(ParityOfRow, kernelEqualsTheCpu) {
+    const tw::Lut3D lut = GetParam().lut();
+    for (const ParityFrame& frame : GetParam().frames(lut)) {
+        const Differences found = compare(cpuPicture(lut, frame), graded(lut, frame));
+        EXPECT_EQ(found.unequal, 0) << describe(frame) << ": " << found.first;
     }
 }
 
-TEST_F(Parity, onFramesOfOddSizesAndPitches) {
-    const tw::Lut3D lut = twtest::scatteredLut(17, 10);
-    const std::vector<Colour> colours = twtest::noise(lut, 500);
-    for (const bool half : {false, true}) {
-        for (const auto& [width, height] :
-             {std::pair(1, 1), {15, 17}, {16, 16}, {17, 31}, {129, 3}}) {
-            const Picture source = twtest::pictureOf(colours, {width, height, width + 5, half});
-            check(lut, source, 1.0f, Place::kInPlace, source.shape);
-            check(lut, source, 1.0f, Place::kOtherBuffer, {width, height, width, half});
+TEST_P(ParityOfRow, eitherTextEqualsTheReferenceOfItsRounding) {
+    const tw::Lut3D lut = GetParam().lut();
+    const std::vector<ParityFrame> frames = GetParam().frames(lut);
+    for (const Rounding rounding : {Rounding::kApart, Rounding::kFused}) {
+        useText(rounding);
+        for (const ParityFrame& frame : frames) {
+            const Picture expected = referencePicture(lut, frame, rounding);
+            const Differences found = compare(expected, graded(lut, frame));
+            EXPECT_EQ(found.unequal, 0)
+                << nameOf(rounding) << ", " << describe(frame) << ": " << found.first;
         }
     }
 }
 
+INSTANTIATE_TEST_SUITE_P(Table, ParityOfRow, testing::ValuesIn(parityTable()),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(KernelText, isThatOfThisProcessor) {
+    EXPECT_EQ(twgpu::kKernelSource, twtest::kernelText(kOwnRounding));
+}
+
+// Or the two comparisons above would say little about which is which.
+TEST_F(Parity, theTwoTextsRoundDifferently) {
+    const tw::Lut3D lut = twtest::scatteredLut(17, 5);
+    const ParityFrame frame = twtest::framesOf(twtest::noise(lut, 1000)).front();
+    useText(Rounding::kApart);
+    const Picture apart = graded(lut, frame);
+    useText(Rounding::kFused);
+    const Differences found = compare(apart, graded(lut, frame));
+    EXPECT_GT(found.unequal, 0);
+    EXPECT_LE(found.largest, 4e-7);
+}
+
 TEST_F(Parity, alphaKeepsItsBits) {
     const tw::Lut3D lut = twtest::scatteredLut(3, 12);
-    Picture source({2, 1, 2, false});
-    source.set(0, 0, 3, std::bit_cast<float>(0x7FC12345U));
-    source.set(1, 0, 3, -0.0f);
-    const Picture picture = graded(lut, source, 0.7f, Place::kInPlace, source.shape);
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(picture.at(0, 0, 3)), 0x7FC12345U);
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(picture.at(1, 0, 3)), 0x80000000U);
+    Picture source({3, 1, 3, false});
+    const std::uint32_t bits[] = {0x7FC12345U, 0x80000000U, 0x00000001U};
+    for (int x = 0; x < 3; ++x)
+        source.set(x, 0, 3, std::bit_cast<float>(bits[x]));
+    for (const bool flushes : {false, true}) {
+        software_metal::setFlushesSubnormals(flushes);
+        const Picture picture = graded(lut, {source, 0.7f, Place::kInPlace, source.shape});
+        for (int x = 0; x < 3; ++x)
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(picture.at(x, 0, 3)), bits[x]) << flushes;
+    }
 }
 
 // The two sides round the slider's percent differently: one divides a double and narrows it, the
 // other narrows and divides. Integers and tenths are what the slider gives.
-TEST_F(Parity, atEveryPercent_withEachSidesOwnAmount) {
-    const tw::Lut3D lut = twtest::scatteredLut(17, 13);
-    const Picture source = twtest::pictureOf(twtest::noise(lut, 400), {20, 20, 20, false});
-    for (int percent = 1; percent <= 100; ++percent) {
-        const auto cpu = static_cast<float>(percent / 100.0);
-        const float gpu = static_cast<float>(percent) / 100.0f;
-        ASSERT_EQ(cpu, gpu) << percent;
-        check(lut, source, gpu, Place::kInPlace, source.shape);
-    }
+TEST(Amount, isTheSameOnBothSides_atEveryPercent) {
+    for (int percent = 1; percent <= 100; ++percent)
+        EXPECT_EQ(static_cast<float>(percent / 100.0), static_cast<float>(percent) / 100.0f);
 }
 
 TEST_F(Parity, atTenthsOfAPercent_withinTheAmountsOwnRounding) {
@@ -111,12 +95,13 @@ TEST_F(Parity, atTenthsOfAPercent_withinTheAmountsOwnRounding) {
     for (int tenths = 1; tenths <= 1000; ++tenths) {
         const auto cpu = static_cast<float>(tenths / 10.0 / 100.0);
         const float gpu = static_cast<float>(tenths / 10.0) / 100.0f;
-        const Differences found = compare(twtest::cpuPicture(lut, source, cpu, source.shape),
-                                          graded(lut, source, gpu, Place::kInPlace, source.shape));
+        const Picture actual = graded(lut, {source, gpu, Place::kInPlace, source.shape});
+        const Differences found =
+            compare(twtest::cpuPicture(lut, source, cpu, source.shape), actual);
         worst.largest = std::max(worst.largest, found.largest);
-        EXPECT_EQ(found.notANumber, 0);
         // With the kernel's own amount on both sides nothing is left.
-        if (tenths % 97 == 0) check(lut, source, gpu, Place::kInPlace, source.shape);
+        const Picture same = twtest::cpuPicture(lut, source, gpu, source.shape);
+        if (tenths % 97 == 0) EXPECT_EQ(compare(same, actual).unequal, 0);
     }
     // Amounts 6e-8 apart, over distances of up to 2.5 between a colour and its LUT value.
     EXPECT_LE(worst.largest, 3e-7);

@@ -1,20 +1,15 @@
-// A software device for tests of the GPU path.
+// The kernel on a device, ready to run.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include <cstddef>
 
 #include "gpu/backend_object.h"
 #include "gpu/metal_lut.h"
-#include "software_metal/control.h"
-#include "tests/software_metal/settled.h"
 
 namespace twtest {
 
 using Handle = twgpu::BackendObject;
 
-// The kernel, ready to run.
 struct Device {
     Handle device{twmetal::DefaultDevice()};
     Handle queue{twmetal::NewQueue(device.get())};
@@ -22,16 +17,6 @@ struct Device {
 
     Handle buffer(const void* bytes, std::size_t length) const {
         return Handle(twmetal::NewBuffer(device.get(), bytes, length));
-    }
-};
-
-// Ends each test with a look at the device's books: nothing misused, nothing left.
-class DeviceTest : public ::testing::Test {
-protected:
-    void TearDown() override {
-        software_metal::setFaults({});
-        EXPECT_EQ(software_metal::takeMisuse(), "");
-        EXPECT_EQ(settledLiveObjects(), 0);
     }
 };
 

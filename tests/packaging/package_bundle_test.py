@@ -7,7 +7,8 @@ import unittest
 import zipfile
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "packaging"))
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "packaging"))
 
 from package_bundle import package  # noqa: E402
 
@@ -23,27 +24,28 @@ class Package(unittest.TestCase):
             file.parent.mkdir(parents=True, exist_ok=True)
             file.write_text(name)
             file.chmod(mode)
-        self.note = self.work / "INSTALL.txt"
-        self.note.write_text("copy it")
 
     def packed(self):
         out = self.work / "out.zip"
-        package(self.bundle, self.note, out)
+        package(self.bundle, out)
         return out
 
-    def test_holds_note_and_bundle_with_their_modes(self):
+    def test_holds_notes_and_bundle_with_their_modes(self):
         with zipfile.ZipFile(self.packed()) as archive:
-            found = {entry.filename: (archive.read(entry).decode(), entry.external_attr >> 16)
+            found = {entry.filename: (archive.read(entry), entry.external_attr >> 16)
                      for entry in archive.infolist()}
+        note = lambda name: (ROOT / name).read_bytes()
         self.assertEqual(found, {
-            "INSTALL.txt": ("copy it", 0o100644),
-            "A.plugin/Contents/PkgInfo": ("Contents/PkgInfo", 0o100644),
-            "A.plugin/Contents/MacOS/A": ("Contents/MacOS/A", 0o100755)})
+            "INSTALL.txt": (note("packaging/INSTALL.txt"), 0o100644),
+            "uninstall.command": (note("packaging/uninstall.command"), 0o100755),
+            "LICENSE": (note("LICENSE"), 0o100644),
+            "NOTICES.md": (note("NOTICES.md"), 0o100644),
+            "A.plugin/Contents/PkgInfo": (b"Contents/PkgInfo", 0o100644),
+            "A.plugin/Contents/MacOS/A": (b"Contents/MacOS/A", 0o100755)})
 
     def test_is_the_same_file_again_later(self):
         first = self.packed().read_bytes()
-        for path in (self.note, self.bundle / "Contents/PkgInfo"):
-            os.utime(path, (1, 1))
+        os.utime(self.bundle / "Contents/PkgInfo", (1, 1))
         self.assertEqual(self.packed().read_bytes(), first)
 
 

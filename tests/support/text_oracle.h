@@ -1,10 +1,14 @@
-// A second reader of the TWLUT text, which hands the header to the library's own scanner in the "C"
-// locale: the scanner's behaviour is part of the format.
+// A second reader of the LUT parameter and its TWLUT text: extracts the text first, scans its
+// header with the library's own scanner in the "C" locale, whose behaviour is part of the format,
+// and takes one character and one fused multiply-add at a time.
 #pragma once
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "native/src/lut_engine.h"
@@ -53,6 +57,15 @@ inline ScannedHeader scanForm1(const std::string& head) {
     return h;
 }
 
+// The size that the text's header tells; 0 when it is too large or there is none.
+inline std::int32_t announcedSize(const std::string& text) {
+    for (const auto& header : {scanForm3(text.substr(0, 1200)), scanForm2(text.substr(0, 96)),
+                               scanForm1(text.substr(0, 96))}) {
+        if (header.ok) return header.size > 129 ? 0 : header.size;
+    }
+    return 0;
+}
+
 inline std::string decodeName(const std::string& encoded) {
     if (encoded == "-") return "";
     std::string name;
@@ -69,24 +82,33 @@ inline std::string decodeName(const std::string& encoded) {
     return name;
 }
 
-// Six bits per letter gathered into one long string of zeros and ones per code.
+// Six bits for each letter of the alphabet, -1 for other characters.
+inline std::array<int, 256> makeSextets() {
+    std::array<int, 256> sextets;
+    sextets.fill(-1);
+    const std::string letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    for (std::size_t i = 0; i < letters.size(); ++i)
+        sextets[static_cast<unsigned char>(letters[i])] = static_cast<int>(i);
+    return sextets;
+}
+
 inline std::size_t decodeData(const std::string& text, const ScannedHeader& h, tw::Lut3D& lut) {
-    static const std::string letters =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    static const std::array<int, 256> sextets = makeSextets();
     const float step = (h.hi - h.lo) / 65535.0f;
     std::size_t stored = 0;
-    std::string bits;
+    unsigned bits = 0;
+    int bitCount = 0;
     for (std::size_t i = static_cast<std::size_t>(h.consumed);
          i < text.size() && text[i] != '=' && stored < lut.data.size(); ++i) {
-        const std::size_t value = letters.find(text[i]);
-        if (value == std::string::npos) continue;
-        for (std::size_t mask = 32; mask != 0; mask /= 2)
-            bits += (value & mask) != 0 ? '1' : '0';
-        if (bits.size() < 16) continue;
-        const unsigned long low = std::stoul(bits.substr(0, 8), nullptr, 2);
-        const unsigned long high = std::stoul(bits.substr(8, 8), nullptr, 2);
-        lut.data[stored++] = std::fma(static_cast<float>(high * 256 + low), step, h.lo);
-        bits.erase(0, 16);
+        const int sextet = sextets[static_cast<unsigned char>(text[i])];
+        if (sextet < 0) continue;
+        bits = bits << 6 | static_cast<unsigned>(sextet);
+        bitCount += 6;
+        if (bitCount < 16) continue;
+        bitCount -= 16;
+        const unsigned pair = bits >> bitCount & 0xFFFF;
+        const unsigned code = pair >> 8 | (pair & 0xFF) << 8;
+        lut.data[stored++] = std::fma(static_cast<float>(code), step, h.lo);
     }
     return stored;
 }
@@ -138,6 +160,32 @@ inline ReadText readTextSlowly(const std::string& text) {
     read.ok = decodeData(text, h, read.lut) == read.lut.data.size();
     if (!read.ok) read.error = "LUT data is truncated";
     return read;
+}
+
+// The low bytes of 16-bit units; empty when one of them has a high byte.
+inline std::string narrowed(const unsigned char* bytes, std::size_t count) {
+    std::string text(count / 2, '\0');
+    unsigned highBits = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        text[i] = static_cast<char>(bytes[2 * i]);
+        highBits |= bytes[2 * i + 1];
+    }
+    if (highBits != 0) text.clear();
+    return text;
+}
+
+// Empty when the bytes hold no text.
+inline std::string extractText(const void* bytes, std::size_t count) {
+    if (count < 6) return "";
+    if (std::memcmp(bytes, "TWLUT", 5) == 0) return {static_cast<const char*>(bytes), count};
+    if (count < 10 || std::memcmp(bytes, "T\0W\0L\0U\0T\0", 10) != 0) return "";
+    return narrowed(static_cast<const unsigned char*>(bytes), count);
+}
+
+inline ReadText readParameterSlowly(const void* bytes, std::size_t count) {
+    const std::string text = extractText(bytes, count);
+    return text.empty() ? failedText({}, "parameter does not hold TWLUT text")
+                        : readTextSlowly(text);
 }
 
 }  // namespace twtest

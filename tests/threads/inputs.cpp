@@ -85,9 +85,9 @@ void Inputs::addFile(const std::string& name, const std::string& contents) {
     CubeFile file;
     file.path = folder_ / name;
     twtest::writeFile(file.path, contents);
-    tw_effect::LutFile loaded;
+    tw::LutFile loaded;
     file.result = tw_effect::loadLutFile(tw::fromUtf8(file.path), loaded, file.reason);
-    if (file.result == tw_effect::LutFileResult::kLoaded) file.look = lookOf(widened(loaded.text));
+    if (file.result == tw::LutFileResult::kLoaded) file.look = lookOf(widened(loaded.text));
     files_.push_back(std::move(file));
 }
 

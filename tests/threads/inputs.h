@@ -34,7 +34,7 @@ struct Look {
 // A file that the user picks.
 struct CubeFile {
     std::string path;
-    tw_effect::LutFileResult result = tw_effect::LutFileResult::kUnreadable;
+    tw::LutFileResult result = tw::LutFileResult::kUnreadable;
     std::string reason;  // why it is unreadable
     Look look;           // of a loaded one
 };

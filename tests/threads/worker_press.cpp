@@ -6,7 +6,7 @@
 
 namespace stress {
 
-using tw_effect::LutFileResult;
+using tw::LutFileResult;
 using twtest::kEditButton;
 using twtest::kLut;
 using twtest::kLutButton;

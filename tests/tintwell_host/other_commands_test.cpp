@@ -106,8 +106,8 @@ TEST_F(OtherCommands, homeIsWhereTheUserSays) {
 
 TEST_F(OtherCommands, helpIsNoFailure) {
     EXPECT_NE(runWell("--help").find("render"), std::string::npos);
-    EXPECT_EQ(run("").exitCode, 1);
-    EXPECT_EQ(run("nothing").exitCode, 1);
+    EXPECT_EQ(run("").exitCode, 2);
+    EXPECT_EQ(run("nothing").exitCode, 2);
 }
 
 }  // namespace

@@ -32,17 +32,17 @@ protected:
     }
 
     // The same, which must go well.
-    std::string runWell(const std::string& arguments) {
-        const Outcome outcome = run(arguments);
+    std::string runWell(const std::string& arguments, const std::string& before = "") {
+        const Outcome outcome = run(arguments, before);
         EXPECT_EQ(outcome.exitCode, 0) << arguments << "\n" << outcome.err;
         return outcome.out;
     }
 
-    // The same, which must end with 1 and just this sentence.
+    // The same, which must end with `exitCode` and just this sentence.
     void runWrong(const std::string& arguments, const std::string& sentence,
-                  const std::string& before = "") {
+                  const std::string& before = "", int exitCode = 1) {
         const Outcome outcome = run(arguments, before);
-        EXPECT_EQ(outcome.exitCode, 1) << arguments;
+        EXPECT_EQ(outcome.exitCode, exitCode) << arguments;
         EXPECT_EQ(outcome.err, "tintwell-host: " + sentence + "\n") << arguments;
     }
 

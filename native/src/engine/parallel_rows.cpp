@@ -30,8 +30,10 @@ RowSplit splitRows(int rows, unsigned hardwareThreads) {
 }
 
 void parallelRows(int rows, const std::function<void(int, int)>& work) {
+    // Asking the platform takes 8 us, and fewer rows than these are never split.
+    const unsigned threads = rows < 2 * kMinRowsPerThread ? 1 : hardwareThreads();
     parallelRowsWith(
-        rows, hardwareThreads(), [](const auto& task) { return std::thread(task); }, work);
+        rows, threads, [](const auto& task) { return std::thread(task); }, work);
 }
 
 void setHardwareThreads(unsigned count) {

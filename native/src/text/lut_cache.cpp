@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "native/src/lut_engine.h"
-#include "native/src/lut_text.h"
 #include "native/src/mutex.h"
 #include "native/src/never_destroyed.h"
-#include "native/src/text/content_hash.h"
+#include "native/src/text/content_keys.h"
+#include "native/src/text/lut_text_reader.h"
 
 namespace tw {
 namespace {
@@ -50,14 +50,14 @@ Recent& recent() {
     return *instance;
 }
 
+ContentKeys& contentKeys() {
+    static NeverDestroyed<ContentKeys> instance;
+    return *instance;
+}
+
 SharedLut decode(const void* bytes, unsigned long count, std::string* err) {
-    const std::string text = embeddedText(bytes, count);
-    if (text.empty()) {
-        if (err) *err = "parameter does not hold TWLUT text";
-        return nullptr;
-    }
     auto lut = std::make_shared<Lut3D>();
-    if (!parseEmbeddedText(text, *lut, err)) return nullptr;
+    if (!readParameter(bytes, count, *lut, err)) return nullptr;
     return kindOf(lut.get()) == LutKind::kNone ? nullptr : lut;
 }
 
@@ -65,7 +65,7 @@ SharedLut decode(const void* bytes, unsigned long count, std::string* err) {
 
 SharedLut embeddedLut(const void* bytes, unsigned long count, std::string* err) {
     if (!bytes || count < kMinBytes) return nullptr;
-    const std::uint64_t key = contentHash(bytes, count);
+    const std::uint64_t key = contentKeys().keyOf(bytes, count);
     SharedLut lut;
     if (recent().find(key, &lut)) return lut;
     lut = decode(bytes, count, err);

@@ -1,10 +1,12 @@
-#include <array>
-#include <cmath>
+#include "native/src/text/lut_text_reader.h"
+
 #include <cstdio>
 
 #include "native/src/c_locale.h"
 #include "native/src/lut_text.h"
 #include "native/src/text/lut_text_format.h"
+#include "native/src/text/sample_codes.h"
+#include "native/src/text/text_view.h"
 
 namespace tw {
 namespace {
@@ -75,44 +77,11 @@ std::string decodeName(const std::string& encoded) {
     return name;
 }
 
-// Six bits per character of the alphabet, -1 for all others.
-constexpr std::array<std::int8_t, 256> makeSextets() {
-    std::array<std::int8_t, 256> sextets{};
-    sextets.fill(-1);
-    for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {
-        sextets[static_cast<unsigned char>(kBase64Alphabet[i])] = static_cast<std::int8_t>(i);
-    }
-    return sextets;
-}
-
-constexpr std::array<std::int8_t, 256> kSextets = makeSextets();
-
-// Fills `values` from base64 text, skipping what is not of the alphabet, up to "=" or the end.
-// True when all of them were there. The product and the sum are rounded once, on every processor:
-// a project must hold the same LUT wherever it is opened.
-bool decodeSamples(const char* at, const char* end, float lo, float step,
-                   std::vector<float>& values) {
-    std::size_t stored = 0;
-    unsigned bits = 0;
-    int bitCount = 0;
-    for (; at != end && stored < values.size() && *at != '='; ++at) {
-        const int sextet = kSextets[static_cast<unsigned char>(*at)];
-        if (sextet < 0) continue;
-        bits = bits << 6 | static_cast<unsigned>(sextet);
-        bitCount += 6;
-        if (bitCount < 16) continue;
-        bitCount -= 16;
-        const unsigned pair = bits >> bitCount & 0xFFFF;
-        const unsigned code = pair >> 8 | (pair & 0xFF) << 8;
-        values[stored++] = std::fmaf(static_cast<float>(code), step, lo);
-    }
-    return stored == values.size();
-}
-
-// The steps of parseEmbeddedText; null or the message of the failure.
+// The steps of reading; null or the message of the failure.
 class TextReader {
 public:
-    TextReader(const std::string& text, Lut3D& lut) : text_(text), lut_(lut) {}
+    TextReader(const TextView& text, Lut3D& lut)
+        : text_(text), head_(text.head(kShortHead)), lut_(lut) {}
 
     const char* read() {
         if (isForm('0')) return nullptr;
@@ -121,16 +90,22 @@ public:
         return readSamples();
     }
 
+    std::optional<EmbeddedData> findData() {
+        if (isForm('0') || isForm('P') || readHeader()) return std::nullopt;
+        const std::size_t bytes = latticeFloats(header_.size) * 2;
+        return EmbeddedData{static_cast<std::size_t>(header_.consumed), bytes / 3 * 4};
+    }
+
 private:
     bool isForm(char form) const {
-        return text_.compare(0, kTextMark.size(), kTextMark) == 0 && text_.size() >= kFormLength &&
-               text_[kFormLength - 1] == form;
+        return head_.starts_with(kTextMark) && head_.size() >= kFormLength &&
+               head_[kFormLength - 1] == form;
     }
 
     const char* readPattern() {
         int n = 0;
-        const std::string head = text_.substr(0, kShortHead);
-        if (std::sscanf(head.c_str(), "TWLUTP %d", &n) != 1 || n < kMinPattern || n > kMaxPattern) {
+        if (std::sscanf(head_.c_str(), "TWLUTP %d", &n) != 1 || n < kMinPattern ||
+            n > kMaxPattern) {
             return "bad calibration pattern size";
         }
         lut_.probe = n;
@@ -138,13 +113,12 @@ private:
     }
 
     const char* readHeader() {
-        const std::string head = text_.substr(0, kShortHead);
         if (isForm('3')) {
-            if (!scanNamed(head, header_) && !scanNamed(text_.substr(0, kLongHead), header_)) {
+            if (!scanNamed(head_, header_) && !scanNamed(text_.head(kLongHead), header_)) {
                 return "not a Tintwell LUT (expected TWLUT3 <id> <name> <size> <lo> <hi> <data>)";
             }
             lut_.name = decodeName(header_.name);
-        } else if (!(isForm('2') ? scanNumbered(head, header_) : scanPlain(head, header_))) {
+        } else if (!(isForm('2') ? scanNumbered(head_, header_) : scanPlain(head_, header_))) {
             return "not a Tintwell LUT (expected TWLUT2 <id> <size> <lo> <hi> <data>)";
         }
         lut_.id = header_.id;
@@ -156,25 +130,42 @@ private:
         lut_.size = header_.size;
         lut_.data.resize(latticeFloats(lut_.size));
         const float step = (header_.hi - header_.lo) / static_cast<float>(kMaxCode);
-        const char* data = text_.data() + header_.consumed;
-        const bool complete =
-            decodeSamples(data, text_.data() + text_.size(), header_.lo, step, lut_.data);
+        const TextView data = text_.from(static_cast<std::size_t>(header_.consumed));
+        const bool complete = decodeSamples(data, header_.lo, step, lut_.data);
         return complete ? nullptr : "LUT data is truncated";
     }
 
-    const std::string& text_;
+    TextView text_;
+    std::string head_;
     Lut3D& lut_;
     Header header_;
 };
 
-}  // namespace
-
-bool parseEmbeddedText(const std::string& text, Lut3D& lut, std::string* err) {
+bool read(const TextView& text, Lut3D& lut, std::string* err) {
     lut = Lut3D{};
     const CLocaleScope cNumbers;
     const char* failure = TextReader(text, lut).read();
     if (failure && err) *err = failure;
     return failure == nullptr;
+}
+
+}  // namespace
+
+bool parseEmbeddedText(const std::string& text, Lut3D& lut, std::string* err) {
+    return read(TextView::of(text), lut, err);
+}
+
+bool readParameter(const void* bytes, unsigned long count, Lut3D& lut, std::string* err) {
+    const TextView text = textIn(bytes, count);
+    if (text.length > 0) return read(text, lut, err);
+    if (err) *err = "parameter does not hold TWLUT text";
+    return false;
+}
+
+std::optional<EmbeddedData> embeddedData(const std::string& text) {
+    Lut3D ignored;
+    const CLocaleScope cNumbers;
+    return TextReader(TextView::of(text), ignored).findData();
 }
 
 }  // namespace tw

@@ -3,6 +3,7 @@
 
 #include "native/src/lut_text.h"
 #include "native/src/text/lut_text_format.h"
+#include "native/src/text/text_view.h"
 
 namespace tw {
 namespace {
@@ -19,27 +20,29 @@ bool startsWithUnits(const unsigned char* bytes, unsigned long count) {
     return true;
 }
 
-// The low bytes of the units; empty when a unit holds more than a byte.
-std::string narrow(const unsigned char* bytes, unsigned long count) {
-    std::string text(count / 2, '\0');
-    unsigned highBits = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        text[i] = static_cast<char>(bytes[2 * i]);
-        highBits |= bytes[2 * i + 1];
+bool hasWideUnits(const unsigned char* bytes, unsigned long count) {
+    unsigned bits = 0;
+    for (std::size_t at = 0; at + 2 <= count; at += 2) {
+        std::uint16_t unit;
+        std::memcpy(&unit, bytes + at, sizeof unit);
+        bits |= unit;
     }
-    if (highBits != 0) text.clear();
-    return text;
+    return bits > 0xFF;
 }
 
 }  // namespace
 
-std::string embeddedText(const void* bytes, unsigned long count) {
+TextView textIn(const void* bytes, unsigned long count) {
     if (!bytes || count < kMinBytes) return {};
     const auto* first = static_cast<const unsigned char*>(bytes);
-    if (std::memcmp(first, kTextMark.data(), kTextMark.size()) == 0) {
-        return std::string(static_cast<const char*>(bytes), count);
-    }
-    return startsWithUnits(first, count) ? narrow(first, count) : std::string();
+    if (std::memcmp(first, kTextMark.data(), kTextMark.size()) == 0) return {first, count, 1};
+    if (!startsWithUnits(first, count) || hasWideUnits(first, count)) return {};
+    return {first, count / 2, 2};
+}
+
+std::string embeddedText(const void* bytes, unsigned long count) {
+    const TextView text = textIn(bytes, count);
+    return text.head(text.length);
 }
 
 std::vector<std::uint16_t> toUtf16(const std::string& text) {

@@ -1,6 +1,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 constant float third = 0.333f;
 constant float table[2] = {1.0f, 2.0f};
 

@@ -1,6 +1,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 struct S {
     float value;
 };

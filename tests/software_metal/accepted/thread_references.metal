@@ -1,6 +1,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 static void set(thread float& v) {
     v = 2.0f;
 }

@@ -2,6 +2,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 const float third = 0.333f;
 
 kernel void K(device float* out [[buffer(0)]],

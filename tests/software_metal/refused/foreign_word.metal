@@ -2,6 +2,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 __attribute__((noinline)) static void f() {}
 
 kernel void K(device float* out [[buffer(0)]],

@@ -2,6 +2,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 static int g(int i);
 static int f(int i) {
     return i < 2 ? i : g(i - 1);

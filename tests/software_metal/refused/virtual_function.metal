@@ -2,6 +2,9 @@
 #include <metal_stdlib>
 using namespace metal;
 
+#pragma METAL fp contract(off)
+#pragma STDC FP_CONTRACT OFF
+
 struct S {
     virtual float f() { return 1.0f; }
 };

@@ -25,6 +25,7 @@ enum MTLCommandBufferStatus : NSUInteger { MTLCommandBufferStatusError = 5 };
 @end
 
 @protocol MTLBuffer <NSObject>
+@property(readonly) NSUInteger length;
 - (void*)contents;
 @end
 

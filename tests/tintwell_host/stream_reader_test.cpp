@@ -1,0 +1,87 @@
+#include "tintwell_host/stream_reader.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temp_folder.h"
+#include "tests/tintwell_host/packing.h"
+
+namespace program_test {
+namespace {
+
+// What was visited, as text.
+struct Record : program::StreamVisitor {
+    std::string told;
+    std::size_t count = 0;
+    void begin(const std::string& name) override {
+        told += "begin " + name.substr(name.rfind('/') + 1) + "\n";
+    }
+    void bytes(const char*, std::size_t some) override { count += some; }
+    void end() override { told += "end\n"; }
+    void warn(const std::string& sentence) override {
+        told += sentence.substr(sentence.rfind('/') + 1) + "\n";
+    }
+};
+
+class StreamReader : public testing::Test {
+protected:
+    Record read(const std::string& bytes, const program::StreamLimits& limits = {}) {
+        twtest::writeFile(folder_ / "file", bytes);
+        Record record;
+        program::readStreams(folder_ / "file", record, limits);
+        return record;
+    }
+    twtest::TempFolder folder_;
+};
+
+TEST_F(StreamReader, givesAPlainFileAsItIs) {
+    for (const std::size_t size : {0u, 1u, 3u, 4u, 70000u}) {
+        const Record record = read(std::string(size, 'x'));
+        EXPECT_EQ(record.told, "begin file\nend\n");
+        EXPECT_EQ(record.count, size);
+    }
+}
+
+TEST_F(StreamReader, givesEachMemberOfAZip) {
+    const Record record = read(zip({{"a", "1234"}, {"b", std::string(100000, 'x')}}));
+    EXPECT_EQ(record.told, "begin a\nend\nbegin b\nend\n");
+    EXPECT_EQ(record.count, 100004u);
+}
+
+TEST_F(StreamReader, stopsABomb_andSaysSo) {
+    const std::string bomb = gzip(std::string(10 << 20, '\0'));
+    const Record record = read(bomb, {.depth = 4, .bytes = 1 << 20, .ratio = 10});
+    EXPECT_EQ(record.told,
+              "begin file\nend\nfile' unpacks to more than a project does; the rest is not looked "
+              "into\n");
+    EXPECT_LE(record.count, (1u << 20) + 10 * bomb.size());
+    EXPECT_GT(record.count, 1u << 19);
+}
+
+TEST_F(StreamReader, countsWhatIsPackedTwice) {
+    const std::string inner = gzip(std::string(10 << 20, '\0'));
+    const Record record = read(gzip(inner), {.depth = 4, .bytes = 1 << 20, .ratio = 10});
+    EXPECT_NE(record.told.find("unpacks to more"), std::string::npos) << record.told;
+    EXPECT_LT(record.count, 2u << 20);
+}
+
+TEST_F(StreamReader, goesOnBehindADamagedMember) {
+    std::string bytes = zip({{"a", lookText(1, 1, "A", 9)}, {"b", "good"}});
+    // Within the packed bytes of the first member.
+    for (std::size_t at = 100; at < 200; ++at)
+        bytes[at] = '\xFF';
+    const Record record = read(bytes);
+    EXPECT_NE(record.told.find("a' cannot be read further: "), std::string::npos) << record.told;
+}
+
+TEST_F(StreamReader, survivesFilesThatOnlyBeginLikePackedOnes) {
+    EXPECT_EQ(read("\x1F\x8B").told, "begin file\nend\n");
+    EXPECT_EQ(read("\x1F\x8B\x08garbage").count, 10u);
+    for (const std::string& bytes :
+         {std::string("PK\x03\x04"), "PK\x03\x04" + std::string(99, '\xFF')}) {
+        EXPECT_NE(read(bytes).told.find("cannot be read further"), std::string::npos)
+            << read(bytes).told;
+    }
+}
+
+}  // namespace
+}  // namespace program_test

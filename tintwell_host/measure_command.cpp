@@ -1,0 +1,164 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "looks/measure.h"
+#include "native/src/lut_text.h"
+#include "tintwell_host/cube_file.h"
+#include "tintwell_host/failure.h"
+#include "tintwell_host/frame_size.h"
+#include "tintwell_host/output_file.h"
+#include "tintwell_host/subcommands.h"
+
+namespace program {
+namespace {
+
+constexpr double kStepsOf8Bits = 255.0;
+constexpr std::size_t kLongestName = 399;
+
+enum class Form { kNone, kCube, kText };
+
+Form formOf(const std::string& out) {
+    if (out.empty()) return Form::kNone;
+    const std::string extension = std::filesystem::path(out).extension();
+    if (extension == ".cube") return Form::kCube;
+    if (extension == ".twlut") return Form::kText;
+    throw Failure("cannot write '" + out + "': a look is written as .cube or .twlut");
+}
+
+looks::Measurement measured(const MeasureOptions& options) {
+    looks::PatternFrame frame;
+    frame.size = options.size;
+    if (!options.frame.empty()) {
+        const FrameSize size = parseFrameSize(options.frame);
+        frame.width = size.width;
+        frame.height = size.height;
+    }
+    const Picture picture = readPicture(options.picture, Depth::kFloat);
+    looks::Measurement measurement;
+    std::string reason;
+    if (!looks::measurePattern({picture.floats.data(), picture.width, picture.height}, frame,
+                               measurement, reason)) {
+        throw Failure("cannot measure '" + options.picture + "': " + reason);
+    }
+    measurement.lut.id = options.id;
+    measurement.lut.name = options.name;
+    return measurement;
+}
+
+// The text that the effect is given. What the effect could not read back the same is refused here.
+std::string textOf(const tw::Lut3D& lut) {
+    if (lut.name == "-") throw Failure("a look cannot be named '-': that stands for no name");
+    const std::string text = tw::toEmbeddedText(lut, static_cast<long>(lut.id), lut.name);
+    const std::size_t name = text.find(' ', text.find(' ') + 1) + 1;
+    const std::size_t length = text.find(' ', name) - name;
+    if (length > kLongestName) {
+        throw Failure("the name is too long: it takes " + std::to_string(length) +
+                      " characters when encoded, and may take " + std::to_string(kLongestName));
+    }
+    const tw::Lut3D back = lutFromText(text, "the measured look");
+    if (!std::all_of(back.data.begin(), back.data.end(), [](float v) { return std::isfinite(v); }))
+        throw Failure("the values of the look span too wide a range to be stored");
+    return text;
+}
+
+// What the noise says, in steps of 8 bits.
+struct Accuracy {
+    double middleNoise = 0.0;
+    double mostNoise = 0.0;
+    std::size_t noisiest = 0;  // lattice point
+    // How far the look's points are off. Compression shifts a patch by about half of what it makes
+    // its pixels scatter; a value of 8 bits is rounded by a quarter of a step, half a step at most.
+    double middleError = 0.0;
+    double mostError = 0.0;
+};
+
+Accuracy accuracyOf(const looks::Measurement& measurement, bool isOf8Bits) {
+    std::vector<float> sorted = measurement.noise;
+    std::sort(sorted.begin(), sorted.end());
+    const auto most = std::max_element(measurement.noise.begin(), measurement.noise.end());
+    Accuracy accuracy;
+    accuracy.middleNoise = static_cast<double>(sorted[sorted.size() / 2]) * kStepsOf8Bits;
+    accuracy.mostNoise = static_cast<double>(*most) * kStepsOf8Bits;
+    accuracy.noisiest = static_cast<std::size_t>(most - measurement.noise.begin());
+    accuracy.middleError = accuracy.middleNoise / 2 + (isOf8Bits ? 0.25 : 0.0);
+    accuracy.mostError = accuracy.mostNoise + (isOf8Bits ? 0.5 : 0.0);
+    return accuracy;
+}
+
+// The colour that the pattern shows at a lattice point, as "0 0.5 1".
+std::string colourOf(std::size_t point, int size) {
+    const auto steps = static_cast<std::size_t>(size);
+    const auto top = static_cast<double>(size - 1);
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3g %.3g %.3g", static_cast<double>(point % steps) / top,
+                  static_cast<double>(point / steps % steps) / top,
+                  static_cast<double>(point / steps / steps) / top);
+    return text;
+}
+
+void printReport(const looks::Measurement& measurement, bool isOf8Bits) {
+    const Accuracy accuracy = accuracyOf(measurement, isOf8Bits);
+    std::printf(
+        "pattern     %d steps in %d x %d patches, the smallest %d x %d pixels, "
+        "each read from %d of them or more\n",
+        measurement.lut.size, measurement.columns, measurement.rows, measurement.patchWidth,
+        measurement.patchHeight, measurement.pixelsRead);
+    std::printf("noise       %.2g steps of 8 bits in the middle patch, %.2g in the noisiest (%s)\n",
+                accuracy.middleNoise, accuracy.mostNoise,
+                colourOf(accuracy.noisiest, measurement.lut.size).c_str());
+    std::printf("exactness   points are right to about %.2g steps of 8 bits, the worst to %.2g\n",
+                accuracy.middleError, accuracy.mostError);
+    if (accuracy.middleError > 1.0) {
+        std::printf(
+            "advice      less compression, a larger frame or fewer steps make it more exact\n");
+    }
+    std::printf("LUT         %s\n", describeLut(measurement.lut).c_str());
+}
+
+void printJson(const looks::Measurement& measurement) {
+    const tw::Lut3D& lut = measurement.lut;
+    const auto [lo, hi] = std::minmax_element(lut.data.begin(), lut.data.end());
+    nlohmann::ordered_json report;
+    report["size"] = lut.size;
+    report["id"] = lut.id;
+    report["name"] = lut.name;
+    report["lowest"] = *lo;
+    report["highest"] = *hi;
+    report["columns"] = measurement.columns;
+    report["rows"] = measurement.rows;
+    report["patch_width"] = measurement.patchWidth;
+    report["patch_height"] = measurement.patchHeight;
+    report["pixels_read"] = measurement.pixelsRead;
+    report["noise"] = measurement.noise;
+    const std::string text =
+        report.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    std::printf("%s\n", text.c_str());
+}
+
+void sendInto(const EffectOptions& effect, const std::string& text) {
+    EffectSession session(effect);
+    session.scan(text, "the measured look");
+    session.save(effect.project);
+    session.close();
+}
+
+}  // namespace
+
+void runMeasure(const MeasureOptions& options) {
+    const Form form = formOf(options.out);
+    const looks::Measurement measurement = measured(options);
+    const std::string text = textOf(measurement.lut);
+    if (!options.effect.project.empty()) sendInto(options.effect, text);
+    if (form == Form::kCube) writeWhole(options.out, cubeFromLut(measurement.lut));
+    if (form == Form::kText) writeWhole(options.out, text + "\n");
+    if (options.json) {
+        printJson(measurement);
+    } else {
+        printReport(measurement, naturalDepth(options.picture) == Depth::k8);
+    }
+}
+
+}  // namespace program

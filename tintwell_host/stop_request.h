@@ -1,0 +1,18 @@
+// A polite request to stop: SIGINT or SIGTERM.
+#pragma once
+
+namespace program {
+
+// While one lives the two signals do not end the process at once; the second one does.
+class StopRequest {
+public:
+    StopRequest();
+    ~StopRequest();
+    StopRequest(const StopRequest&) = delete;
+    StopRequest& operator=(const StopRequest&) = delete;
+
+    // The signal that came, 0 for none. Threads: any.
+    static int signal();
+};
+
+}  // namespace program
