@@ -20,7 +20,7 @@ double secondsPerCall(int calls, Work work) {
 }
 
 // The benchmark's loop (registered with UseManualTime): rounds of `calls` calls of `work`, each
-// round followed by one of `reference`, so that both meet the machine in the same mood. Reports,
+// round followed by one of `reference`, so that both run under the same load. Reports,
 // from the quickest round of each, which other programs have disturbed least: the time of one of
 // the `units` that a call works on, in nanoseconds, under `unitName`; and the ratio of the two,
 // work by reference, under `ratioName`.

@@ -1,5 +1,5 @@
 // The decode cache. The input names a few parameter contents and the order in which they are met,
-// each time at another address; a list of what was kept tells what every look-up must give.
+// each time at another address; a list of what was kept says what every lookup must give.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -21,7 +21,7 @@ using SharedLut = std::shared_ptr<const tw::Lut3D>;
 constexpr std::size_t kKept = 8;
 constexpr int kMostLooks = 40;
 
-// The content in memory of its very size, begun at an address of any kind.
+// The content in a buffer of exactly its size, at any alignment.
 SharedLut lookUp(const std::string& content, std::size_t shift, std::string* error) {
     const std::string memory = std::string(shift, '#') + content;
     const std::vector<char> exact(memory.begin(), memory.end());

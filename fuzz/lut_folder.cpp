@@ -21,7 +21,7 @@ using twfuzz::require;
 const std::wstring kDataFolder = L"/Library/Application Support/Tintwell/";
 const std::wstring kFallback = L"/Documents/Tintwell LUTs";
 
-// Folders and a file whose names meet every rule of the file's reader.
+// Folders and a file whose names exercise every rule of the reader.
 class Home : public twtest::TempHome {
 public:
     Home() {

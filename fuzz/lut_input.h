@@ -1,4 +1,4 @@
-// Small LUTs and rows of values from a fuzz input, every one of them valid and none of them tame.
+// Small LUTs and rows of values from a fuzz input, valid, but with extreme values.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace twfuzz {
 
-// Values repeated until there are enough of them. No two neighbouring rounds begin at the same one,
-// so that a few values still make a picture without a pattern.
+// Values repeated until there are enough of them, each round from another start, so that a few
+// values still give an irregular picture.
 template <typename Value>
 std::vector<Value> spread(Input& input, std::size_t most, std::size_t wanted) {
     std::vector<Value> given(1 + input.below(static_cast<std::uint32_t>(most)));

@@ -1,5 +1,5 @@
 // parseCube on any bytes: what its header promises of the record and the message, whatever the
-// record held before; and what it calls valid can be used.
+// record held before; and a record that it accepts can be sampled and stored.
 #include <algorithm>
 #include <cstdint>
 #include <string>

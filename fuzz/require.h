@@ -1,5 +1,4 @@
-// How a fuzz target says that something does not hold: the process ends, and whoever fed the input
-// keeps it.
+// Ends the process when something does not hold; the fuzzer then keeps the input.
 #pragma once
 
 #include <gtest/gtest.h>

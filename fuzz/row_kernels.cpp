@@ -38,7 +38,7 @@ struct Case {
     bool inPlace;
 };
 
-// The row as it stands in memory of its very size, `shift` channels behind the start.
+// The row in a buffer of exactly its size, `shift` channels after the start.
 template <typename Channel, typename Row>
 std::vector<Channel> graded(const Case& c, Row* row, const std::vector<Channel>& source) {
     std::vector<Channel> memory;

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Told at the end: a session is many commands, and far slower than other targets' inputs.
+// Printed at the end: a session is many commands, and far slower than other targets' inputs.
 struct Totals {
     std::size_t commands = 0;
 

@@ -1,5 +1,5 @@
-// Inputs that are taken sparingly: a text of twenty bytes may rightly ask for a LUT of 200 MB,
-// which costs as much as ten thousand other inputs.
+// Limits costly inputs: a text of twenty bytes may ask for a LUT of 200 MB, which takes as long as
+// ten thousand other inputs.
 #pragma once
 
 #include <algorithm>
@@ -25,7 +25,7 @@ inline std::int32_t announcedSize(const std::string& text) {
 }
 
 // Whether to leave out this input, which asks for a LUT of `size` points: all but the first few
-// large ones of a process and a few after them. Fed alone, every input is taken.
+// large ones of a process and a few after them. A single input is always taken.
 inline bool leaveOut(std::int32_t size) {
     static unsigned large = 0;
     if (size <= kCheapSize) return false;

@@ -1,5 +1,5 @@
-// toUtf8 and fromUtf8 against readings of their rules that know nothing of shifts and masks, and
-// there and back again. The first byte says whether the rest is text or code points.
+// toUtf8 and fromUtf8 against slow implementations on strings of bits, and as a round trip. The
+// first byte says whether the rest is text or code points.
 #include <array>
 #include <cstdint>
 #include <string>

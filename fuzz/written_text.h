@@ -16,8 +16,8 @@ struct WrittenText {
         fields >> hi >> data;
     }
 
-    // A name longer than 399 characters is not read back. And where the reader's first, short look
-    // ends within hi, it takes the number as it is cut there: a rule of the format.
+    // A name longer than 399 characters is not read back. And where the first 96 characters end
+    // within hi, the reader takes the number as it is cut there: a rule of the format.
     bool readBackWhole() const {
         constexpr std::size_t kMostName = 399;
         constexpr std::size_t kShortLook = 96;

@@ -213,7 +213,7 @@ Answer<PF_ArbitraryH> ArbitraryCalls::handleAnswer(PF_FunctionSelector selector,
         return {error, nullptr};
     }
     if (handle != nullptr && !session_.handles.isLive(handle)) {
-        problem(selector, "The effect stored a handle that is none");
+        problem(selector, "The effect stored an unknown handle");
         return {error, nullptr};
     }
     return {error, handle};

@@ -25,7 +25,7 @@ struct Answer {
 // One arbitrary parameter, on behalf of an instance. Handles given to the effect are locked by the
 // host round the call, effect_ref is null, and there are no params. Handles returned belong to the
 // caller, who gives them to dispose(). Problems: an answer left unwritten although the error is 0,
-// a handle that is none, bytes written beside a buffer, a printed text without an end.
+// an unknown handle, bytes written beside a buffer, a printed text without an end.
 //
 // Threads: any, also at once on the same handles as long as nobody disposes of them.
 class ArbitraryCalls {

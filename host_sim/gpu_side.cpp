@@ -115,7 +115,7 @@ GpuFrame* GpuSide::frameOf(PPixHand handle, const char* callback) {
     const std::lock_guard lock(mutex_);
     const auto found = frames_.find(handle);
     if (found != frames_.end()) return found->second;
-    books().problem(std::string(callback) + " was given a frame that is none");
+    books().problem(std::string(callback) + " was given an unknown frame");
     return nullptr;
 }
 

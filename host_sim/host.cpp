@@ -43,7 +43,7 @@ Host::~Host() {
     for (const std::string& problem : session_.books.problems()) {
         std::fprintf(stderr, "%s\n", problem.c_str());
     }
-    std::fputs("A simulated host ended with problems that nobody asked for.\n", stderr);
+    std::fputs("A simulated host ended with problems that were not read.\n", stderr);
     std::abort();
 }
 

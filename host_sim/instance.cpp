@@ -165,7 +165,7 @@ void Instance::replace(int index, PF_ArbitraryH handle) {
     const PF_ArbitraryH old = arbitrary.value;
     if (handle == old) return;
     if (handle != nullptr && !session_.handles.isLive(handle)) {
-        session_.books.problemAtEnd("The effect put a handle that is none into parameter " +
+        session_.books.problemAtEnd("The effect put an unknown handle into parameter " +
                                     std::to_string(index));
         return;
     }

@@ -54,7 +54,7 @@ std::optional<int> Session::instanceOf(PF_ProgPtr effectRef, const char* callbac
     for (const auto& [instance, ref] : refs_) {
         if (ref.get() == effectRef) return instance;
     }
-    books.problem(std::string(callback) + " was given an effect_ref that is none");
+    books.problem(std::string(callback) + " was given an unknown effect_ref");
     return std::nullopt;
 }
 

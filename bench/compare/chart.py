@@ -9,7 +9,7 @@ OURS, THEIRS = "#2a7f9e", "#b8b8b8"
 
 
 def bars(rows, top):
-    """One block of bars; lengths by the root of the time, so that the short ones can be seen."""
+    """One block of bars; lengths by the square root of the time, so that the short ones can be seen."""
     longest = max(float(row["ns/pixel"]) for row in rows) ** 0.5
     for index, row in enumerate(rows):
         y = top + index * (BAR + GAP)

@@ -25,7 +25,7 @@ void feed(const std::string& file) {
     std::printf("%s\n", file.c_str());
     std::fflush(stdout);
     const std::string input = twtest::readFile(file);
-    // Of the very size, so that a read behind the end is seen.
+    // Of exactly that size, so that a read past the end is seen.
     const std::vector<std::uint8_t> bytes(input.begin(), input.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
 }

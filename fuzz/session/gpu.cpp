@@ -11,8 +11,8 @@
 #include "host_sim/gpu_instance.h"
 #include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
-#include "tests/effect/texts.h"
 #include "tests/software_metal/settled.h"
+#include "tests/support/texts.h"
 
 namespace session_fuzz {
 namespace {
@@ -27,9 +27,8 @@ using host_sim::GpuValues;
 constexpr prSuiteError kFail = -2147483647 - 1;
 constexpr int kMostCommands = 2;
 
-// The first device is sound in every session of the process and the third is weak, the second one
-// stays as some earlier session may have left it: what the effect keeps of a device it keeps to the
-// end.
+// In every session of the process the first device works and the third is below the requirements;
+// the second stays as an earlier session left it, as the effect keeps its devices to the end.
 constexpr unsigned kSound = 0;
 constexpr unsigned kWeak = 2;
 
@@ -50,7 +49,7 @@ GpuSide& sideOf(SessionState& session, Record& record) {
     return *static_cast<GpuSide*>(session.gpu.get());
 }
 
-// A number, nothing, or a type that is none. A block in its place nobody would take from the host.
+// A number, nothing, or an unknown type. No host gives a memory block here.
 GpuValue oddAmount(Record& record) {
     constexpr csSDK_uint32 kTypes[] = {0, kPrParamType_Int32, kPrParamType_Float32,
                                        kPrParamType_Float64, 99};
@@ -124,7 +123,7 @@ Frame makePicture(Record& record) {
     return picture;
 }
 
-// A zero is as good as the other one, and something that is no number as another such thing.
+// Zeros of either sign are equal, and so are any two NaN.
 void requireSame(const Frame& expected, const Frame& picture) {
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
@@ -193,8 +192,7 @@ struct GpuRenderer {
 
     // The frame, and the same one with a look of another effect between it and the next one.
     void renderBoth(const GpuValues& values, Record record) const {
-        static const Bytes otherLook =
-            effect_test::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
+        static const Bytes otherLook = twtest::widened("TWLUT3 1 - 2 0 1 " + std::string(64, 'Q'));
         const GpuValue amount{kPrParamType_Int32, 70.0, {}, false};
         const GpuValues others = {amount, lutValue(otherLook), {}, {}};
         renderOne(values, record);

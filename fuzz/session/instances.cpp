@@ -5,7 +5,7 @@
 #include "fuzz/session/random_texts.h"
 #include "fuzz/session/steps.h"
 #include "fuzz/session/violation.h"
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 
 namespace session_fuzz {
 namespace {
@@ -54,7 +54,7 @@ void remove(SessionState& session, Record& record) {
     session.applied.remove_if([&](const Applied& other) { return &other == one; });
 }
 
-// Projects hold no numbers but finite ones.
+// Projects hold finite numbers only.
 void saveAndLoad(SessionState& session, Record& record) {
     const Applied* const source = session.chooseInstance(record);
     if (source == nullptr || session.applied.size() == kMostInstances) return;
@@ -100,7 +100,7 @@ void otherCommand(SessionState& session, Record& record) {
     const PF_Cmd command = record.below(64);
     const Applied* const one = session.chooseInstance(record);
     if (one == nullptr || needsMore(command)) return;
-    const PF_OutData before = effect_test::fullOutData();
+    const PF_OutData before = twtest::fullOutData();
     session.host.outPreset() = before;
     const host_sim::CommandResult result = one->instance->command(command);
     session.host.outPreset() = {};
@@ -108,7 +108,7 @@ void otherCommand(SessionState& session, Record& record) {
     if (command == PF_Cmd_ABOUT) {
         require(result.message() == kAbout, "ABOUT says something else");
     } else {
-        require(effect_test::sameBytes(result.out, before), "out_data was written");
+        require(twtest::sameBytes(result.out, before), "out_data was written");
     }
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the hand-made sessions into fuzz/corpus/session; with --check fails if they differ.
 
-How bytes become a session is told in script.h. The functions below write one command each, with the
+script.h says how bytes become a session. The functions below write one command each, with the
 choices in the order in which the command of that letter (steps.cpp) asks for them."""
 
 import pathlib

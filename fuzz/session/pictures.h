@@ -1,4 +1,4 @@
-// Pictures of a session: odd worlds, and what a render must make of them.
+// Pictures of a session: worlds of any layout, and what a render must make of them.
 #pragma once
 
 #include "fuzz/session/reference.h"
@@ -9,7 +9,7 @@ namespace session_fuzz {
 // A frame of the record's size, row bytes, place in memory and selected region.
 host_sim::Frame makeFrame(Record& record, PrPixelFormat format);
 
-// Pixels without any pattern; those of a wild float picture have any bits.
+// Random pixels; those of a wild float picture have any bits.
 void fillWithNoise(host_sim::Frame& frame, std::uint64_t seed, bool isWild);
 
 // How the effect takes a world's bytes.

@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "fuzz/session/violation.h"
-#include "tests/support/log_stamp.h"
+#include "tests/support/effect_log.h"
 
 namespace session_fuzz {
 namespace {

@@ -18,7 +18,7 @@ public:
 
     // Empties a log that has grown large.
     void beginSession();
-    // What was added since the session began must be there unchanged, and nothing unseen after it.
+    // What was added since the session began must be there unchanged, and nothing after it.
     void endSession();
     // What was added since the last call, looked through: whole lines, the first of them with a
     // time. Anything else is a violation.

@@ -1,8 +1,8 @@
 #include "fuzz/session/random_texts.h"
 
 #include "native/src/lut_text.h"
-#include "tests/effect/texts.h"
 #include "tests/support/luts.h"
+#include "tests/support/texts.h"
 
 namespace session_fuzz {
 namespace {
@@ -94,16 +94,16 @@ Bytes makeBytes(Record& record) {
     switch (form) {
         case 0:
         case 1:
-            return effect_test::bytesOf(text);
+            return twtest::bytesOf(text);
         case 2:
-            return effect_test::bigEndian(text);
+            return twtest::bigEndian(text);
         case 3: {
-            Bytes odd = effect_test::widened(text);
+            Bytes odd = twtest::widened(text);
             odd.push_back(0);
             return odd;
         }
         default:
-            return effect_test::widened(text);
+            return twtest::widened(text);
     }
 }
 

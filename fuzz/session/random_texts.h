@@ -1,5 +1,5 @@
 // What panels, projects and files may hand to the effect: whole TWLUT texts and .cube files, and
-// spoilt ones, so that a session gets past the first look at them.
+// damaged ones that still pass the first checks.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace session_fuzz {
 
-// A form of TWLUT text as it is written, spoilt in one place or not, or the record's own text.
+// A form of TWLUT text as it is written, damaged in one place or not, or the record's own text.
 std::string makeText(Record& record);
 
 // Bytes for the LUT parameter: such a text as 16-bit units or otherwise, or the record's own bytes.

@@ -4,14 +4,14 @@
 
 #include "native/src/lut_text.h"
 #include "tests/effect/arbitrary_fixture.h"
-#include "tests/effect/texts.h"
+#include "tests/support/texts.h"
 
 namespace session_fuzz {
 namespace {
 
-using effect_test::kFreshBufferByte;
-using effect_test::kFreshHandleByte;
-using effect_test::widened;
+using twtest::kFreshBufferByte;
+using twtest::kFreshHandleByte;
+using twtest::widened;
 
 const std::string kMark = "TWLUT";
 
@@ -37,7 +37,7 @@ std::string labelOf(const std::optional<tw::Lut3D>& lut) {
 
 bool looksEmbedded(const Bytes& bytes) {
     return bytes.size() >= 10 &&
-           (beginsWith(bytes, effect_test::bytesOf(kMark)) || beginsWith(bytes, widened(kMark)));
+           (beginsWith(bytes, twtest::bytesOf(kMark)) || beginsWith(bytes, widened(kMark)));
 }
 
 std::optional<tw::Lut3D> decoded(const Bytes& bytes) {
@@ -58,7 +58,7 @@ Value Reference::made(const Bytes& bytes) {
 }
 
 Value Reference::none() {
-    return made(effect_test::emptyLut());
+    return made(twtest::emptyLut());
 }
 
 Value Reference::copy(const Value& source) {

@@ -1,5 +1,5 @@
-// What the effect has to answer, worked out step by step in the plainest way. Memory is plain
-// bytes; refusals of the host are counted along, in the order in which the effect has to ask.
+// A reference model of the effect: what it has to answer. Memory is plain bytes; refusals of the
+// host are counted in the order in which the effect has to call.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace session_fuzz {
 // What a handle holds; nothing: a null handle.
 using Value = std::optional<Bytes>;
 
-// Whether such contents are carried along by copies and projects.
+// Whether copies and projects keep such contents.
 bool looksEmbedded(const Bytes& bytes);
 
 // What a LUT is to the label and the pictures; nothing: no LUT. Does without the effect's cache.

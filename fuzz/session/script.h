@@ -1,8 +1,8 @@
 // A session as bytes. Made so that a changed byte changes one command and not all that follow it.
 //
 // A script is a row of records, each ended by the byte 0xFF or by the end of the input. In a record
-// the byte 0xFE takes the next byte as it is, so that every byte can be said. The first record says
-// how the host starts (run_session.cpp), every other one is a command: a letter that names it
+// the byte 0xFE takes the next byte as it is, so that every byte can be written. The first record
+// says how the host starts (run_session.cpp), every other one is a command: a letter that names it
 // (steps.cpp), then its choices in the order in which the command asks for them, and what is
 // left is its text. A choice that is missing reads as 0. make_seeds.py writes such scripts by name.
 #pragma once

@@ -4,7 +4,7 @@
 
 #include "fuzz/session/process_home.h"
 #include "fuzz/session/violation.h"
-#include "tests/effect/stand_in_module.h"
+#include "tests/support/stand_in_module.h"
 
 namespace session_fuzz {
 namespace {
@@ -87,7 +87,7 @@ void SessionState::check() {
     checkHandles();
     checkValues();
     require(nextDescriptor() <= nextDescriptor_, "a file was left open");
-    require(dialogs.alerts.empty(), "an alert that nobody expected");
+    require(dialogs.alerts.empty(), "an unexpected alert");
 }
 
 Value SessionState::contents(PF_ArbitraryH handle) {

@@ -9,7 +9,7 @@
 #include "effect/params.h"
 #include "fuzz/session/reference.h"
 #include "host_sim/host.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace session_fuzz {
 

@@ -1,5 +1,5 @@
-// What a session can do, one host command or a few that belong together. Each runs it, says what
-// must come of it, and holds the effect to that.
+// What a session can do, one host command or a few that belong together. Each runs it and
+// compares the effect with the reference.
 #pragma once
 
 #include "fuzz/session/session_state.h"

@@ -1,4 +1,4 @@
-// The end of a session in which something was not as it must be.
+// Ends the process when the effect differs from the reference.
 #pragma once
 
 #include <string>

@@ -20,14 +20,14 @@ csSDK_uint32 GpuMemory::size(PrMemoryPtr block) {
     const std::lock_guard lock(mutex_);
     const auto found = live_.find(block);
     if (found != live_.end()) return found->second.size;
-    books_.problem("GetPtrSize was given a block that is none");
+    books_.problem("GetPtrSize was given an unknown block");
     return 0;
 }
 
 void GpuMemory::dispose(PrMemoryPtr block) {
     const std::lock_guard lock(mutex_);
     if (live_.erase(block) == 0) {
-        books_.problem("PrDisposePtr was given a block that is none");
+        books_.problem("PrDisposePtr was given an unknown block");
         return;
     }
     ++disposed_;

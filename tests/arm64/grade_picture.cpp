@@ -1,6 +1,6 @@
-// Grades a picture of pseudo-random colours with a strongly bent LUT, 8 bits and float, and writes
-// the results' bytes to OUT.8 and OUT.f: grade_picture OUT. Every input is exact, so that two
-// processors can only differ in how they grade.
+// Grades a picture of pseudo-random colours with a strongly non-linear LUT, 8 bits and float, and
+// writes the results' bytes to OUT.8 and OUT.f: grade_picture OUT. Every input is exact, so that
+// two processors can only differ in how they grade.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

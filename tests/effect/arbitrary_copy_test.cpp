@@ -1,7 +1,7 @@
 // Selectors that make and end values: NEW, DISPOSE, COPY and INTERP.
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using ArbitraryNew = ArbitraryTest;
@@ -150,4 +150,4 @@ TEST_F(ArbitraryInterp, isNullWithoutError_whenTheHostHasNoMemory) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

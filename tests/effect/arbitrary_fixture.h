@@ -6,19 +6,19 @@
 #include <vector>
 
 #include "host_sim/arbitrary_calls.h"
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 
-// What a simulated host's fresh handles and buffers hold until somebody writes into them.
+// The bytes of a simulated host's fresh handles and buffers.
 inline constexpr std::uint8_t kFreshHandleByte = 0xA7;
 inline constexpr std::uint8_t kFreshBufferByte = 0xCD;
 
 class ArbitraryTest : public EffectTest {
 protected:
     void SetUp() override {
-        open(host_sim::afterEffects()).start();
+        openHost(host_sim::afterEffects()).start();
         newLogLines();
     }
 
@@ -58,4 +58,4 @@ inline Bytes unfilled(std::size_t size) {
     return Bytes(size, kFreshHandleByte);
 }
 
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,7 +1,7 @@
 // Selectors that save and load values, and compare them: FLAT_SIZE, FLATTEN, UNFLATTEN, COMPARE.
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using ArbitraryFlatSize = ArbitraryTest;
@@ -197,7 +197,7 @@ TEST_F(ArbitraryCompare, isNotEqual_whenEitherCannotBeLocked) {
     EXPECT_EQ(calls().compare(a, b).value, PF_ArbCompare_EQUAL);
 }
 
-// Hosts that move memory about expect locks to come off in the reverse order.
+// Hosts that move memory expect unlocks in the reverse order of the locks.
 TEST_F(ArbitraryCompare, unlocksTheSecondValueFirst) {
     const PF_ArbitraryH a = holding("TWLUTP 5"), b = holding("TWLUTP 5");
     Lines held;  // which were locked, change by change
@@ -213,4 +213,4 @@ TEST_F(ArbitraryCompare, unlocksTheSecondValueFirst) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

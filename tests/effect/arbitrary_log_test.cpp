@@ -1,14 +1,14 @@
-// What the data callbacks leave in the log: names, and an end to the frequent ones after twenty.
+// The log lines of the data callbacks: their names, and none of the frequent ones after twenty.
 #include <thread>
 
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 class ArbitraryLog : public ArbitraryTest {
 protected:
-    // A selector that no host has. All fields would be written through null pointers.
+    // An unknown selector. All its fields are null pointers.
     PF_Err unknown(PF_FunctionSelector selector) {
         PF_ArbParamsExtra extra = {};
         extra.which_function = selector;
@@ -92,8 +92,8 @@ TEST_F(ArbitraryLog, countsForTheProcess_notForTheHost) {
     for (int i = 0; i < 20; ++i)
         calls().flatSize(nullptr);
     newLogLines();
-    close();
-    open(host_sim::premierePro()).start();
+    closeHost();
+    openHost(host_sim::premierePro()).start();
     calls().flatSize(nullptr);
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4"}));
 }
@@ -112,4 +112,4 @@ TEST_F(ArbitraryLog, logsJustTwenty_whenThreadsShareThem) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,7 +1,7 @@
 // Selectors that turn values into text and back: PRINT_SIZE, PRINT and SCAN.
 #include "tests/effect/arbitrary_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using ArbitraryPrintSize = ArbitraryTest;
@@ -177,4 +177,4 @@ TEST_F(ArbitraryScan, givesWhatPrintGave) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,4 +1,4 @@
-// No exception crosses into the host, whatever is thrown in a dialog and whichever it is.
+// No exception crosses into the host, whatever any of the dialogs throws.
 #include <exception>
 #include <functional>
 #include <iterator>
@@ -16,7 +16,7 @@ using twtest::kLutButton;
 
 using DialogsThatThrow = twtest::LutButton;
 
-// What a test's user does at an alert or in the open panel.
+// What an alert or the open panel throws.
 struct Throw {
     const char* what;
     std::function<void()> act;

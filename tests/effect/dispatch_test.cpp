@@ -2,9 +2,9 @@
 #include <cstring>
 #include <string>
 
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using Dispatch = EffectTest;
@@ -22,7 +22,7 @@ TEST_P(UnlistedCommand, returnsZeroAndTouchesNothing) {
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-// The hosts' command numbers, and numbers that are none.
+// The hosts' command numbers, and unknown ones.
 INSTANTIATE_TEST_SUITE_P(Commands, UnlistedCommand,
                          ::testing::Values(2, 3, 5, 6, 7, 8, 9, 10, 12, 15, 16, 17, 18, 19, 20, 21,
                                            23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 1000,
@@ -86,4 +86,4 @@ TEST_F(Dispatch, logsMinusOne_whenTheChangedParameterIsNotTold) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

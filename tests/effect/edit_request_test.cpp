@@ -8,7 +8,7 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/flow_test.h"
+#include "tests/effect/button_fixture.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using twtest::kEditButton;
 using twtest::kLut;
 using twtest::Lines;
 using twtest::ShownAlert;
-using twtest::stored;
+using twtest::widened;
 using Alerts = std::vector<ShownAlert>;
 
 constexpr char kPressed[] = "USER_CHANGED_PARAM index 4";
@@ -37,11 +37,11 @@ std::string lutText(long id, const std::string& name) {
     return tw::toEmbeddedText(lut, id, name);
 }
 
-class EditRequest : public twtest::FlowTest {
+class EditRequest : public twtest::ButtonTest {
 protected:
-    EditRequest() : file_(dataPath("edit-request.json")) {}
+    EditRequest() : file_(home.dataFile("edit-request.json")) {}
 
-    void hold(const std::string& text) { effect().setBytes(kLut, stored(text)); }
+    void hold(const std::string& text) { effect().setBytes(kLut, widened(text)); }
 
     void press() {
         const auto result = effect().press(kEditButton);
@@ -108,7 +108,7 @@ TEST_F(EditRequest, isRefused_forACalibrationPattern) {
 
 TEST_F(EditRequest, isRefused_whenTheHandleCannotBeLocked) {
     hold(lutText(7, "Dusk"));
-    host().refusals().fail(host_sim::Refusal::kLock, 1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     expectNoMatch();
 }
 

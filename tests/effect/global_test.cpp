@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "host_api/pixel_format_suite.h"
-#include "tests/effect/effect_fixture.h"
+#include "tests/effect/missing_suites.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/row_name.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 constexpr char kSuite[] = "PF Pixel Format Suite";
@@ -15,7 +17,7 @@ constexpr char kSuite[] = "PF Pixel Format Suite";
 class Global : public EffectTest {
 protected:
     host_sim::CommandResult setUp(const host_sim::Personality& personality) {
-        if (!host) open(personality).registerEffect();
+        if (!host) openHost(personality).registerEffect();
         return host->globalSetup();
     }
 
@@ -33,7 +35,7 @@ void expectVersionAndFlags(const host_sim::CommandResult& result) {
 }
 
 TEST_F(Global, setsVersionAndFlagsOnly_whenTheRecordIsFull) {
-    open(host_sim::afterEffects()).registerEffect();
+    openHost(host_sim::afterEffects()).registerEffect();
     PF_OutData expected = fullOutData();
     host->outPreset() = expected;
     expected.my_version = 0x8000B;
@@ -92,45 +94,23 @@ TEST_F(Global, clearsBeforeItAdds_whenTheHostRemembersFormats) {
     EXPECT_EQ(host->pixelFormats().clearCalls(), 2);
 }
 
-TEST_F(Global, saysSoAndGoesOn_whenPremiereProHasNoPixelFormatSuite) {
-    open(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
+class GlobalWithoutSuite : public Global, public ::testing::WithParamInterface<MissingSuite> {};
+
+TEST_P(GlobalWithoutSuite, saysSoAndGoesOn_inPremierePro) {
+    openHost(host_sim::premierePro()).registerEffect();
+    GetParam().arrange(host->refusals(), kSuite);
     expectVersionAndFlags(setUp(host_sim::premierePro()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=PrMr api=13.4",
                                     "GlobalSetup: no pixel format suite"}));
     EXPECT_TRUE(host->pixelFormats().declared().empty());
-}
-
-TEST_F(Global, saysSoAndGoesOn_whenTheSuiteIsNull) {
-    open(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
     EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
+    EXPECT_EQ(suiteRequests(), GetParam().isAsked ? 1 : 0);
 }
 
-TEST_F(Global, saysSoAndGoesOn_whenTheSuiteComesWithAnError) {
-    open(host_sim::premierePro()).registerEffect();
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
-    EXPECT_TRUE(host->pixelFormats().declared().empty());
-    EXPECT_EQ(host->suites().use(kSuite, 1).released, 0);
-}
-
-TEST_F(Global, saysSoAndGoesOn_whenThereAreNoSuitesAtAll) {
-    open(host_sim::premierePro()).registerEffect();
-    host->refusals().withoutBasicSuite(true);
-    expectVersionAndFlags(setUp(host_sim::premierePro()));
-    ASSERT_EQ(newLogLines().size(), 2U);
-    EXPECT_EQ(readLog(logFile())[1], "GlobalSetup: no pixel format suite");
-    EXPECT_EQ(suiteRequests(), 0);
-}
+INSTANTIATE_TEST_SUITE_P(When, GlobalWithoutSuite, ::testing::ValuesIn(kMissingSuites), RowName());
 
 TEST_F(Global, doesNotAskForTheSuite_whenAfterEffectsHidesIt) {
-    open(host_sim::afterEffects()).registerEffect();
+    openHost(host_sim::afterEffects()).registerEffect();
     host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     expectVersionAndFlags(setUp(host_sim::afterEffects()));
     EXPECT_EQ(newLogLines(), Lines({"GlobalSetup build 11 host=FXTC api=13.29"}));
@@ -157,4 +137,4 @@ TEST(GlobalWithoutDataFolder, makesTheFolder_whenOnlyItIsMissing) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

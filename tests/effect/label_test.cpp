@@ -5,24 +5,26 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/flow_test.h"
-#include "tests/effect/stand_in_module.h"
+#include "tests/effect/button_fixture.h"
+#include "tests/effect/missing_suites.h"
 #include "tests/support/failing_calls.h"
+#include "tests/support/row_name.h"
+#include "tests/support/stand_in_module.h"
 
 namespace {
 
 using twtest::kLut;
 using twtest::kLutButton;
 using twtest::Lines;
-using twtest::stored;
+using twtest::widened;
 
 constexpr char kSuite[] = "PF Param Utils Suite";
 
-class ButtonLabel : public twtest::FlowTest {
+class ButtonLabel : public twtest::ButtonTest {
 protected:
     // The label after an update with that text in the parameter.
     std::string labelOf(const std::string& text) {
-        effect().setBytes(kLut, stored(text));
+        effect().setBytes(kLut, widened(text));
         EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
         return label();
     }
@@ -31,14 +33,6 @@ protected:
         tw::Lut3D lut;
         EXPECT_TRUE(tw::parseCube(twtest::cube(2), lut, nullptr));
         return tw::toEmbeddedText(lut, 0, name);
-    }
-
-    void expectNoSuite() {
-        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
-        EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
-        EXPECT_EQ(label(), "Change LUT");
-        const std::string line = "LUT button: no param utils suite (update)";
-        EXPECT_EQ(log(), (Lines{line, line}));
     }
 };
 
@@ -56,8 +50,8 @@ TEST_F(ButtonLabel, asksForALut_whenThereIsNoHandle) {
 }
 
 TEST_F(ButtonLabel, asksForALut_whenTheHandleCannotBeLocked) {
-    effect().setBytes(kLut, stored(named("Film")));
-    host().refusals().fail(host_sim::Refusal::kLock, 1);
+    effect().setBytes(kLut, widened(named("Film")));
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     effect().updateUi();
     EXPECT_EQ(label(), "Choose a LUT");
 }
@@ -91,7 +85,7 @@ TEST_F(ButtonLabel, changesTwoFieldsOfACopyOfTheDefinition) {
     ASSERT_EQ(effect().updates().size(), 1u);
     const host_sim::ParamUpdate update = effect().updates().front();
     EXPECT_EQ(update.index, kLutButton);
-    PF_ParamDef expected = host().params().at(kLutButton).definition;
+    PF_ParamDef expected = host->params().at(kLutButton).definition;
     expected.uu.change_flags = PF_ChangeFlag_NONE;
     EXPECT_STREQ(update.definition.name, "LUT ");
     std::memcpy(expected.name, update.definition.name, sizeof expected.name);
@@ -99,7 +93,7 @@ TEST_F(ButtonLabel, changesTwoFieldsOfACopyOfTheDefinition) {
     EXPECT_EQ(std::memcmp(&update.definition, &expected, sizeof expected), 0);
 }
 
-// What else a host keeps in its record is its own affair, and comes back to it.
+// The host gets its other fields back unchanged.
 TEST_F(ButtonLabel, keepsTheOtherFieldsOfTheHostsRecord) {
     PF_ParamDef& record = effect().record(kLutButton);
     record.ui_width = 1234;
@@ -112,8 +106,8 @@ TEST_F(ButtonLabel, keepsTheOtherFieldsOfTheHostsRecord) {
 }
 
 TEST_F(ButtonLabel, keepsEveryTextAtItsAddress) {
-    host_sim::Instance& other = host().apply();
-    other.setBytes(kLut, stored(named("kept")));
+    host_sim::Instance& other = host->apply();
+    other.setBytes(kLut, widened(named("kept")));
     other.updateUi();
     for (int i = 0; i < 300; ++i)
         labelOf(named("n" + std::to_string(i)));
@@ -138,27 +132,27 @@ TEST_F(ButtonLabel, isLogged_whenItOrItsReasonChanges) {
 }
 
 TEST_F(ButtonLabel, isLogged_whenTheHostsAnswerChanges) {
-    host().refusals().fail(host_sim::Refusal::kParamUpdate, host_sim::kEveryCall,
-                           PF_Err_INVALID_CALLBACK);
+    host->refusals().fail(host_sim::Refusal::kParamUpdate, host_sim::kEveryCall,
+                          PF_Err_INVALID_CALLBACK);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 515"});
-    host().refusals().clear();
+    host->refusals().clear();
     effect().updateUi();
     EXPECT_EQ(log(), Lines{"LUT button: label \"Choose a LUT\" (update) -> err 0"});
 }
 
 TEST_F(ButtonLabel, isLogged_afterTheSuiteIsReleased) {
-    const auto suite = [this] { return host().suites().use(kSuite, 3); };
+    const auto suite = [this] { return host->suites().use(kSuite, 3); };
     std::vector<Lines> logged;
     bool held = false;
-    host().watchCallbacks([&] {
+    host->watchCallbacks([&] {
         logged.push_back(log());
         held = suite().acquired > suite().released;
     });
     EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
-    host().watchCallbacks({});
-    // The last call, at which the suite was still held, gave it back.
+    host->watchCallbacks({});
+    // The last call was the release of the suite.
     EXPECT_TRUE(held);
     EXPECT_EQ(suite().released, suite().acquired);
     EXPECT_EQ(logged, std::vector<Lines>(logged.size()));
@@ -167,28 +161,23 @@ TEST_F(ButtonLabel, isLogged_afterTheSuiteIsReleased) {
 
 // ---- No suite
 
-TEST_F(ButtonLabel, stays_when_the_host_lacks_the_suite) {
-    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
-    expectNoSuite();
+class ButtonLabelWithoutSuite : public ButtonLabel,
+                                public testing::WithParamInterface<twtest::MissingSuite> {};
+
+TEST_P(ButtonLabelWithoutSuite, stays) {
+    GetParam().arrange(host->refusals(), kSuite);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(effect().updateUi().error, PF_Err_NONE);
+    EXPECT_EQ(label(), "Change LUT");
+    const std::string line = "LUT button: no param utils suite (update)";
+    EXPECT_EQ(log(), (Lines{line, line}));
 }
 
-TEST_F(ButtonLabel, stays_when_the_suite_is_null) {
-    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectNoSuite();
-}
-
-TEST_F(ButtonLabel, stays_when_the_suite_comes_with_an_error) {
-    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kErrorWithTable);
-    expectNoSuite();
-}
-
-TEST_F(ButtonLabel, stays_when_there_are_no_suites_at_all) {
-    host().refusals().withoutBasicSuite(true);
-    expectNoSuite();
-}
+INSTANTIATE_TEST_SUITE_P(When, ButtonLabelWithoutSuite, testing::ValuesIn(twtest::kMissingSuites),
+                         twtest::RowName());
 
 TEST_F(ButtonLabel, leavesThePickedLutStored_whenItFails) {
-    host().refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
+    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
     const auto result = pickFile(write("Film.cube", twtest::cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
@@ -204,9 +193,9 @@ TEST_F(ButtonLabel, leavesThePickedLutStored_whenItFails) {
 TEST_F(ButtonLabel, isKeptAndComparedUnderLocks) {
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
-    twtest::watchCallsOf(host().module().symbol("EffectMain"));
-    const auto heldLock = twtest::heldLockOf(host().module());
-    effect().setBytes(kLut, stored(named("a name that no string holds in itself")));
+    twtest::watchCallsOf(host->module().symbol("EffectMain"));
+    const auto heldLock = twtest::heldLockOf(host->module());
+    effect().setBytes(kLut, widened(named("a name that no string holds in itself")));
     std::set<std::string> locks;
     const std::function<void()> note = [&] {
         if (const char* lock = heldLock()) locks.insert(lock);
@@ -225,11 +214,11 @@ TEST_F(ButtonLabel, isKeptAndComparedUnderLocks) {
 TEST_F(ButtonLabel, mayBeUpdatedOnSeveralThreads) {
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number) {
-        host_sim::Instance& instance = host().apply();
+        host_sim::Instance& instance = host->apply();
         threads.emplace_back([&instance, number] {
             for (int i = 0; i < 25; ++i) {
                 const std::string name = std::to_string(number) + "-" + std::to_string(i);
-                instance.setBytes(kLut, stored(named(name)));
+                instance.setBytes(kLut, widened(named(name)));
                 instance.updateUi();
                 EXPECT_EQ(instance.label(kLutButton), name + ".cube");
             }

@@ -1,5 +1,4 @@
-// What a press of the LUT button leaves: in the parameter, the log and the label, and before the
-// user's eyes.
+// The effects of a press of the LUT button: on the parameter, the log, the label and the alerts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,7 +8,7 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/flow_test.h"
+#include "tests/effect/button_fixture.h"
 
 namespace twtest {
 
@@ -17,18 +16,18 @@ using Alerts = std::vector<ShownAlert>;
 
 inline constexpr char kPressed[] = "USER_CHANGED_PARAM index 3";
 
-class LutButton : public twtest::FlowTest {
+class LutButton : public twtest::ButtonTest {
 protected:
     std::string dialogLine() const {
         return "LUT button: dialog in \"" + path("Documents/Tintwell LUTs") + "\"";
     }
 
-    // Nothing but the log and an alert tells of the press.
+    // The press changes nothing but the log and the alerts.
     void expectUnchanged(const host_sim::CommandResult& result, PF_Err error = PF_Err_NONE) {
         EXPECT_EQ(result.error, error);
         EXPECT_EQ(result.changed, std::vector<int>());
         EXPECT_EQ(result.out.out_flags, 0);
-        EXPECT_EQ(lutBytes(), stored("TWLUT0"));
+        EXPECT_EQ(lutBytes(), widened("TWLUT0"));
         EXPECT_EQ(effect().updates().size(), 0u);
         EXPECT_EQ(label(), "Change LUT");
     }
@@ -53,7 +52,7 @@ protected:
     static Bytes expectedBytes(const std::string& text, long id, const std::string& name) {
         tw::Lut3D lut;
         EXPECT_TRUE(tw::parseCube(text, lut, nullptr));
-        return stored(tw::toEmbeddedText(lut, id, name));
+        return widened(tw::toEmbeddedText(lut, id, name));
     }
 
     void expectLoaded(const std::string& fileName, const std::string& text, long id,

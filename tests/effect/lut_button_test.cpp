@@ -15,7 +15,7 @@ using twtest::kPressed;
 using twtest::kRefresh;
 using twtest::Lines;
 using twtest::LutButton;
-using twtest::stored;
+using twtest::widened;
 
 // ---- The dialog
 
@@ -63,14 +63,14 @@ TEST_F(LutButton, refusesAFile_thatDoesNotParse) {
 TEST_F(LutButton, refusesAFile_thatCannotBeReadToItsEnd) {
     // Its first 64 KiB end with a line.
     const std::string file = write("long.cube", cube(30, "\n"));
-    twtest::watchCallsOf(host().module().symbol("EffectMain"));
+    twtest::watchCallsOf(host->module().symbol("EffectMain"));
     const twtest::Watch watch;
     twtest::failCall(twtest::LibraryCall::kRead, 2);
     expectUnreadable(file, "wrong number of values");
 }
 
 TEST_F(LutButton, namesARefusedFileByItsSystemPath) {
-    // "é" in two code points, as file systems that decompose names give it, and more oddities.
+    // "é" in two code points, as file systems that decompose names give it, quotes, and an emoji.
     expectUnreadable(write("e\xCC\x81 \"q\" \xF0\x9F\x8E\xA8.cube", ""), "");
 }
 
@@ -86,7 +86,7 @@ TEST_F(LutButton, refusesADomainThatDoesNotStartAtZero) {
 
 TEST_F(LutButton, reportsOutOfMemory_whenThereIsNoNewHandle) {
     effect().setNull(kLut);
-    host().refusals().fail(host_sim::Refusal::kAllocation, 1);
+    host->refusals().fail(host_sim::Refusal::kAllocation, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(result.changed, std::vector<int>());
@@ -97,7 +97,7 @@ TEST_F(LutButton, reportsOutOfMemory_whenThereIsNoNewHandle) {
 }
 
 TEST_F(LutButton, reportsOutOfMemory_whenTheResizeFails) {
-    host().refusals().fail(host_sim::Refusal::kResize, 1);
+    host->refusals().fail(host_sim::Refusal::kResize, 1);
     expectUnchanged(pickFile(write("x.cube", cube(2))), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(log(), (Lines{kPressed, dialogLine()}));
     EXPECT_EQ(dialogs().alerts, Alerts());
@@ -118,7 +118,7 @@ TEST_F(LutButton, storesTheFileAndTellsTheHostAndTheLog) {
 }
 
 TEST_F(LutButton, keepsTheFlagsThatTheHostHadSet) {
-    host().outPreset().out_flags = 0x11;
+    host->outPreset().out_flags = 0x11;
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.out.out_flags, kRefresh | 0x11);
 }
@@ -128,7 +128,7 @@ TEST_F(LutButton, setsTheChangeFlagAlone) {
         if (empty) effect().setNull(kLut);
         expectLoaded("x.cube", cube(2), 0, "x");
     }
-    EXPECT_EQ(host().problems(), Lines());
+    EXPECT_EQ(host->problems(), Lines());
 }
 
 TEST_F(LutButton, givesAnEmptyParameterAHandle) {
@@ -145,18 +145,18 @@ TEST_F(LutButton, resizesTheHandleThatIsThere) {
 
 TEST_F(LutButton, storesIntoTheNewHandle_whenTheResizeReplacesIt) {
     const PF_Handle before = effect().arbitrary(kLut);
-    host().refusals().replaceHandleOnResize(true);
+    host->refusals().replaceHandleOnResize(true);
     expectLoaded("x.cube", cube(2), 0, "x");
     EXPECT_NE(effect().arbitrary(kLut), before);
 }
 
 TEST_F(LutButton, handsOverTheHandle_whenItCannotBeLocked) {
-    host().refusals().fail(host_sim::Refusal::kLock, 1);
+    host->refusals().fail(host_sim::Refusal::kLock, 1);
     const auto result = pickFile(write("x.cube", cube(2)));
     EXPECT_EQ(result.error, PF_Err_NONE);
     EXPECT_EQ(result.changed, std::vector<int>{kLut});
     EXPECT_EQ(lutBytes().size(), expectedBytes(cube(2), 0, "x").size());
-    EXPECT_EQ(host().handles().counts().unlocksAfterRefusal, 1u);
+    EXPECT_EQ(host->handles().counts().unlocksAfterRefusal, 1u);
 }
 
 TEST_F(LutButton, takesAUnitDomain_thatIsWrittenOut) {
@@ -173,14 +173,14 @@ TEST_F(LutButton, takesAFile_thatJustFillsTheBuffer) {
 TEST_F(LutButton, storesASizeBeyondWhatItReadsBack) {
     expectLoaded("big.cube", cube(130), 0, "big");
     EXPECT_EQ(label(), "Choose a LUT");
-    // The reader's complaint comes with the decode: let the label's be forgotten.
-    host_sim::Instance& other = host().apply();
+    // The reader logs when it decodes: push the label's record out of the cache.
+    host_sim::Instance& other = host->apply();
     for (int size = 2; size < 10; ++size) {
-        other.setBytes(kLut, stored("TWLUTP " + std::to_string(size)));
+        other.setBytes(kLut, widened("TWLUTP " + std::to_string(size)));
         other.updateUi();
     }
     log();
-    host_sim::Frame in(host().format(8), 4, 2), out(host().format(8), 4, 2);
+    host_sim::Frame in(host->format(8), 4, 2), out(host->format(8), 4, 2);
     in.setPixel8(1, 1, {10, 20, 30, 40});
     EXPECT_EQ(effect().render(in, out).error, PF_Err_NONE);
     EXPECT_EQ(out.pixelBytes(), in.pixelBytes());
@@ -254,9 +254,9 @@ TEST_F(LutButton, ignoresAPress_withoutARecord) {
 
 TEST_F(LutButton, works_whileOtherThreadsRenderAndUpdate) {
     const std::string files[] = {write("a.cube", cube(9)), write("b.cube", cube(17))};
-    host_sim::Instance& other = host().apply();
+    host_sim::Instance& other = host->apply();
     const auto busy = [&](host_sim::Instance& instance) {
-        host_sim::Frame in(host().format(32), 64, 36), out(host().format(32), 64, 36);
+        host_sim::Frame in(host->format(32), 64, 36), out(host->format(32), 64, 36);
         for (int frame = 0; frame < 20; ++frame) {
             EXPECT_EQ(instance.render(in, out).error, PF_Err_NONE);
             EXPECT_EQ(instance.updateUi().error, PF_Err_NONE);

@@ -18,7 +18,7 @@ namespace {
 using tw::LutFile;
 using tw::LutFileResult;
 
-// Eight points with values of their own, as the lines of a file.
+// Eight different points, as the lines of a file.
 const std::string kLines =
     "0.1 0.2 0.3\n0.9 0.25 0.15\n0.05 0.8 0.4\n1 0.75 0\n"
     "0 0.125 1\n0.6 0.3 0.7\n0.2 0.95 0.85\n0.99 1 0.9\n";

@@ -2,16 +2,16 @@
 #include <cstring>
 #include <string>
 
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 class Params : public EffectTest {
 protected:
     void openForParams() {
-        open(host_sim::afterEffects()).registerEffect();
+        openHost(host_sim::afterEffects()).registerEffect();
         host->globalSetup();
     }
 
@@ -166,4 +166,4 @@ TEST_F(Params, leavesTheRefusedDefaultToTheHost) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

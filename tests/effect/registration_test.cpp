@@ -1,16 +1,16 @@
-// What the module says of itself when a host first meets it.
+// The values that the module registers itself with.
 #include <array>
 #include <cstring>
 
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using Registration = EffectTest;
 
 TEST_F(Registration, passesTheTenValues_whenTheHostAsks) {
-    ASSERT_EQ(open(host_sim::premierePro()).registerEffect(), 0);
+    ASSERT_EQ(openHost(host_sim::premierePro()).registerEffect(), 0);
     ASSERT_EQ(host->registrations().size(), 1U);
     const host_sim::Registration& given = host->registrations()[0];
     EXPECT_NE(given.data, nullptr);
@@ -26,25 +26,25 @@ TEST_F(Registration, passesTheTenValues_whenTheHostAsks) {
 }
 
 TEST_F(Registration, isTheSame_whenTheHostIsAfterEffects) {
-    ASSERT_EQ(open(host_sim::afterEffects()).registerEffect(), 0);
+    ASSERT_EQ(openHost(host_sim::afterEffects()).registerEffect(), 0);
     ASSERT_EQ(host->registrations().size(), 1U);
     EXPECT_EQ(host->registrations()[0].matchName, "TNWL Tintwell");
     EXPECT_EQ(host->registrations()[0].apiMajor, 13);
 }
 
 TEST_F(Registration, passesTheHostsRefusalBack_afterOneCall) {
-    open(host_sim::premierePro());
+    openHost(host_sim::premierePro());
     host->refusals().fail(host_sim::Refusal::kRegistration, host_sim::kEveryCall, 13);
     EXPECT_EQ(host->registerEffect(), 13);
     EXPECT_EQ(host->registrations().size(), 1U);
 }
 
 TEST_F(Registration, logsNothing_whenItRegisters) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     EXPECT_EQ(newLogLines(), Lines());
 }
 
-// What the callback below was given. It has no context, so this is where it writes.
+// The arguments of the callback below, which has no context.
 struct Given {
     PF_PluginDataPtr data = nullptr;
     int calls = 0;
@@ -58,7 +58,7 @@ A_Err record(PF_PluginDataPtr data, const A_u_char*, const A_u_char*, const A_u_
 }
 
 TEST_F(Registration, needsNothingBeyondTheCallback_whenTheRestIsNull) {
-    const auto entry = open(host_sim::premierePro()).module().registration();
+    const auto entry = openHost(host_sim::premierePro()).module().registration();
     int token = 0;
     const auto data = reinterpret_cast<PF_PluginDataPtr>(&token);
     EXPECT_EQ(entry(data, record, nullptr, nullptr, nullptr), -7);
@@ -67,9 +67,9 @@ TEST_F(Registration, needsNothingBeyondTheCallback_whenTheRestIsNull) {
 }
 
 TEST_F(Registration, namesAnEntryPointThatTheModuleExports) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     EXPECT_NO_THROW(host->module().command(host->registrations()[0].entryPoint.c_str()));
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

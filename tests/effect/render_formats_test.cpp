@@ -1,11 +1,13 @@
-// How a render finds out what its pixels are.
+// How a render determines its pixel format.
 #include "host_api/pixel_format_suite.h"
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/effect/missing_suites.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/row_name.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -21,7 +23,7 @@ protected:
         return effect;
     }
 
-    // That 8-bit BGRA pixels are rendered as such, and said to be.
+    // 8-bit BGRA pixels are rendered and logged as such.
     void expectBGRA8(host_sim::Instance& effect) {
         const Frame input = scattered(PrPixelFormat_BGRA_4444_8u, 5, 3);
         Frame output(PrPixelFormat_BGRA_4444_8u, 5, 3);
@@ -79,23 +81,16 @@ TEST_F(RenderFormats, judgesByTheOutput_whenTheInputIsOfAnotherFormat) {
               Lines({"Render fmt=BGRA8u 1x2 rowbytes=36 id=0 amount=1.000 lut=none 0"}));
 }
 
-TEST_F(RenderFormats, takesEightBits_whenPremiereProHasNoPixelFormatSuite) {
+class RenderWithoutSuite : public RenderFormats,
+                           public ::testing::WithParamInterface<MissingSuite> {};
+
+TEST_P(RenderWithoutSuite, takesEightBits_inPremierePro) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNotFound);
+    GetParam().arrange(host->refusals(), kSuite);
     expectBGRA8(effect);
 }
 
-TEST_F(RenderFormats, takesEightBits_whenTheSuiteIsNull) {
-    host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().answerSuite(kSuite, host_sim::SuiteAnswer::kNullTable);
-    expectBGRA8(effect);
-}
-
-TEST_F(RenderFormats, takesEightBits_whenThereAreNoSuitesAtAll) {
-    host_sim::Instance& effect = startWithLut(host_sim::premierePro());
-    host->refusals().withoutBasicSuite(true);
-    expectBGRA8(effect);
-}
+INSTANTIATE_TEST_SUITE_P(When, RenderWithoutSuite, ::testing::ValuesIn(kMissingSuites), RowName());
 
 TEST_F(RenderFormats, takesEightBits_whenTheSuiteDoesNotKnowTheFormat) {
     host_sim::Instance& effect = startWithLut(host_sim::premierePro());
@@ -127,4 +122,4 @@ TEST_F(RenderFormats, treatsAnUnknownHostAsAfterEffects) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

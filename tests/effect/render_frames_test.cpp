@@ -1,10 +1,11 @@
 // Pictures of every format and shape, against the engine's own results, bit for bit.
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/row_name.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -51,7 +52,7 @@ private:
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, RenderFrames, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
-                         FormatName());
+                         RowName());
 
 TEST_P(RenderFrames, gradesEverySize) {
     for (const auto& [width, height] :
@@ -82,7 +83,8 @@ TEST_P(RenderFrames, gradesByAmount) {
     expectCopied(input, Frame(pixels(), 13, 40));
 }
 
-// Row bytes of input and output: equal, different, negative, and pixels off 16-byte places.
+// Row bytes of input and output: equal, different, negative, and pixels that are not 16-byte
+// aligned.
 std::vector<std::pair<FrameLayout, FrameLayout>> layouts() {
     const FrameLayout packed{.padding = 0};
     const FrameLayout padded{.padding = 64, .misalignment = 4};
@@ -159,7 +161,7 @@ TEST_P(RenderFrames, fillsAnyFrameWithThePattern) {
     for (const double amount : {100.0, 0.0}) {
         effect().setSlider(kAmount, amount);
         for (const FrameLayout& layout : {FrameLayout{}, FrameLayout{.bottomUp = true}}) {
-            // An input of another size has no say in it.
+            // The input's size does not matter.
             const Frame input = scattered(pixels(), 4, 3);
             Frame output(pixels(), 61, 43, layout);
             const Frame expected = patterned(5, output);
@@ -170,4 +172,4 @@ TEST_P(RenderFrames, fillsAnyFrameWithThePattern) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

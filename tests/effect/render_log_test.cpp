@@ -1,11 +1,11 @@
-// What renders leave in the log: a line for each change, and a word on LUTs that cannot be read.
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+// The log lines of renders: one for each change, and the reason for LUTs that cannot be read.
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
 #include "tests/support/locales.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -216,4 +216,4 @@ TEST_F(RenderLog, writesAFullStop_whenTheHostsLocaleHasAComma) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,12 +1,12 @@
 // What a render makes of the LUT parameter and Amount, in values worked out by hand.
 #include <limits>
 
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -104,9 +104,10 @@ TEST_F(Render, passesThePictureThroughSilently_whenTheLutCannotBeLocked) {
     EXPECT_EQ(rendered(effect, Rgba8{1, 2, 3, 4}), (Rgba8{64, 64, 64, 4}));
 }
 
-// Worlds that no simulated frame has.
+// Worlds that host_sim::Frame cannot make.
 TEST_F(Render, copiesNothing_whenASizeIsNegative) {
-    const PF_FilterProc effectMain = open(host_sim::afterEffects()).module().command("EffectMain");
+    const PF_FilterProc effectMain =
+        openHost(host_sim::afterEffects()).module().command("EffectMain");
     for (const auto& [width, height] : {std::pair{-1, 2}, {2, -1}, {-1, -1}}) {
         PF_InData in = {};
         in.appl_id = host_sim::afterEffects().applId;
@@ -172,4 +173,4 @@ TEST_F(Render, drawsThePattern_whenThePanelCalibrates) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

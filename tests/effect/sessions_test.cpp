@@ -2,12 +2,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/row_name.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
@@ -16,10 +17,10 @@ class Sessions : public EffectTest {
 protected:
     std::string project() const { return folder_ / "project.json"; }
 
-    // Closes the host and starts another one, of which the first knows nothing.
+    // Closes the host and starts another one, which shares nothing with it.
     host_sim::Host& reopen(const host_sim::Personality& personality) {
-        close();
-        open(personality).start();
+        closeHost();
+        openHost(personality).start();
         return *host;
     }
 
@@ -51,7 +52,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, SessionFormats, ::testing::Values(kARGB8, kBGRA8, kBGRA32f),
-                         FormatName());
+                         RowName());
 
 TEST_P(SessionFormats, renderTheSameClip_afterTheProjectWasReopened) {
     host_sim::Instance& effect = start(GetParam().personality());
@@ -151,7 +152,7 @@ TEST_F(Sessions, keepInstancesApart) {
 }
 
 TEST_F(Sessions, needNoGlobalSetup_whenPremiereProRemembersIt) {
-    open(host_sim::premierePro()).registerEffect();
+    openHost(host_sim::premierePro()).registerEffect();
     ASSERT_EQ(host->paramsSetup().error, 0);
     host_sim::Instance& effect = host->apply();
     ASSERT_EQ(effect.scan(kLut, rotationText()), 0);
@@ -178,4 +179,4 @@ TEST_F(Sessions, renderFieldsAndFramesAlike) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,21 +1,21 @@
-// The effect entered by several threads at once, as it says it can be.
+// The effect entered by several threads at once, as its flags allow.
 #include <barrier>
 #include <functional>
 #include <thread>
 
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
-namespace effect_test {
+namespace twtest {
 namespace {
 
 using host_sim::Frame;
 
 constexpr int kThreads = 8;
 
-// Runs `work` with 0, 1, ... on a thread each, all of them let go at the same moment.
+// Runs `work` with 0, 1, ... on a thread each, all started at the same moment.
 void atOnce(const std::function<void(int)>& work) {
     std::barrier ready(kThreads);
     std::vector<std::thread> threads;
@@ -148,7 +148,7 @@ TEST_F(Threads, sayWhatIsWrongAtMostOnceEach_whenTheLutCannotBeRead) {
             EXPECT_TRUE(samePixels(input, output));
         }
     });
-    // Threads that meet new bytes at once may each decode them.
+    // Threads that look up new bytes at once may each decode them.
     const int said = countOf(newLogLines(), "Embedded LUT: LUT data is truncated");
     EXPECT_GE(said, 1);
     EXPECT_LE(said, kThreads);
@@ -177,4 +177,4 @@ TEST_F(Threads, renderWhileTheMainThreadDoesOtherThings) {
 }
 
 }  // namespace
-}  // namespace effect_test
+}  // namespace twtest

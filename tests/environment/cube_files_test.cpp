@@ -1,4 +1,4 @@
-// What users pick as a .cube file and is none, or more than one expects.
+// Picked files that are truncated, huge, special, unreadable or no .cube file at all.
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -32,7 +32,7 @@ const std::string kSizeLine = "LUT_3D_SIZE 2\n";
 const std::string kCube =
     kSizeLine + "0 0 0\n1 0.25 0\n0 1 0\n1 1 0\n0 0 1\n1 0 0.5\n0 1 1\n1 1 1.5\n";
 
-// Why a beginning of kCube is no cube; nothing when it is one.
+// The parser's reason against a truncated kCube; empty when it is taken.
 std::string reasonAgainst(const std::string& text) {
     if (text.size() < kSizeLine.size() - 3) return text.empty() ? "" : "no LUT_3D_SIZE";
     if (text.size() < kSizeLine.size() - 1) return "LUT_3D_SIZE out of range";
@@ -56,7 +56,7 @@ TEST_F(CubeFile, isRefused_whereverItIsCutOff) {
     }
 }
 
-// A file that ends inside its last number still has as many numbers as it must: nothing tells.
+// A file that ends inside its last number still has enough numbers: the damage cannot be seen.
 TEST_F(CubeFile, isTaken_whenOnlyDigitsOfItsLastNumberAreMissing) {
     for (const std::string missing : {"\n", "5\n", ".5\n"})
         expectLoaded("cut.cube", kCube.substr(0, kCube.size() - missing.size()), 0, "cut");
@@ -83,7 +83,7 @@ TEST_F(CubeFile, givesAnError_whenItIsLongerThanMemory) {
     if (!made) GTEST_SKIP() << "this file system has no files of that size";
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
-    twtest::watchCallsOf(host().module().symbol("EffectMain"));
+    twtest::watchCallsOf(host->module().symbol("EffectMain"));
     twtest::failBlocksFrom(std::size_t{1} << 27);
     const auto pickWithoutMemory = [&] {
         const twtest::Watch watch;
@@ -117,7 +117,7 @@ TEST_F(CubeFile, isRefused_whenItsDiskFails) {
     expectUnreadable("/proc/self/mem");
 }
 
-// Nobody writes it: a press that waited would never end.
+// No writer: a press that waited for one would never end.
 TEST_F(CubeFile, isRefused_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(path("fifo.cube").c_str(), 0600), 0);
     expectUnreadable(path("fifo.cube"));

@@ -19,28 +19,14 @@ using twtest::writeFile;
 class DataFolder : public twtest::UserSession {
 protected:
     DataFolder()
-        : folder_(home_.dataFolder()),
-          log_(home_.dataFile("effect.log")),
-          request_(home_.dataFile("edit-request.json")) {}
+        : folder_(home.dataFolder()),
+          log_(home.dataFile("effect.log")),
+          request_(home.dataFile("edit-request.json")) {}
 
-    void liveWithoutTrace() {
-        const auto before = twtest::treeOf(home_.path());
+    void expectNoTrace() {
+        const auto before = twtest::treeOf(home.path());
         run();
-        EXPECT_EQ(twtest::treeOf(home_.path()), before);
-    }
-
-    // A session that leaves its request and no log.
-    void liveWithoutLog() {
-        run();
-        EXPECT_TRUE(hasRequest());
-        fs::remove(request_);
-    }
-
-    // A session that leaves its log, request or not.
-    void liveWithLog() {
-        run();
-        EXPECT_EQ(log(), wholeLog());
-        fs::remove(log_);
+        EXPECT_EQ(twtest::treeOf(home.path()), before);
     }
 
     std::string folder_;
@@ -60,25 +46,25 @@ TEST_F(DataFolder, isMadeWithTheFirstLine_whenMissing) {
 TEST_F(DataFolder, losesLogAndRequest_whenItIsNoFolder) {
     fs::remove(folder_);
     writeFile(folder_, "mine");
-    liveWithoutTrace();
+    expectNoTrace();
     fs::remove(folder_);
     fs::create_symlink("nowhere", folder_);
-    liveWithoutTrace();
+    expectNoTrace();
     fs::remove(folder_);
     fs::create_symlink("Tintwell", folder_);
-    liveWithoutTrace();
+    expectNoTrace();
     fs::remove(folder_);
     ASSERT_EQ(mkfifo(folder_.c_str(), 0600), 0);
-    liveWithoutTrace();
+    expectNoTrace();
 }
 
 TEST_F(DataFolder, mayBeALinkToAnotherFolder) {
     fs::remove(folder_);
-    fs::create_directory(home_ / "elsewhere");
-    fs::create_symlink(home_ / "elsewhere", folder_);
+    fs::create_directory(home / "elsewhere");
+    fs::create_symlink(home / "elsewhere", folder_);
     run();
-    EXPECT_EQ(logAt(home_ / "elsewhere/effect.log"), wholeLog());
-    EXPECT_TRUE(holdsRequest(home_ / "elsewhere/edit-request.json"));
+    EXPECT_EQ(logAt(home / "elsewhere/effect.log"), wholeLog());
+    EXPECT_TRUE(holdsRequest(home / "elsewhere/edit-request.json"));
 }
 
 TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
@@ -92,7 +78,7 @@ TEST_F(DataFolder, losesLogAndRequest_whenPermissionsDenyIt) {
     }
 }
 
-// The files can be made, but not a byte of them: empty is what is left.
+// The files can be created but not written: they stay empty.
 TEST_F(DataFolder, losesLogAndRequest_whileItsDiskIsFull) {
     const twtest::SmallDisk disk(folder_);
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
@@ -118,47 +104,6 @@ TEST_F(DataFolder, keepsItsLines_whileItsDiskIsFull) {
 
 // ---- The log
 
-TEST_F(DataFolder, costs_the_log_alone_when_that_is_no_file) {
-    fs::create_directory(log_);
-    liveWithoutLog();
-    EXPECT_TRUE(fs::is_empty(log_));
-    fs::remove(log_);
-    fs::create_symlink("effect.log", log_);
-    liveWithoutLog();
-    fs::remove(log_);
-    fs::create_symlink("no/such/folder", log_);
-    liveWithoutLog();
-    fs::remove(log_);
-    fs::create_symlink("/dev/null", log_);
-    liveWithoutLog();
-}
-
-TEST_F(DataFolder, costs_the_log_alone_when_nothing_can_be_written_to_it) {
-    fs::create_symlink("/dev/full", log_);
-    liveWithoutLog();
-}
-
-// Nobody reads it: a log that waited would wait for ever.
-TEST_F(DataFolder, costs_the_log_alone_when_that_is_a_fifo) {
-    ASSERT_EQ(mkfifo(log_.c_str(), 0600), 0);
-    liveWithoutLog();
-}
-
-TEST_F(DataFolder, costs_the_log_alone_when_permissions_deny_it) {
-    const twtest::WithoutPrivileges none;
-    if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
-    writeFile(log_, "old\n");
-    chmod(log_.c_str(), 0444);
-    liveWithoutLog();
-    EXPECT_EQ(readFile(log_), "old\n");
-}
-
-TEST_F(DataFolder, makes_the_log_that_a_link_leads_to) {
-    fs::create_symlink(home_ / "elsewhere.log", log_);
-    run();
-    EXPECT_EQ(logAt(home_ / "elsewhere.log"), wholeLog());
-}
-
 TEST_F(DataFolder, addsToALogOfMoreThanFourGigabytes) {
     constexpr off_t kOld = (off_t{1} << 32) + 7;
     const int sparse = open(log_.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
@@ -169,43 +114,77 @@ TEST_F(DataFolder, addsToALogOfMoreThanFourGigabytes) {
     EXPECT_GT(fs::file_size(log_), static_cast<std::uintmax_t>(kOld));
 }
 
-// ---- The request
+// ---- Each of the two files, and what a session then leaves in the other one
 
-TEST_F(DataFolder, costs_the_request_alone_when_that_is_no_file) {
-    fs::create_directory(request_);
-    liveWithLog();
-    EXPECT_TRUE(fs::is_empty(request_));
-    fs::remove(request_);
-    fs::create_symlink("edit-request.json", request_);
-    liveWithLog();
-    fs::remove(request_);
-    fs::create_symlink("no/such/folder", request_);
-    liveWithLog();
+enum class File { kLog, kRequest };
+
+class DataFolderFile : public DataFolder, public testing::WithParamInterface<File> {
+protected:
+    bool isLog() const { return GetParam() == File::kLog; }
+
+    // A session that leaves the other file, whole, whatever becomes of this one.
+    void expectOtherFile() {
+        run();
+        if (isLog()) {
+            EXPECT_TRUE(hasRequest());
+            fs::remove(request_);
+        } else {
+            EXPECT_EQ(log(), wholeLog());
+            fs::remove(log_);
+        }
+    }
+
+    const std::string file_ = isLog() ? log_ : request_;
+};
+
+INSTANTIATE_TEST_SUITE_P(, DataFolderFile, testing::Values(File::kLog, File::kRequest),
+                         [](const auto& row) {
+                             return std::string(row.param == File::kLog ? "Log" : "Request");
+                         });
+
+TEST_P(DataFolderFile, isLostAlone_whenItIsNoFile) {
+    fs::create_directory(file_);
+    expectOtherFile();
+    EXPECT_TRUE(fs::is_empty(file_));
+    const std::string itself = fs::path(file_).filename();
+    for (const std::string& target :
+         {itself, std::string("no/such/folder"), std::string("/dev/null")}) {
+        SCOPED_TRACE(target);
+        fs::remove(file_);
+        fs::create_symlink(target, file_);
+        expectOtherFile();
+    }
 }
 
-TEST_F(DataFolder, costs_the_request_alone_when_nothing_can_be_written_to_it) {
-    fs::create_symlink("/dev/full", request_);
-    liveWithLog();
+TEST_P(DataFolderFile, isLostAlone_whenNothingCanBeWrittenToIt) {
+    fs::create_symlink("/dev/full", file_);
+    expectOtherFile();
 }
 
-TEST_F(DataFolder, costs_the_request_alone_when_that_is_a_fifo) {
-    ASSERT_EQ(mkfifo(request_.c_str(), 0600), 0);
-    liveWithLog();
+// No reader: a session that waited for one would never end.
+TEST_P(DataFolderFile, isLostAlone_whenItIsAFifo) {
+    ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
+    expectOtherFile();
 }
 
-TEST_F(DataFolder, keeps_the_older_request_when_permissions_deny_a_new_one) {
+TEST_P(DataFolderFile, staysAsItIs_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
-    writeFile(request_, "older\n");
-    chmod(request_.c_str(), 0444);
-    liveWithLog();
-    EXPECT_EQ(readFile(request_), "older\n");
+    writeFile(file_, "older\n");
+    chmod(file_.c_str(), 0444);
+    expectOtherFile();
+    EXPECT_EQ(readFile(file_), "older\n");
 }
 
-TEST_F(DataFolder, makes_the_request_that_a_link_leads_to) {
-    fs::create_symlink(home_ / "elsewhere.json", request_);
+TEST_P(DataFolderFile, isMadeWhereALinkLeads) {
+    const std::string target = home / "elsewhere";
+    fs::create_symlink(target, file_);
     run();
-    EXPECT_TRUE(holdsRequest(home_ / "elsewhere.json"));
+    if (isLog()) {
+        EXPECT_EQ(logAt(target), wholeLog());
+    } else {
+        EXPECT_TRUE(holdsRequest(target));
+    }
 }
 
 }  // namespace

@@ -19,30 +19,30 @@ constexpr char kData[] = "Library/Application Support/Tintwell";
 
 class Home : public twtest::UserSession {
 protected:
-    void become(const std::string& home) { setenv("HOME", home.c_str(), 1); }
+    void setHome(const std::string& place) { setenv("HOME", place.c_str(), 1); }
 
     // A session in that home, which leaves no trace on the disk.
-    void liveWithoutTrace(const std::string& home) {
-        SCOPED_TRACE(home);
-        const auto before = twtest::treeOf(home_.path());
-        become(home);
+    void expectNoTrace(const std::string& place) {
+        SCOPED_TRACE(place);
+        const auto before = twtest::treeOf(home.path());
+        setHome(place);
         run();
-        EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
-        EXPECT_EQ(twtest::treeOf(home_.path()), before);
+        EXPECT_EQ(dialogFolder(), place + "/Documents/Tintwell LUTs");
+        EXPECT_EQ(twtest::treeOf(home.path()), before);
     }
 
     // A session in that home, which leaves its log and its request in the data folder `data`.
-    void liveIn(const std::string& home, const std::string& data) {
-        SCOPED_TRACE(home);
+    void expectSessionIn(const std::string& place, const std::string& data) {
+        SCOPED_TRACE(place);
         fs::create_directories(data);
-        become(home);
+        setHome(place);
         run();
-        EXPECT_EQ(dialogFolder(), home + "/Documents/Tintwell LUTs");
+        EXPECT_EQ(dialogFolder(), place + "/Documents/Tintwell LUTs");
         EXPECT_EQ(logAt(data + "/effect.log"), wholeLog());
         EXPECT_TRUE(holdsRequest(data + "/edit-request.json"));
     }
 
-    void liveAtTheRoot() {
+    void expectSessionWithoutHome() {
         run();
         EXPECT_EQ(dialogFolder(), "");
         EXPECT_FALSE(fs::exists("/Library"));
@@ -59,72 +59,75 @@ TEST_F(Home, allowsAWholeSession_whenItIsInOrder) {
 TEST_F(Home, losesLogAndRequest_whenUnsetOrEmpty) {
     if (fs::exists("/Library")) GTEST_SKIP() << "this machine has the folder that must not appear";
     unsetenv("HOME");
-    liveAtTheRoot();
-    become("");
-    liveAtTheRoot();
+    expectSessionWithoutHome();
+    setHome("");
+    expectSessionWithoutHome();
 }
 
 TEST_F(Home, isSoughtFromThePresentFolder_whenRelative) {
     const fs::path before = fs::current_path();
-    fs::current_path(home_.path());
-    liveIn("here", home_ / "here" + "/" + kData);
-    liveIn(".", home_ / kData);
+    fs::current_path(home.path());
+    expectSessionIn("here", home / "here" + "/" + kData);
+    expectSessionIn(".", home / kData);
     fs::current_path(before);
 }
 
 TEST_F(Home, losesLogAndRequest_whenMissingOrNoFolder) {
-    twtest::writeFile(home_ / "file", "plain");
-    fs::create_symlink(home_ / "nowhere", home_ / "dangling");
-    fs::create_symlink("loop", home_ / "loop");
-    for (const char* home : {"missing", "missing/below", "file", "file/below", "dangling", "loop"})
-        liveWithoutTrace(home_ / home);
-    for (const char* home : {"/dev/null", "/proc", "/proc/self", "/dev/full"})
-        liveWithoutTrace(home);
+    twtest::writeFile(home / "file", "plain");
+    fs::create_symlink(home / "nowhere", home / "dangling");
+    fs::create_symlink("loop", home / "loop");
+    for (const char* place : {"missing", "missing/below", "file", "file/below", "dangling", "loop"})
+        expectNoTrace(home / place);
+    for (const char* place : {"/dev/null", "/proc", "/proc/self", "/dev/full"})
+        expectNoTrace(place);
 }
 
 TEST_F(Home, losesLogAndRequest_whenTooLongForTheSystem) {
-    liveWithoutTrace(home_ / std::string(256, 'h'));
-    std::string path = home_.path();
+    expectNoTrace(home / std::string(256, 'h'));
+    std::string path = home.path();
     while (path.size() < PATH_MAX)
         path += "/.";
-    liveWithoutTrace(path);
-    liveWithoutTrace(path + "/" + std::string(100000, 'h'));
+    expectNoTrace(path);
+    expectNoTrace(path + "/" + std::string(100000, 'h'));
 }
 
 TEST_F(Home, mayHaveAnyName) {
     for (const std::string name : {"100%s %n %d", " blanks ", "\"q\" 'q' \\b\\",
                                    "Jürgen 日本 \xF0\x9F\x8E\xA8", "$HOME", "~"})
-        liveIn(home_ / name, home_ / name + "/" + kData);
+        expectSessionIn(home / name, home / name + "/" + kData);
 }
 
-// Such bytes do not come back the same from the conversions, and so lead elsewhere: to nothing.
+// The conversions change such bytes, and the changed path does not exist.
 TEST_F(Home, losesLogAndRequest_whenNotUtf8) {
-    fs::remove_all(home_ / "Library");
+    fs::remove_all(home / "Library");
     for (const std::string name : {"caf\xE9", "\xFF\xFE", "x\x80"}) {
-        const std::string home = home_ / name;
-        fs::create_directories(home + "/" + kData);
-        const auto before = twtest::treeOf(home_.path());
-        become(home);
+        const std::string place = home / name;
+        fs::create_directories(place + "/" + kData);
+        const auto before = twtest::treeOf(home.path());
+        setHome(place);
         run();
-        EXPECT_EQ(twtest::treeOf(home_.path()), before) << testing::PrintToString(name);
+        EXPECT_EQ(twtest::treeOf(home.path()), before) << testing::PrintToString(name);
     }
 }
 
 TEST_F(Home, keepsItsLog_whenALinkLeadsToIt) {
-    fs::create_directory(home_ / "real");
-    fs::create_symlink("real", home_ / "link");
-    liveIn(home_ / "link", home_ / "real/" + std::string(kData));
+    fs::create_directory(home / "real");
+    fs::create_symlink("real", home / "link");
+    expectSessionIn(home / "link", home / "real/" + std::string(kData));
 }
 
 TEST_F(Home, losesLogAndRequest_whenPermissionsDenyIt) {
     const twtest::WithoutPrivileges none;
     if (!none.works()) GTEST_SKIP() << "permissions do not hold for this user here";
-    const std::string home = home_ / "locked";
-    const std::string support = home + "/Library/Application Support";
+    const std::string place = home / "locked";
+    const std::string support = place + "/Library/Application Support";
     fs::create_directories(support);
-    become(home);
-    for (const auto& [locked, mode] :
-         {std::pair(home, 0444u), {home, 0u}, {support, 0555u}, {support, 0444u}, {support, 0u}}) {
+    setHome(place);
+    for (const auto& [locked, mode] : {std::pair(place, 0444u),
+                                       {place, 0u},
+                                       {support, 0555u},
+                                       {support, 0444u},
+                                       {support, 0u}}) {
         chmod(locked.c_str(), mode);
         run();
         chmod(locked.c_str(), 0755);
@@ -133,12 +136,12 @@ TEST_F(Home, losesLogAndRequest_whenPermissionsDenyIt) {
 }
 
 TEST_F(Home, losesLogAndRequest_onAReadOnlyDisk) {
-    fs::create_directory(home_ / "disk");
-    const twtest::SmallDisk disk(home_ / "disk");
+    fs::create_directory(home / "disk");
+    const twtest::SmallDisk disk(home / "disk");
     if (!disk.mounted()) GTEST_SKIP() << "this user may not mount a disk, even for himself";
-    fs::create_directories(home_ / "disk/" + std::string(kData));
+    fs::create_directories(home / "disk/" + std::string(kData));
     disk.makeReadOnly();
-    liveWithoutTrace(home_ / "disk");
+    expectNoTrace(home / "disk");
 }
 
 }  // namespace

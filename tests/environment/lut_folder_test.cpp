@@ -1,4 +1,4 @@
-// "lut-folder.txt" as a broken panel, an editor or a stranger may leave it.
+// Damaged, foreign and special "lut-folder.txt" files.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 class LutFolderFile : public twtest::UserSession {
 protected:
-    LutFolderFile() : file_(home_.dataFile("lut-folder.txt")), folder_(home_ / "LUTs") {
+    LutFolderFile() : file_(home.dataFile("lut-folder.txt")), folder_(home / "LUTs") {
         fs::create_directory(folder_);
     }
 
@@ -60,7 +60,7 @@ TEST_F(LutFolderFile, isIgnored_whenItNamesNothing) {
             << testing::PrintToString(bytes.substr(0, 99));
 }
 
-// What follows a zero byte is no part of a path for the system, and none for the dialog.
+// For the system and so for the dialog a path ends at a zero byte.
 TEST_F(LutFolderFile, isReadUpToAZeroByte) {
     const std::string bytes = folder_ + std::string("\0/none", 6);
     EXPECT_EQ(folderWith(bytes), bytes);
@@ -79,7 +79,7 @@ TEST_F(LutFolderFile, isIgnored_whenItIsNoFile) {
     }
 }
 
-// Nobody writes it: a dialog that waited for the folder would never open.
+// No writer: a dialog that waited for one would never open.
 TEST_F(LutFolderFile, isIgnored_whenItIsAFifo) {
     ASSERT_EQ(mkfifo(file_.c_str(), 0600), 0);
     expectFallback();
@@ -103,10 +103,10 @@ TEST_F(LutFolderFile, isIgnored_whenPermissionsHideTheFolder) {
 }
 
 TEST_F(LutFolderFile, mayNameALinkToAFolder) {
-    fs::create_symlink("LUTs", home_ / "link");
-    EXPECT_EQ(folderWith(home_ / "link"), home_ / "link");
-    fs::create_symlink("nowhere", home_ / "dangling");
-    EXPECT_EQ(folderWith(home_ / "dangling"), fallbackFolder());
+    fs::create_symlink("LUTs", home / "link");
+    EXPECT_EQ(folderWith(home / "link"), home / "link");
+    fs::create_symlink("nowhere", home / "dangling");
+    EXPECT_EQ(folderWith(home / "dangling"), fallbackFolder());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// .cube files of every name that a file can have.
+// .cube files with unusual names.
 #include <climits>
 #include <filesystem>
 
@@ -11,12 +11,12 @@ namespace fs = std::filesystem;
 using twtest::Alerts;
 using twtest::cube;
 using twtest::kLut;
-using twtest::stored;
+using twtest::widened;
 
 class FileName : public twtest::LutButton {
 protected:
     bool logHolds(const std::string& line) const {
-        return twtest::readFile(dataPath("effect.log")).find("  " + line) != std::string::npos;
+        return twtest::readFile(home.dataFile("effect.log")).find("  " + line) != std::string::npos;
     }
 
     // Refused: the parameter is as before, the log and an alert name the file as `spelled`.
@@ -58,8 +58,8 @@ TEST_F(FileName, mayHoldEveryByteOfAscii) {
     }
 }
 
-// A byte above ASCII is no UTF-8 by itself, and so no path that a Mac's dialog gives: the path
-// changes on its way to the system, which then finds no such file.
+// A lone byte above ASCII is not UTF-8, which no Mac dialog returns: the conversion changes the
+// path, and there is no such file.
 TEST_F(FileName, mayNotHoldALoneByteAboveAscii) {
     for (int byte = 128; byte < 256; ++byte) {
         SCOPED_TRACE(byte);
@@ -96,8 +96,8 @@ TEST_F(FileName, mayHave255Bytes) {
     EXPECT_EQ(label(), name + ".cube");
 }
 
-// A name of more than 399 characters when encoded is stored and cannot be read back, which 45
-// letters beyond ASCII, of three bytes each, come to.
+// An encoded name of more than 399 characters is stored and cannot be read back. 45 letters of
+// three bytes each are enough for that.
 TEST_F(FileName, makesTheLookUnusable_whenTooLongEncoded) {
     for (const std::size_t letters : {44u, 45u, 83u}) {
         std::string name;

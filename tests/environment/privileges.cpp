@@ -11,7 +11,7 @@
 namespace twtest {
 namespace {
 
-// Puts `wanted` in the place of the effective privileges and returns those that were there.
+// Sets the effective privileges and returns the former ones.
 void exchange(const std::uint32_t (&wanted)[2], std::uint32_t (&before)[2]) {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     __user_cap_data_struct sets[2] = {};

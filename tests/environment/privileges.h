@@ -14,7 +14,7 @@ public:
     WithoutPrivileges(const WithoutPrivileges&) = delete;
     WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
 
-    // Whether permissions hold indeed: some file systems and sandboxes have none.
+    // Whether permissions are enforced: some file systems and sandboxes ignore them.
     bool works() const;
 
 private:

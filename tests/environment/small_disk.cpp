@@ -25,7 +25,7 @@ void tellKernel(const std::string& file, const std::string& text) {
     close(descriptor);
 }
 
-// As the root of a user namespace of its own, where the process is not root already.
+// Enters a user namespace as its root, unless the process is root already.
 bool leaveMounts() {
     if (unshare(CLONE_NEWNS) == 0) return true;
     const std::string uid = std::to_string(geteuid()), gid = std::to_string(getegid());
@@ -36,7 +36,7 @@ bool leaveMounts() {
     return true;
 }
 
-// Once a process: from then on no mount of it is seen by others.
+// Once a process: a mount namespace of its own.
 bool hasOwnMounts() {
     static const bool own =
         leaveMounts() && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;

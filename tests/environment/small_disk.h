@@ -16,7 +16,7 @@ public:
     SmallDisk& operator=(const SmallDisk&) = delete;
 
     bool mounted() const { return mounted_; }
-    // Bytes in which room is given out.
+    // The size of a block.
     static std::size_t blockSize();
 
     // Leaves no room for another block of any file, until emptied. Throws std::runtime_error when

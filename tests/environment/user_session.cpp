@@ -4,9 +4,10 @@
 
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/stand_in_module.h"
+#include "tests/support/frames.h"
 #include "tests/support/request_line.h"
+#include "tests/support/stand_in_module.h"
+#include "tests/support/texts.h"
 
 namespace twtest {
 namespace {
@@ -17,10 +18,10 @@ using Alerts = std::vector<ShownAlert>;
 constexpr long kMatch = 42;
 constexpr double kAmountPercent = 50.1;
 
-// The line of the host's start, whose numbers other tests look at.
+// The first line without its numbers, which other tests check.
 constexpr char kSetup[] = "GlobalSetup";
 
-// Whose range takes decimals to tell.
+// Points whose range has decimals.
 constexpr char kPoints[] =
     "0.125 0.25 0.5\n1.5 0.25 0.5\n0.125 0.75 0.5\n1.5 0.75 0.5\n"
     "0.125 0.25 0.875\n1.5 0.25 0.875\n0.125 0.75 0.875\n1.5 0.75 0.875\n";
@@ -54,27 +55,25 @@ UserSession::UserSession()
 }
 
 void UserSession::run() {
-    host_sim::Host host(TINTWELL_MODULE, host_sim::premierePro());
-    host.start();
-    host_sim::Instance& effect = host.apply();
-    dialogs_ = &dialogsOf(host.module());
+    host_sim::Instance& effect = start(host_sim::premierePro());
+    dialogs_ = &dialogsOf(host->module());
     *dialogs_ = {};
     EXPECT_EQ(effect.updateUi().error, PF_Err_NONE);
     EXPECT_EQ(effect.label(kLutButton), "Choose a LUT");
-    render(host, effect, nullptr);
+    render(effect, nullptr);
     refuseAFile(effect);
     pickALook(effect);
-    EXPECT_EQ(host.handles().contents(effect.arbitrary(kLut)), stored(text_));
+    EXPECT_EQ(host->handles().contents(effect.arbitrary(kLut)), widened(text_));
     tw::Lut3D look;
     ASSERT_TRUE(tw::parseEmbeddedText(text_, look, nullptr));
     effect.setSlider(kAmount, kAmountPercent);
-    render(host, effect, &look);
+    render(effect, &look);
     askForTheMatch(effect);
-    saveAndLoad(host, effect);
+    saveAndLoad(effect);
     ASSERT_EQ(dialogs_->folders.size(), 2u);
     EXPECT_EQ(dialogs_->folders[0], dialogs_->folders[1]);
     dialogFolder_ = dialogs_->folders[0];
-    EXPECT_EQ(host.close(), Lines());
+    closeHost();
 }
 
 void UserSession::pick(const std::string& file) {
@@ -99,14 +98,13 @@ void UserSession::pickALook(host_sim::Instance& effect) {
     EXPECT_EQ(effect.label(kLutButton), "Film.cube");
 }
 
-void UserSession::render(host_sim::Host& host, host_sim::Instance& effect, const tw::Lut3D* look) {
-    const host_sim::Frame in = effect_test::scattered(host.format(8), 7, 5);
-    const host_sim::Frame blank(host.format(8), 7, 5);
+void UserSession::render(host_sim::Instance& effect, const tw::Lut3D* look) {
+    const host_sim::Frame in = scattered(host->format(8), 7, 5);
+    const host_sim::Frame blank(host->format(8), 7, 5);
     host_sim::Frame out = blank;
     EXPECT_EQ(effect.render(in, out).error, PF_Err_NONE);
     const auto amount = static_cast<float>(kAmountPercent / 100.0);
-    EXPECT_TRUE(
-        effect_test::samePixels(look ? effect_test::graded(*look, in, blank, amount) : in, out));
+    EXPECT_TRUE(samePixels(look ? graded(*look, in, blank, amount) : in, out));
 }
 
 void UserSession::askForTheMatch(host_sim::Instance& effect) {
@@ -116,10 +114,10 @@ void UserSession::askForTheMatch(host_sim::Instance& effect) {
     EXPECT_EQ(dialogs_->alerts.size(), 1u);
 }
 
-void UserSession::saveAndLoad(host_sim::Host& host, host_sim::Instance& effect) {
-    host.save(effect, work_ / "saved.project");
-    host_sim::Instance& loaded = host.load(work_ / "saved.project");
-    EXPECT_EQ(host.handles().contents(loaded.arbitrary(kLut)), stored(text_));
+void UserSession::saveAndLoad(host_sim::Instance& effect) {
+    host->save(effect, work_ / "saved.project");
+    host_sim::Instance& loaded = host->load(work_ / "saved.project");
+    EXPECT_EQ(host->handles().contents(loaded.arbitrary(kLut)), widened(text_));
     EXPECT_EQ(loaded.slider(kAmount), kAmountPercent);
 }
 
@@ -143,7 +141,7 @@ Lines UserSession::wholeLog() const {
 }
 
 Lines UserSession::logAt(const std::string& file) {
-    Lines lines = logLines(readFile(file));
+    Lines lines = withoutDataCallbacks(readLog(file));
     for (std::string& line : lines) {
         if (line.starts_with("GlobalSetup ")) line = kSetup;
     }

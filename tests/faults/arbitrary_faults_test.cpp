@@ -10,37 +10,50 @@
 namespace faults {
 namespace {
 
-using effect_test::bytesOf;
-using effect_test::emptyLut;
-using effect_test::kFreshBufferByte;
-using effect_test::quarterText;
-using effect_test::unfilled;
-using effect_test::widened;
 using host_sim::Answer;
 using host_sim::ArbitraryCalls;
+using twtest::bytesOf;
+using twtest::emptyLut;
+using twtest::kFreshBufferByte;
+using twtest::quarterText;
+using twtest::unfilled;
+using twtest::widened;
 
 const Bytes kLook = widened(quarterText());
 const Bytes kForeign = bytesOf("foreign data, and no LUT at all");
 
-// The first twenty of the frequent calls of a process are logged. Plays make those beforehand where
-// they are to be silent.
+// The first twenty of the frequent calls of a process are logged. Where a call is to be silent, the
+// scenario makes those beforehand.
 enum class Log { kWritten, kSilent };
 
-class CallPlay : public EffectScenario {
+class CallScenario : public EffectScenario {
 public:
-    CallPlay(const Bytes& value, Log log) : EffectScenario(value) {
+    CallScenario(const Bytes& value, Log log) : EffectScenario(value) {
         if (log == Log::kWritten) return;
         for (int i = 0; i < 20; ++i)
             EXPECT_EQ(calls().flatSize(this->value()).error, 0);
     }
 };
 
+// The call while it is silent, as expected; and while it is logged, when that line's memory and
+// file can fail as well. Without the memory the call ends with `lost`.
+void expectSilentAndLogged(const std::function<Begin(Log)>& begin, const Expected& silent,
+                           const std::string& lost = "error 512") {
+    {
+        SCOPED_TRACE("silent");
+        expectEffect(begin(Log::kSilent), silent);
+    }
+    SCOPED_TRACE("logged");
+    expectEffect(begin(Log::kWritten), Expected(silent).failed(kNew, {lost}).harmless(kLogKinds));
+}
+
 // A call that makes a value.
-class Making : public CallPlay {
+class Making : public CallScenario {
 public:
     using Call = std::function<Answer<PF_ArbitraryH>(const ArbitraryCalls&, PF_ArbitraryH value)>;
 
-    Making(const Bytes& value, Call call, Log log) : CallPlay(value, log), call_(std::move(call)) {}
+    Making(const Bytes& value, Call call, Log log)
+        : CallScenario(value, log), call_(std::move(call)) {}
 
     void run() override { made_ = call_(calls(), value()); }
 
@@ -61,9 +74,12 @@ private:
     Answer<PF_ArbitraryH> made_;
 };
 
-std::function<std::unique_ptr<Scenario>()> making(const Bytes& value, Making::Call call,
-                                                  Log log = Log::kWritten) {
-    return scenario<Making>(value, std::move(call), log);
+Begin making(const Bytes& value, const Making::Call& call, Log log = Log::kWritten) {
+    return scenario<Making>(value, call, log);
+}
+
+void expectMaking(const Bytes& value, const Making::Call& call, const Expected& silent) {
+    expectSilentAndLogged([&](Log log) { return making(value, call, log); }, silent);
 }
 
 Making::Call create() {
@@ -88,7 +104,7 @@ Making::Call scan(const std::string& text) {
     return [text](const ArbitraryCalls& calls, PF_ArbitraryH) { return calls.scan(text); };
 }
 
-// What a fresh value, be it logged or not, comes to.
+// The outcomes of a fresh value, logged or not.
 Expected fresh() {
     return Expected("no LUT")
         .failed(kNew, {"error 512"})
@@ -103,40 +119,30 @@ Expected copied() {
 }
 
 TEST(ArbitraryFaults, ofANewValue) {
-    expectEffect(making(kLook, create(), Log::kSilent), fresh());
-    expectEffect(making(kLook, create()), fresh().harmless(kLogKinds));
+    expectMaking(kLook, create(), fresh());
 }
 
 TEST(ArbitraryFaults, ofACopy) {
-    expectEffect(making(kLook, copy(), Log::kSilent), copied());
-    expectEffect(making(kLook, copy()), copied().failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectMaking(kLook, copy(), copied());
 }
 
 TEST(ArbitraryFaults, ofACopyOfForeignData) {
-    // Also without the source's lock it is a fresh value.
-    const Outcomes locked = {"no LUT", "unfilled"};
-    expectEffect(making(kForeign, copy(), Log::kSilent), fresh().failed(kLock, locked));
-    expectEffect(making(kForeign, copy()), fresh().failed(kLock, locked).harmless(kLogKinds));
+    // A source that cannot be locked gives a fresh value, too.
+    expectMaking(kForeign, copy(), fresh().failed(kLock, {"no LUT", "unfilled"}));
 }
 
 TEST(ArbitraryFaults, ofInterpolating) {
-    expectEffect(making(kLook, interpolate(), Log::kSilent), copied());
-    expectEffect(making(kLook, interpolate()),
-                 copied().failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectMaking(kLook, interpolate(), copied());
 }
 
 TEST(ArbitraryFaults, ofUnflattening) {
-    const Expected silent =
-        Expected("the LUT").failed(kHandle, {"null"}).failed(kLock, {"unfilled"});
-    expectEffect(making(kForeign, unflatten(kLook), Log::kSilent), silent);
-    expectEffect(making(kForeign, unflatten(kLook)),
-                 Expected(silent).failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectMaking(kForeign, unflatten(kLook),
+                 Expected("the LUT").failed(kHandle, {"null"}).failed(kLock, {"unfilled"}));
 }
 
 TEST(ArbitraryFaults, ofUnflatteningForeignData) {
-    // It is said in a line of its own.
-    expectEffect(making(kLook, unflatten(kForeign), Log::kSilent), fresh().harmless(kLogKinds));
-    expectEffect(making(kLook, unflatten(kForeign)), fresh().harmless(kLogKinds));
+    // Foreign data is logged even when the call itself is not.
+    expectMaking(kLook, unflatten(kForeign), fresh().harmless(kLogKinds));
 }
 
 TEST(ArbitraryFaults, ofScanning) {
@@ -152,88 +158,83 @@ TEST(ArbitraryFaults, ofScanningWhatIsNoLut) {
                  Expected("error 518").failed(kNew, {"error 512"}).harmless(kLogKinds));
 }
 
-// A call that tells of the value.
-class Telling : public CallPlay {
+// A call that reads the value.
+class Reading : public CallScenario {
 public:
     using Call = std::function<std::string(const ArbitraryCalls&, PF_ArbitraryH value)>;
 
-    Telling(const Bytes& value, Call call, Log log)
-        : CallPlay(value, log), call_(std::move(call)) {}
+    Reading(const Bytes& value, Call call, Log log)
+        : CallScenario(value, log), call_(std::move(call)) {}
 
-    void run() override { told_ = call_(calls(), value()); }
-    std::string outcome() override { return told_; }
+    void run() override { answer_ = call_(calls(), value()); }
+    std::string outcome() override { return answer_; }
 
 private:
     Call call_;
-    std::string told_;
+    std::string answer_;
 };
 
-std::function<std::unique_ptr<Scenario>()> telling(const Bytes& value, Telling::Call call,
-                                                   Log log = Log::kWritten) {
-    return scenario<Telling>(value, std::move(call), log);
+Begin reading(const Bytes& value, const Reading::Call& call, Log log = Log::kWritten) {
+    return scenario<Reading>(value, call, log);
+}
+
+void expectReading(const Reading::Call& call, const Expected& silent) {
+    expectSilentAndLogged([&](Log log) { return reading(kLook, call, log); }, silent);
 }
 
 TEST(ArbitraryFaults, ofTheFlatSize) {
-    const Telling::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.flatSize(value);
-        return answered(told.error, told.value == kLook.size() ? "right" : "wrong");
+    const Reading::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.flatSize(value);
+        return answered(answer.error, answer.value == kLook.size() ? "right" : "wrong");
     };
-    expectEffect(telling(kLook, size, Log::kSilent), Expected("right"));
-    expectEffect(telling(kLook, size),
-                 Expected("right").failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectReading(size, Expected("right"));
 }
 
 TEST(ArbitraryFaults, ofFlattening) {
-    const Telling::Call flatten = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+    const Reading::Call flatten = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
         const auto flat = calls.flatten(value, static_cast<A_u_long>(kLook.size()));
         const bool isUntouched = flat.value == Bytes(kLook.size(), kFreshBufferByte);
         EXPECT_TRUE(flat.error == 0 || isUntouched);
         const char* bytes = flat.value == kLook ? "the LUT" : isUntouched ? "untouched" : "wrong";
         return answered(flat.error, bytes);
     };
-    const Expected silent = Expected("the LUT").failed(kLock, {"untouched"});
-    expectEffect(telling(kLook, flatten, Log::kSilent), silent);
-    expectEffect(telling(kLook, flatten),
-                 Expected(silent).failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectReading(flatten, Expected("the LUT").failed(kLock, {"untouched"}));
 }
 
 TEST(ArbitraryFaults, ofComparing) {
-    const Telling::Call compare = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.compare(value, value);
-        return answered(told.error, told.value == PF_ArbCompare_EQUAL ? "equal" : "not equal");
+    const Reading::Call compare = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.compare(value, value);
+        return answered(answer.error, answer.value == PF_ArbCompare_EQUAL ? "equal" : "not equal");
     };
-    const Expected silent = Expected("equal").failed(kLock, {"not equal"});
-    expectEffect(telling(kLook, compare, Log::kSilent), silent);
-    expectEffect(telling(kLook, compare),
-                 Expected(silent).failed(kNew, {"error 512"}).harmless(kLogKinds));
+    expectReading(compare, Expected("equal").failed(kLock, {"not equal"}));
 }
 
 TEST(ArbitraryFaults, ofThePrintedSize) {
-    const Telling::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.printSize(value);
-        return answered(told.error, std::to_string(told.value));
+    const Reading::Call size = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.printSize(value);
+        return answered(answer.error, std::to_string(answer.value));
     };
     const std::string whole = std::to_string(quarterText().size() + 1);
     expectEffect(
-        telling(kLook, size),
+        reading(kLook, size),
         Expected(whole).failed(kNew, {"error 512"}).failed(kLock, {"1"}).harmless(kLogKinds));
 }
 
 TEST(ArbitraryFaults, ofPrinting) {
-    const Telling::Call print = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
-        const auto told = calls.print(value, 1000U);
-        return answered(told.error, told.value == quarterText() ? "the text" : told.value);
+    const Reading::Call print = [](const ArbitraryCalls& calls, PF_ArbitraryH value) {
+        const auto answer = calls.print(value, 1000U);
+        return answered(answer.error, answer.value == quarterText() ? "the text" : answer.value);
     };
     const Expected expected =
         Expected("the text").failed(kNew, {"error 512"}).failed(kLock, {""}).harmless(kLogKinds);
-    expectEffect(telling(kLook, print), expected);
-    expectEffect(telling(bytesOf(quarterText()), print), expected);
+    expectEffect(reading(kLook, print), expected);
+    expectEffect(reading(bytesOf(quarterText()), print), expected);
 }
 
-// A value is given back.
-class Disposing : public CallPlay {
+// Disposes of a value.
+class Disposing : public CallScenario {
 public:
-    explicit Disposing(Log log) : CallPlay(kLook, log) {}
+    explicit Disposing(Log log) : CallScenario(kLook, log) {}
 
     void run() override {
         const PF_ArbitraryH handle = host().handles().hostAllocate(kLook);
@@ -248,12 +249,11 @@ private:
 };
 
 TEST(ArbitraryFaults, ofDisposing) {
-    expectEffect(scenario<Disposing>(Log::kSilent), Expected("no error, gone"));
-    expectEffect(scenario<Disposing>(Log::kWritten),
-                 Expected("no error, gone").failed(kNew, {"error 512, gone"}).harmless(kLogKinds));
+    expectSilentAndLogged([](Log log) { return scenario<Disposing>(log); },
+                          Expected("no error, gone"), "error 512, gone");
 }
 
-// A scanned text takes the old value's place, which is given back then.
+// A scanned text replaces the old value, which is disposed of.
 class Replacing : public EffectScenario {
 public:
     Replacing() : EffectScenario(emptyLut()) {}
@@ -274,7 +274,7 @@ private:
 };
 
 TEST(ArbitraryFaults, ofReplacingTheValue) {
-    // The new value is the effect's already when the old one's end cannot be logged.
+    // The new value is in place already when logging the disposal of the old one fails.
     expectEffect(scenario<Replacing>(), Expected("no error, new")
                                             .failed(kNew, {"error 512, old", "no error, new"})
                                             .failed(kHandle, {"no error, null"})

@@ -5,21 +5,21 @@
 #include <string>
 
 #include "native/src/lut_engine.h"
-#include "tests/effect/flow_test.h"
 #include "tests/faults/effect_scenario.h"
+#include "tests/support/cube_texts.h"
 #include "tests/support/request_line.h"
 
 namespace faults {
 namespace {
 
-using effect_test::emptyLut;
-using effect_test::quarterText;
-using effect_test::rotationText;
-using effect_test::widened;
+using twtest::emptyLut;
 using twtest::kRefresh;
+using twtest::quarterText;
+using twtest::rotationText;
+using twtest::widened;
 using twtest::writeFile;
 
-// Empties it for good.
+// Empties it and frees its memory.
 template <class List>
 void drop(List& list) {
     List().swap(list);
@@ -79,9 +79,9 @@ std::string film() {
     return "# Tintwell match 42\n" + twtest::cubeOfBytes(2, 70000);
 }
 
-// A file that is not opened, or read no further, is one that does not parse. Without a file of its
-// own the dialog's folder is the usual one. Without memory the press fails, or the update that it
-// asks for: the value is the one before or the new one.
+// A file that cannot be opened or read does not parse. Without lut-folder.txt the dialog opens in
+// the default folder. Without memory the press fails, or the update that follows it: the value is
+// the old or the new one.
 Expected loaded(const std::string& before) {
     const std::string good = "no error, new, Film.cube";
     const std::string elsewhere = good + ", dialog elsewhere";
@@ -204,8 +204,8 @@ private:
     PF_Err error_ = 0;
 };
 
-// The label that is shown stays where the host cannot be given another one. A line that had no
-// memory is logged the next time; one that could not be written is not.
+// The label stays when the host cannot be given another one. A line for which there was no memory
+// is logged the next time; one that could not be written is not.
 Expected labelled(const std::string& label) {
     const std::string good = "no error, " + label;
     const Outcomes lost = {good + ", not logged"};

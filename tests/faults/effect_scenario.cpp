@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
-#include "tests/effect/stand_in_module.h"
+#include "tests/support/effect_log.h"
 #include "tests/support/failing_calls.h"
-#include "tests/support/log_stamp.h"
+#include "tests/support/stand_in_module.h"
 
 namespace faults {
 namespace {
@@ -16,10 +14,6 @@ host_sim::Instance& applied(host_sim::Host& host, const Bytes& value) {
     host_sim::Instance& effect = host.apply();
     effect.setBytes(kLut, value);
     return effect;
-}
-
-bool isWhole(const std::string& line) {
-    return twtest::isStamped(line) && line.size() > twtest::kLogStamp.size();
 }
 
 }  // namespace
@@ -43,9 +37,8 @@ void HostScenario::close() {
 void HostScenario::expectWholeLines() const {
     const std::string log = twtest::readFile(logFile());
     EXPECT_TRUE(log.empty() || log.back() == '\n') << log;
-    std::istringstream text(log);
-    for (std::string line; std::getline(text, line);)
-        EXPECT_TRUE(isWhole(line)) << line;
+    for (const std::string& line : twtest::readLog(logFile()))
+        EXPECT_TRUE(!line.empty() && !line.starts_with(twtest::kNoStamp)) << line;
 }
 
 EffectScenario::EffectScenario(const Bytes& value, const host_sim::Personality& personality)
@@ -57,8 +50,7 @@ std::string answered(PF_Err error, const std::string& word) {
     return error == PF_Err_NONE ? word : "error " + std::to_string(error);
 }
 
-void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
-                  const Expected& expected) {
+void expectEffect(const Begin& begin, const Expected& expected) {
     // Loaded once, so that the children need not; nothing of it is called here.
     const host_sim::Module module(TINTWELL_MODULE);
     failInTurn(hostKinds(), begin, expected);

@@ -6,19 +6,19 @@
 #include <string>
 
 #include "host_sim/host.h"
-#include "tests/effect/effect_fixture.h"
-#include "tests/effect/stand_in_dialogs.h"
-#include "tests/effect/texts.h"
 #include "tests/faults/in_turn.h"
 #include "tests/faults/kinds.h"
+#include "tests/support/effect_fixture.h"
+#include "tests/support/stand_in_dialogs.h"
+#include "tests/support/texts.h"
 
 namespace faults {
 
-using effect_test::Bytes;
-using effect_test::kEditButton;
-using effect_test::kLut;
-using effect_test::kLutButton;
-using effect_test::Lines;
+using twtest::Bytes;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
+using twtest::Lines;
 
 // A host that has loaded the effect and has called nothing yet.
 class HostScenario : public Scenario {
@@ -29,7 +29,7 @@ public:
 
 protected:
     host_sim::Host& host() { return *host_; }
-    // Another host in the place of this one, which is closed.
+    // Closes the host and opens another one.
     void reopen();
     std::string logFile() const { return home_.dataFile("effect.log"); }
 
@@ -64,7 +64,6 @@ private:
 // "error 512", or the word.
 std::string answered(PF_Err error, const std::string& word);
 
-void expectEffect(const std::function<std::unique_ptr<Scenario>()>& begin,
-                  const Expected& expected);
+void expectEffect(const Begin& begin, const Expected& expected);
 
 }  // namespace faults

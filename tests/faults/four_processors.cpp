@@ -1,4 +1,4 @@
-// How many threads a render starts depends on the machine; in this program every machine is alike.
+// How many threads a render starts depends on the machine; this program always has four processors.
 #include <thread>
 
 __attribute__((visibility("default"))) unsigned std::thread::hardware_concurrency() noexcept {

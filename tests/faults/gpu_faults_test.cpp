@@ -10,10 +10,10 @@
 namespace faults {
 namespace {
 
-using effect_test::rotationText;
-using effect_test::scatteredText;
-using effect_test::widened;
 using host_sim::GpuInstance;
+using twtest::rotationText;
+using twtest::scatteredText;
+using twtest::widened;
 
 Faults faultOf(bool Faults::*which) {
     Faults device;
@@ -65,24 +65,22 @@ class Rendering : public GpuScenario {
 public:
     explicit Rendering(const std::string& text, const std::string& before = "",
                        const std::optional<Faults>& faults = {})
-        : GpuScenario(text, faults), exposure_(std::in_place, side(), text) {
+        : GpuScenario(text, faults), frame_(std::in_place, side(), text) {
         instance_.emplace(side(), values());
         if (!before.empty()) renderOnce(before);
     }
 
     void run() override {
         const BadDevice bad(faults());
-        error_ = exposure_->render(*instance_);
-        // What the device finds wrong is said meanwhile.
+        error_ = frame_->render(*instance_);
+        // The device reports errors meanwhile.
         if (faults()) side().wait();
     }
-    std::string outcome() override {
-        return answer(error_, "no error") + ", " + exposure_->picture();
-    }
+    std::string outcome() override { return answer(error_, "no error") + ", " + frame_->picture(); }
 
     void close() override {
         instance_.reset();
-        exposure_.reset();
+        frame_.reset();
         keepsPipeline();
         if (!faults() || !faults()->noBuffer) keepsLut();
         GpuScenario::close();
@@ -92,11 +90,11 @@ private:
     void renderOnce(const std::string& text) {
         effect().setBytes(kLut, widened(text));
         GpuInstance instance(side(), gpuValuesOf(effect()));
-        EXPECT_EQ(exposure_->render(instance), 0);
-        exposure_->picture();
+        EXPECT_EQ(frame_->render(instance), 0);
+        frame_->picture();
     }
 
-    std::optional<Exposure> exposure_;
+    std::optional<RenderedFrame> frame_;
     std::optional<GpuInstance> instance_;
     prSuiteError error_ = 0;
 };
@@ -105,27 +103,27 @@ private:
 class Life : public GpuScenario {
 public:
     explicit Life(const std::string& text) : GpuScenario(text) {
-        for (auto& exposure : exposures_)
-            exposure.emplace(side(), text);
+        for (auto& frame : frames_)
+            frame.emplace(side(), text);
     }
 
     void run() override {
         GpuInstance instance(side(), values());
         answers_ = {instance.error()};
-        for (auto& exposure : exposures_) {
-            if (instance.error() == 0) answers_.push_back(exposure->render(instance));
+        for (auto& frame : frames_) {
+            if (instance.error() == 0) answers_.push_back(frame->render(instance));
         }
     }
     std::string outcome() override {
         std::string words = answer(answers_[0], "made");
         for (std::size_t i = 1; i < answers_.size(); ++i)
-            words += ", " + answer(answers_[i], exposures_[i - 1]->picture());
+            words += ", " + answer(answers_[i], frames_[i - 1]->picture());
         return words;
     }
 
     void close() override {
-        for (auto& exposure : exposures_)
-            exposure.reset();
+        for (auto& frame : frames_)
+            frame.reset();
         if (answers_[0] == 0) {
             keepsPipeline();
             keepsLut();
@@ -134,7 +132,7 @@ public:
     }
 
 private:
-    std::optional<Exposure> exposures_[2];
+    std::optional<RenderedFrame> frames_[2];
     std::vector<prSuiteError> answers_;
 };
 
@@ -155,7 +153,7 @@ TEST(GpuFaults, ofMakingAnInstance) {
                                       .harmless(kLogKinds));
 }
 
-// Whatever fails besides.
+// All other kinds of calls.
 Expected alwaysFailing(const std::string& words) {
     return Expected(words).harmless({kNew, kGpuCall, kOpen, kWrite, kClose});
 }
@@ -177,7 +175,7 @@ Expected rendered(const Outcomes& hostFailures) {
         .failed(kEncoder, fails)
         .failed(kExecution, {"no error, untouched"})
         .harmless(kLogKinds)
-        // The LUT that changes nothing.
+        // The identity LUT.
         .keepsOther({kGpuCall});
 }
 

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "gpu/metal_lut.h"
-#include "tests/effect/frames.h"
 #include "tests/gpu/test_device.h"
 #include "tests/software_metal/settled.h"
+#include "tests/support/frames.h"
 
 namespace faults {
 
-using effect_test::widened;
+using twtest::widened;
 
 BadDevice::BadDevice(const std::optional<Faults>& faults) : isBad_(faults) {
     if (isBad_) software_metal::setFaults(*faults);
@@ -40,22 +40,22 @@ std::string GpuScenario::answer(prSuiteError error, const std::string& word) {
     return error == 0 ? word : "fails";
 }
 
-Exposure::Exposure(host_sim::GpuSide& side, const std::string& text)
+RenderedFrame::RenderedFrame(host_sim::GpuSide& side, const std::string& text)
     : side_(side),
-      input_(effect_test::scattered(PrPixelFormat_BGRA_4444_32f, 20, 18)),
+      input_(twtest::scattered(PrPixelFormat_BGRA_4444_32f, 20, 18)),
       expected_(input_),
       source_(side.device(), PrPixelFormat_GPU_BGRA_4444_32f, input_) {
-    const tw::Lut3D lut = effect_test::parsed(text);
-    if (lut.probe != 0) expected_ = effect_test::patterned(lut.probe, input_);
-    if (lut.size != 0) expected_ = effect_test::graded(lut, input_, input_, 1.0f);
+    const tw::Lut3D lut = twtest::parsed(text);
+    if (lut.probe != 0) expected_ = twtest::patterned(lut.probe, input_);
+    if (lut.size != 0) expected_ = twtest::graded(lut, input_, input_, 1.0f);
     erase();
 }
 
-prSuiteError Exposure::render(host_sim::GpuInstance& instance) {
+prSuiteError RenderedFrame::render(host_sim::GpuInstance& instance) {
     return instance.render(source_, *target_);
 }
 
-std::string Exposure::picture() {
+std::string RenderedFrame::picture() {
     side_.wait();
     EXPECT_EQ(source_.damage(), std::nullopt);
     EXPECT_EQ(target_->damage(), std::nullopt);
@@ -66,13 +66,12 @@ std::string Exposure::picture() {
     return now == target_->download().pixelBytes() ? "untouched" : "other picture";
 }
 
-void Exposure::erase() {
+void RenderedFrame::erase() {
     target_.emplace(side_.device(), PrPixelFormat_GPU_BGRA_4444_32f, input_.width(),
                     input_.height());
 }
 
-void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
-               const std::vector<Kind>& kinds) {
+void expectGpu(const Begin& begin, const Expected& expected, const std::vector<Kind>& kinds) {
     const host_sim::Module module(TINTWELL_MODULE);
     {
         // Compiled once, so that the children need not.

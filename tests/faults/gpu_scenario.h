@@ -57,9 +57,9 @@ private:
 };
 
 // A frame and what renders with this LUT make of it.
-class Exposure {
+class RenderedFrame {
 public:
-    Exposure(host_sim::GpuSide& side, const std::string& text);
+    RenderedFrame(host_sim::GpuSide& side, const std::string& text);
 
     prSuiteError render(host_sim::GpuInstance& instance);
     // "right", "copy", "untouched" or "other picture", once the device is through. There is no
@@ -76,7 +76,7 @@ private:
     std::optional<host_sim::GpuFrame> target_;
 };
 
-void expectGpu(const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected,
+void expectGpu(const Begin& begin, const Expected& expected,
                const std::vector<Kind>& kinds = gpuKinds());
 
 }  // namespace faults

@@ -15,7 +15,7 @@ namespace {
 // More calls of one kind than any operation makes.
 constexpr int kMostCalls = 1000;
 
-// What a child tells.
+// What a child process reports.
 struct Report {
     char failed[400] = {};  // kinds of which a call failed, a blank before each
     char outcome[400] = {};
@@ -39,7 +39,7 @@ std::string endFailures(const std::vector<Kind>& kinds) {
     return names;
 }
 
-// Acts while the nth call of each of these kinds is to fail, and again without.
+// Runs the scenario with the nth call of each of these kinds failing, and again without.
 void run(Scenario& scenario, const std::vector<Kind>& kinds, int nth, Report& report) {
     {
         for (const Kind& kind : kinds)
@@ -86,8 +86,7 @@ Expected& Expected::keepsOther(const std::vector<std::string>& kinds) {
 
 class InTurn {
 public:
-    InTurn(const std::vector<Kind>& kinds, const std::function<std::unique_ptr<Scenario>()>& begin,
-           const Expected& expected)
+    InTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected)
         : begin_(begin), expected_(expected) {
         for (const Kind& kind : kinds) {
             if (kind.isPossible) {
@@ -100,8 +99,8 @@ public:
         }
     }
 
-    // Without calls of the kinds that there are to be none of. What memory is in use afterwards
-    // counts for the runs with failures.
+    // Runs it without failures, and expects no calls of unlisted kinds. Its memory in use
+    // afterwards is the measure for the runs with failures.
     bool passesUntouched() {
         twtest::Shared<Report> report;
         if (!inChild(others_, 1, *report)) return false;
@@ -163,7 +162,7 @@ private:
         return report.outcome == good() && report.repeated == good();
     }
 
-    const std::function<std::unique_ptr<Scenario>()>& begin_;
+    const Begin& begin_;
     Expected expected_;
     std::vector<Kind> failing_;
     std::vector<Kind> others_;
@@ -172,8 +171,7 @@ private:
     std::map<std::string, Outcomes> repeated_;
 };
 
-void failInTurn(const std::vector<Kind>& kinds,
-                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected) {
+void failInTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected) {
     InTurn turns(kinds, begin, expected);
     if (!turns.passesUntouched()) return;
     std::puts("failed in turn:");

@@ -1,5 +1,5 @@
-// Lets one call after the other fail that an operation of the effect makes, until the operation
-// passes untouched, and looks at what each failure leaves.
+// Fault injection: fails the first, the second, ... call that an operation makes, until the
+// operation passes without a failure, and checks the outcome each time.
 #pragma once
 
 #include <functional>
@@ -17,17 +17,20 @@ class Scenario {
 public:
     virtual ~Scenario() = default;
 
-    // What is tried. The failing call is one of those it makes.
+    // The operation. The failing call is one of those it makes.
     virtual void run() = 0;
     // Waits for what the operation has left to other threads. Nothing fails meanwhile.
     virtual void settle() {}
-    // What the operation has led to, in a few words. Nothing fails meanwhile.
+    // The outcome in a few words. Nothing fails meanwhile.
     virtual std::string outcome() = 0;
     // The operation once more, with nothing failing.
     virtual void repeat() { run(); }
-    // The end: the host closes, and what its books say fails the test.
+    // Closes the host; what its books report fails the test.
     virtual void close() = 0;
 };
+
+// Makes one.
+using Begin = std::function<std::unique_ptr<Scenario>()>;
 
 // One kind of call.
 struct Kind {
@@ -43,7 +46,7 @@ using Outcomes = std::set<std::string>;
 // Kinds go by their names.
 class Expected {
 public:
-    // The outcome of the untouched operation.
+    // The outcome of the operation without a failure.
     explicit Expected(std::string good) : good_(std::move(good)) {}
 
     // All outcomes of operations in which one call of the kind failed. Calls of other kinds than
@@ -54,8 +57,7 @@ public:
     // Outcomes of the operation after that with a failing call, where they are not the good one
     // alone.
     Expected& repeated(const std::string& kind, const Outcomes& outcomes);
-    // Kinds after which the process holds another amount of memory than it would otherwise, as what
-    // it keeps to its end is another.
+    // Kinds after which the process keeps another amount of memory to its end.
     Expected& keepsOther(const std::vector<std::string>& kinds);
 
 private:
@@ -72,11 +74,10 @@ private:
 // the test unless all outcomes and the kinds that there are calls of are those expected, and when
 // memory or a file is left, the process ends badly or hangs, or calls fail without end. Prints how
 // often each kind failed.
-void failInTurn(const std::vector<Kind>& kinds,
-                const std::function<std::unique_ptr<Scenario>()>& begin, const Expected& expected);
+void failInTurn(const std::vector<Kind>& kinds, const Begin& begin, const Expected& expected);
 
 template <class SomeScenario, class... Arguments>
-std::function<std::unique_ptr<Scenario>()> scenario(Arguments... arguments) {
+Begin scenario(Arguments... arguments) {
     return [=] { return std::make_unique<SomeScenario>(arguments...); };
 }
 

@@ -20,7 +20,7 @@ Refusals& refusals() {
     return host_sim::Session::current().refusals;
 }
 
-// The host's own refusal; with an error where the call answers one.
+// A refusal by the simulated host; with an error where the call returns one.
 Kind hostKind(const std::string& name, Refusal which, PF_Err error = host_sim::kRefused) {
     return {name, [which, error](int nth) { refusals().fail(which, nth, error); },
             [which] { return refusals().isDue(which); }, [] { refusals().clear(); }};

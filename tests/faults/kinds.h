@@ -37,7 +37,7 @@ inline const std::string kCommands = "a device's command buffer";
 inline const std::string kEncoder = "a device's encoder";
 inline const std::string kExecution = "a device's execution";
 
-// The error that the host's callbacks answer where it may be any.
+// An arbitrary error of the host's callbacks.
 constexpr int kHostError = 77;
 
 // Those of the library and of the host.

@@ -5,21 +5,22 @@
 #include <ostream>
 #include <string>
 
-#include "tests/effect/formats.h"
-#include "tests/effect/frames.h"
 #include "tests/faults/effect_scenario.h"
+#include "tests/support/formats.h"
+#include "tests/support/frames.h"
+#include "tests/support/row_name.h"
 
 namespace faults {
 namespace {
 
-using effect_test::HostFormat;
-using effect_test::kAmount;
-using effect_test::kARGB8;
-using effect_test::kBGRA32f;
-using effect_test::kBGRA8;
-using effect_test::rotationText;
-using effect_test::widened;
 using host_sim::Frame;
+using twtest::HostFormat;
+using twtest::kAmount;
+using twtest::kARGB8;
+using twtest::kBGRA32f;
+using twtest::kBGRA8;
+using twtest::rotationText;
+using twtest::widened;
 
 // Enough rows for four threads.
 constexpr int kWidth = 5;
@@ -36,7 +37,7 @@ class Rendering : public EffectScenario {
 public:
     explicit Rendering(const Shot& shot)
         : EffectScenario(widened(shot.text), shot.format.personality()),
-          input_(effect_test::scattered(shot.format.pixels, kWidth, kHeight)),
+          input_(twtest::scattered(shot.format.pixels, kWidth, kHeight)),
           untouched_(shot.format.pixels, kWidth, kHeight),
           output_(untouched_),
           amount_(static_cast<float>(shot.amount / 100.0)) {
@@ -56,10 +57,9 @@ private:
     std::string picture() const {
         if (output_.sameMemory(untouched_)) return "untouched";
         if (same(input_)) return "copy";
-        if (hasLut_ && same(effect_test::graded(lut_, input_, untouched_, amount_)))
-            return "graded";
+        if (hasLut_ && same(twtest::graded(lut_, input_, untouched_, amount_))) return "graded";
         const int n = lut_.probe;
-        if (n != 0 && same(effect_test::patterned(n, untouched_))) return "pattern";
+        if (n != 0 && same(twtest::patterned(n, untouched_))) return "pattern";
         return "other picture";
     }
 
@@ -80,7 +80,7 @@ protected:
         return {GetParam(), text, amount};
     }
 
-    // A render that comes to this picture. Without its value there is a copy. In Premiere Pro an
+    // A render with this picture. Without the LUT's value it is a copy. In Premiere Pro an
     // output of unknown format counts as 8-bit.
     Expected render(const std::string& picture) const {
         const std::string good = "no error, " + picture;
@@ -97,7 +97,7 @@ protected:
         return render(picture).harmless(kLogKinds);
     }
 
-    // The same on several threads. What cannot have a thread is done without.
+    // The same on several threads. Rows without a thread are done by the caller.
     Expected threadedRender(const std::string& picture) const {
         return loggedRender(picture)
             .failed(kNew, {"error 512, untouched", "no error, " + picture})
@@ -106,7 +106,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Formats, RenderFaults, testing::Values(kARGB8, kBGRA8, kBGRA32f),
-                         effect_test::FormatName());
+                         twtest::RowName());
 
 TEST_P(RenderFaults, ofALut) {
     expectEffect(scenario<Rendering>(shot(rotationText())), threadedRender("graded"));
@@ -115,7 +115,7 @@ TEST_P(RenderFaults, ofALut) {
 TEST_P(RenderFaults, ofALutThatIsKnown) {
     Shot again = shot(rotationText());
     again.hasBeenRendered = true;
-    // Nothing is logged but a picture that has become another one.
+    // A line is logged only when the picture has changed.
     expectEffect(scenario<Rendering>(again),
                  render("graded")
                      .failed(kNew, {"error 512, untouched", "no error, graded"})

@@ -60,7 +60,7 @@ TEST(SetupFaults, ofGlobalSetup) {
     const Outcomes noMemory = {"error 512, nothing set, 0 formats"};
     expectEffect(scenario<GlobalSetup>(afterEffects()),
                  Expected("no error, 0 formats").failed(kNew, noMemory).harmless(kLogKinds));
-    // There is a line for what is missing.
+    // A missing suite is logged.
     const Outcomes noSuite = {"no error, 0 formats"};
     expectEffect(scenario<GlobalSetup>(premierePro()), Expected("no error, 2 formats")
                                                            .failed(kNew, noMemory)
@@ -97,7 +97,7 @@ private:
         if (host().params().count() <= kLut) return "";
         const PF_ArbitraryH value = host().params().at(kLut).definition.u.arb_d.dephault;
         if (value == nullptr) return ", null";
-        return host().handles().contents(value) == effect_test::emptyLut() ? "" : ", unfilled";
+        return host().handles().contents(value) == twtest::emptyLut() ? "" : ", unfilled";
     }
 
     CommandResult result_;
@@ -116,7 +116,7 @@ TEST(SetupFaults, ofTheParameters) {
 
 class About : public EffectScenario {
 public:
-    About() : EffectScenario(effect_test::emptyLut()) {}
+    About() : EffectScenario(twtest::emptyLut()) {}
 
     void run() override { result_ = host().command(PF_Cmd_ABOUT); }
     std::string outcome() override {
@@ -131,10 +131,10 @@ TEST(SetupFaults, ofTheAboutBox_areNone) {
     expectEffect(scenario<About>(), Expected("Tintwell "));
 }
 
-// All commands that the effect has nothing to do for.
+// Commands that the effect does nothing for.
 class OtherCommands : public EffectScenario {
 public:
-    OtherCommands() : EffectScenario(effect_test::emptyLut()) {}
+    OtherCommands() : EffectScenario(twtest::emptyLut()) {}
 
     void run() override {
         answers_ = "";
@@ -154,17 +154,15 @@ TEST(SetupFaults, ofOtherCommands_areNone) {
     expectEffect(scenario<OtherCommands>(), Expected("00000000000"));
 }
 
-// A press of something that the effect does not act upon is logged, and the data folder made for
-// that where it is missing.
+// A press of another control is logged, for which the data folder is made where it is missing.
 class OtherPress : public EffectScenario {
 public:
-    explicit OtherPress(bool hasFolder)
-        : EffectScenario(effect_test::emptyLut()), has_(hasFolder) {}
+    explicit OtherPress(bool hasFolder) : EffectScenario(twtest::emptyLut()), has_(hasFolder) {}
 
     void run() override {
         std::filesystem::remove(logFile());
         if (!has_) std::filesystem::remove(home_.dataFolder());
-        result_ = effect().press(effect_test::kAmount);
+        result_ = effect().press(twtest::kAmount);
     }
     std::string outcome() override {
         EXPECT_EQ(result_.changed, std::vector<int>());

@@ -12,9 +12,10 @@
 #include "host_sim/host.h"
 #include "native/src/lut_text.h"
 #include "software_metal/control.h"
-#include "tests/gpu/log_lines.h"
 #include "tests/software_metal/settled.h"
+#include "tests/support/effect_log.h"
 #include "tests/support/luts.h"
+#include "tests/support/parameters.h"
 #include "tests/support/random.h"
 
 namespace twtest {
@@ -28,13 +29,8 @@ using host_sim::GpuValue;
 using host_sim::GpuValues;
 using software_metal::counts;
 using software_metal::Faults;
-using Lines = std::vector<std::string>;
 
 inline constexpr prSuiteError kFail = -2147483647 - 1;  // 0x80000000
-
-// Parameters of the params array.
-inline constexpr int kAmount = 1;
-inline constexpr int kLut = 2;
 
 inline std::string lutText(int size, std::uint64_t seed) {
     return tw::toEmbeddedText(scatteredLut(size, seed), 42, "Look");

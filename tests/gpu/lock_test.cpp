@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "tests/effect/stand_in_module.h"
 #include "tests/gpu/filter_fixture.h"
+#include "tests/support/stand_in_module.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "tests/gpu/device_fixture.h"
-#include "tests/gpu/log_lines.h"
 #include "tests/gpu/test_device.h"
+#include "tests/support/effect_log.h"
 
 namespace {
 

@@ -34,8 +34,8 @@ std::vector<std::string> declared() {
     };
 }
 
-// What is left of `names` when each of `others` has struck out one equal name: nested records share
-// field names, so occurrences count.
+// `names` less one equal name for each of `others`: nested records share field names, so
+// occurrences count.
 std::vector<std::string> without(std::vector<std::string> names,
                                  const std::vector<std::string>& others) {
     for (const std::string& other : others) {

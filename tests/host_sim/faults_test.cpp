@@ -1,4 +1,4 @@
-// Each fault of the test module is caught, with its story; nothing else is.
+// Each fault of the test module is caught with its own message; nothing else is.
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -25,7 +25,7 @@ const Fault kFaults[] = {
     {"writes beside out_data",
      {"Bytes beside out_data were overwritten (during PF_Cmd_GLOBAL_SETUP)."}},
     {"uses a wrong effect_ref",
-     {"ClearSupportedPixelFormats was given an effect_ref that is none (during "
+     {"ClearSupportedPixelFormats was given an unknown effect_ref (during "
       "PF_Cmd_GLOBAL_SETUP)."}},
     {"forgets a suite",
      {"The suite \"PF Pixel Format Suite\" version 1 was acquired 1 time(s) and released only 0."}},
@@ -139,7 +139,7 @@ const Fault kFaults[] = {
       "instance 1)."}},
     {"flags more than a change",
      {"Parameter 2 has the change flags 91 (during PF_Cmd_USER_CHANGED_PARAM of instance 1)."}},
-    {"stores no handle on a press", {"The effect put a handle that is none into parameter 2."}},
+    {"stores no handle on a press", {"The effect put an unknown handle into parameter 2."}},
     {"updates the input layer",
      {"PF_UpdateParamUI was given index 0 (during PF_Cmd_UPDATE_PARAMS_UI of instance 1)."}},
     {"updates with a null definition",
@@ -159,7 +159,7 @@ const Fault kFaults[] = {
     {"copies nothing",
      {"The effect stored no handle (during PF_Cmd_ARBITRARY_CALLBACK COPY of instance 1)."}},
     {"copies to no handle",
-     {"The effect stored a handle that is none (during PF_Cmd_ARBITRARY_CALLBACK COPY of instance "
+     {"The effect stored an unknown handle (during PF_Cmd_ARBITRARY_CALLBACK COPY of instance "
       "1).",
       "The handle 2 (4 bytes, made during PF_Cmd_ARBITRARY_CALLBACK COPY of instance 1) was never "
       "disposed of."}},
@@ -186,8 +186,7 @@ const Fault kFaults[] = {
 class Faults : public testing::TestWithParam<Fault> {};
 
 TEST_P(Faults, areCaughtWithTheirStory) {
-    EXPECT_EQ(playSession(withFault(host_sim::premierePro(), GetParam().name)),
-              GetParam().problems);
+    EXPECT_EQ(runSession(withFault(host_sim::premierePro(), GetParam().name)), GetParam().problems);
 }
 
 INSTANTIATE_TEST_SUITE_P(Simulator, Faults, testing::ValuesIn(kFaults), [](const auto& row) {

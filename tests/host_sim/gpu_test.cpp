@@ -84,8 +84,8 @@ TEST(GpuMemory, reportsStrangersAndLeftovers) {
     memory.reportLeftovers();
     const std::vector<std::string> problems = books.problems();
     ASSERT_EQ(problems.size(), 3U);
-    EXPECT_TRUE(problems[0].starts_with("PrDisposePtr was given a block that is none"));
-    EXPECT_TRUE(problems[1].starts_with("GetPtrSize was given a block that is none"));
+    EXPECT_TRUE(problems[0].starts_with("PrDisposePtr was given an unknown block"));
+    EXPECT_TRUE(problems[1].starts_with("GetPtrSize was given an unknown block"));
     EXPECT_TRUE(problems[2].starts_with("1 block(s) of memory were not disposed of"));
 }
 

@@ -1,4 +1,4 @@
-// Handles by themselves. Misuse by an effect is in faults_test.cpp.
+// Handle memory alone. Misuse by an effect is in faults_test.cpp.
 #include "host_sim/memory/handle_memory.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// A well-behaved effect in both hosts: what it is told, and what the host takes over from it.
+// A well-behaved effect in both hosts: the commands it gets, and what the host keeps of its
+// answers.
 #include "host_sim/host.h"
 
 #include <gtest/gtest.h>
@@ -18,10 +19,6 @@ using host_sim::Host;
 using host_sim::Instance;
 using Problems = std::vector<std::string>;
 
-constexpr int kAmount = 1;
-constexpr int kText = 2;
-constexpr int kButton = 3;
-
 std::vector<PF_Cmd> commands(Host& host) {
     std::vector<PF_Cmd> sent;
     for (const CallRecord& call : host.books().calls()) {
@@ -31,15 +28,15 @@ std::vector<PF_Cmd> commands(Host& host) {
 }
 
 TEST(Session, hasNoProblems_inPremiere) {
-    EXPECT_EQ(playSession(host_sim::premierePro()), Problems());
+    EXPECT_EQ(runSession(host_sim::premierePro()), Problems());
 }
 
 TEST(Session, hasNoProblems_inAfterEffects) {
-    EXPECT_EQ(playSession(host_sim::afterEffects()), Problems());
+    EXPECT_EQ(runSession(host_sim::afterEffects()), Problems());
 }
 
 TEST(Session, catchesArbitraryDataWithoutUiFlags_inAfterEffects) {
-    EXPECT_EQ(playSession(withFault(host_sim::afterEffects(), "leaves out the UI flags")),
+    EXPECT_EQ(runSession(withFault(host_sim::afterEffects(), "leaves out the UI flags")),
               Problems({"Parameter \"Text\" is arbitrary data without any of the UI flags it needs "
                         "(during PF_Cmd_PARAMS_SETUP)."}));
 }
@@ -155,7 +152,7 @@ TEST(HostDeathTest, endsTheProcess_whenNobodyAskedForItsProblems) {
         Host host(TEST_MODULE, withFault(host_sim::premierePro(), "forgets a suite"));
         host.start();
     };
-    EXPECT_DEATH(forget(), "version 1 was acquired 1 time.* nobody asked for");
+    EXPECT_DEATH(forget(), "version 1 was acquired 1 time.* were not read");
 }
 
 TEST(Instance, takesOverAPressedValue) {

@@ -1,44 +1,26 @@
-// Project files: whole ones come back, others are named in a sentence.
+// Project files: whole ones are read back, others give one clear sentence.
 #include "host_sim/values/project.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 
 #include "host_sim/host.h"
 #include "host_sim/values/error.h"
+#include "session_script.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
 using host_sim::Host;
 using host_sim::Instance;
 
-constexpr int kAmount = 1;
-constexpr int kText = 2;
-
 class Project : public testing::Test {
 protected:
-    Project()
-        : folder_(std::filesystem::temp_directory_path() /
-                  ("host_sim_project_" + std::to_string(getpid()))),
-          file_(folder_ / "saved.project") {
-        std::filesystem::create_directory(folder_);
-    }
-    ~Project() override { std::filesystem::remove_all(folder_); }
-
-    void writeFile(const std::string& bytes) const {
-        std::ofstream(file_, std::ios::binary) << bytes;
-    }
-    std::string readFile() const {
-        std::ostringstream text;
-        text << std::ifstream(file_, std::ios::binary).rdbuf();
-        return text.str();
-    }
+    void writeFile(const std::string& bytes) const { twtest::writeFile(file_, bytes); }
+    std::string readFile() const { return twtest::readFile(file_); }
     void writeExample() const {
         host_sim::writeProject(file_,
                                {"TEST Rogue",
@@ -57,8 +39,8 @@ protected:
         return "";
     }
 
-    std::filesystem::path folder_;
-    std::filesystem::path file_;
+    const twtest::TempFolder folder_;
+    const std::filesystem::path file_ = folder_ / "saved.project";
 };
 
 TEST_F(Project, comesBackWhole) {
@@ -76,7 +58,7 @@ TEST_F(Project, comesBackWhole) {
 
 TEST_F(Project, leavesNoTemporaryFile) {
     writeExample();
-    const auto files = std::filesystem::directory_iterator(folder_);
+    const auto files = std::filesystem::directory_iterator(folder_.path());
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
 
@@ -119,17 +101,17 @@ TEST_F(Project, isRefused_whenItIsSomethingElse) {
 }
 
 TEST_F(Project, cannotBeWritten_intoAMissingFolder) {
-    EXPECT_THROW(host_sim::writeProject(folder_ / "none" / "file", {}), host_sim::ProjectError);
+    EXPECT_THROW(host_sim::writeProject(folder_ / "none/file", {}), host_sim::ProjectError);
 }
 
-// The device takes no byte: what has begun must go, and the old project must stay.
+// The disk is full: the new file must go, and the old project must stay.
 TEST_F(Project, leavesTheOldOne_whenTheDiskIsFull) {
     writeExample();
     const std::string before = readFile();
     std::filesystem::create_symlink("/dev/full", file_.string() + ".tmp");
     EXPECT_THROW(writeExample(), host_sim::ProjectError);
     EXPECT_EQ(readFile(), before);
-    const auto files = std::filesystem::directory_iterator(folder_);
+    const auto files = std::filesystem::directory_iterator(folder_.path());
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
 

@@ -8,15 +8,13 @@
 
 #include "host_sim/host.h"
 #include "host_sim/values/error.h"
+#include "session_script.h"
 
 namespace {
 
 using host_sim::Host;
 using host_sim::Instance;
 using Problems = std::vector<std::string>;
-
-constexpr int kText = 2;
-constexpr int kButton = 3;
 
 class Refusing : public testing::Test {
 protected:

@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr int kText = 2;
-constexpr int kButton = 3;
-
 // Only a region of the output is shown, so that writes outside it are caught.
 void renderOnce(host_sim::Host& host, host_sim::Instance& effect) {
     host_sim::Frame input(host.format(8), 4, 3);
@@ -36,7 +33,7 @@ void useEffect(host_sim::Host& host) {
 
 }  // namespace
 
-std::vector<std::string> playSession(const host_sim::Personality& personality) {
+std::vector<std::string> runSession(const host_sim::Personality& personality) {
     host_sim::Host host(TEST_MODULE, personality);
     std::string stop;
     try {

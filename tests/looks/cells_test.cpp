@@ -36,7 +36,7 @@ void expectEnginesCells(int size, int width, int height) {
     EXPECT_EQ(reader.rowOf(grid.cells() - 1).end, height);
 }
 
-TEST(Cells, are_the_engines) {
+TEST(Cells, areTheEngines) {
     expectEnginesCells(2, 1920, 1080);
     expectEnginesCells(9, 641, 359);
     expectEnginesCells(17, 1000, 1000);
@@ -45,14 +45,14 @@ TEST(Cells, are_the_engines) {
     expectEnginesCells(64, 4098, 2305);
 }
 
-TEST(Cells, follow_on_each_other) {
+TEST(Cells, followOnEachOther) {
     for (int cell = 0; cell + 1 < 94; ++cell) {
         EXPECT_EQ(looks::spanOf(cell, 94, 1920).end, looks::spanOf(cell + 1, 94, 1920).begin);
         EXPECT_GE(looks::spanOf(cell, 94, 1920).length(), looks::leastPatchSide(94, 1920));
     }
 }
 
-TEST(Cells, are_read_inside) {
+TEST(Cells, areReadInside) {
     EXPECT_EQ(looks::insideOf({10, 16}).begin, 12);
     EXPECT_EQ(looks::insideOf({10, 16}).end, 14);
     EXPECT_EQ(looks::insideOf({0, 40}).begin, 10);

@@ -31,31 +31,31 @@ void expectForeign(const std::string& contents) {
     EXPECT_EQ(request.at, std::nullopt);
 }
 
-TEST(ReadEditRequest, reads_what_the_effect_writes) {
+TEST(ReadEditRequest, readsWhatTheEffectWrites) {
     expectBack(42, "Dusk");
     expectBack(1, "");
     expectBack(std::numeric_limits<std::int64_t>::max(), "a", 0);
 }
 
-TEST(ReadEditRequest, reads_names_that_JSON_refuses) {
+TEST(ReadEditRequest, readsNamesThatJSONRefuses) {
     expectBack(7, "two\nlines");
     expectBack(7, "tab\tand\x01");
     expectBack(7, "\xFF\x80 not UTF-8");
 }
 
-TEST(ReadEditRequest, reads_quotes_and_backslashes) {
+TEST(ReadEditRequest, readsQuotesAndBackslashes) {
     expectBack(7, "a \"b\" c");
     expectBack(7, "C:\\looks\\");
     expectBack(7, "\\\"");
 }
 
-TEST(ReadEditRequest, reads_names_that_look_like_a_request) {
+TEST(ReadEditRequest, readsNamesThatLookLikeARequest) {
     expectBack(7, "\",\"at\":1}\n");
     expectBack(7, "}\n");
     expectBack(7, "{\"id\":8,\"name\":\"x\",\"at\":1}\n");
 }
 
-TEST(ReadEditRequest, waits_for_the_end) {
+TEST(ReadEditRequest, waitsForTheEnd) {
     const std::string line = tw_effect::editRequestLine(42, "a}\nb\\\"c", kTime);
     for (std::size_t length = 0; length < line.size(); ++length) {
         const EditRequest request = readEditRequest(line.substr(0, length));
@@ -65,7 +65,7 @@ TEST(ReadEditRequest, waits_for_the_end) {
     }
 }
 
-TEST(ReadEditRequest, takes_the_id_of_a_line_cut_in_the_name) {
+TEST(ReadEditRequest, takesTheIdOfALineCutInTheName) {
     const std::string line = tw_effect::editRequestLine(42, std::string(399, '"'), kTime);
     ASSERT_EQ(line.size(), looks::kLongestRequest);
     const EditRequest request = readEditRequest(line);
@@ -76,7 +76,7 @@ TEST(ReadEditRequest, takes_the_id_of_a_line_cut_in_the_name) {
 }
 
 // {"id":42,"name":"...","at":1732100000000} and a line feed: 39 characters round the name.
-TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_the_name) {
+TEST(ReadEditRequest, takesWhatIsWholeInALineCutBehindTheName) {
     const auto cutBy = [](std::size_t bytes) {
         const std::string name(599 - 39 + bytes, 'n');
         const std::string line = tw_effect::editRequestLine(42, name, kTime);
@@ -93,7 +93,7 @@ TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_the_name) {
     EXPECT_EQ(cutBy(20).state, RequestState::kCut);
 }
 
-TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_a_sign) {
+TEST(ReadEditRequest, takesWhatIsWholeInALine_cutBehindASign) {
     const std::string name(599 - 17 - 7 - 1, 'n');
     const std::string line = tw_effect::editRequestLine(42, name, -kTime);
     ASSERT_TRUE(line.ends_with("\"at\":-"));
@@ -104,7 +104,7 @@ TEST(ReadEditRequest, takes_what_is_whole_in_a_line_cut_behind_a_sign) {
     EXPECT_EQ(request.at, std::nullopt);
 }
 
-TEST(ReadEditRequest, passes_over_what_is_no_request) {
+TEST(ReadEditRequest, passesOverWhatIsNoRequest) {
     expectForeign("older\n");
     expectForeign("{}");
     expectForeign("[1,2]\n");
@@ -119,7 +119,7 @@ TEST(ReadEditRequest, passes_over_what_is_no_request) {
     expectForeign(std::string(599, 'x'));
 }
 
-TEST(ReadEditRequest, passes_over_an_endless_name) {
+TEST(ReadEditRequest, passesOverAnEndlessName) {
     expectForeign("{\"id\":42,\"name\":\"" + std::string(1000, 'x'));
 }
 

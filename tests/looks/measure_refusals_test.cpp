@@ -41,12 +41,12 @@ FloatPicture landscape(int width, int height) {
     return picture;
 }
 
-TEST(MeasureRefuses, an_empty_picture) {
+TEST(MeasureRefuses, anEmptyPicture) {
     EXPECT_EQ(refusal({0, 0, {}}, 9), "it is empty");
     EXPECT_EQ(refusal({-3, 2, {}}, 9), "it is empty");
 }
 
-TEST(MeasureRefuses, a_picture_of_one_colour) {
+TEST(MeasureRefuses, aPictureOfOneColour) {
     const std::string said = "it is of one colour, or nearly so: that is no calibration pattern";
     EXPECT_EQ(refusal(blankPicture(320, 180, 0.5f), 2), said);
     EXPECT_EQ(refusal(noisy(blankPicture(320, 180, 0.5f), 0.01f, 3), 2), said);
@@ -54,7 +54,7 @@ TEST(MeasureRefuses, a_picture_of_one_colour) {
     EXPECT_EQ(refusal(blankPicture(320, 180, none), 2), said);
 }
 
-TEST(MeasureRefuses, patches_of_5_pixels_and_names_the_frame) {
+TEST(MeasureRefuses, patchesOf5PixelsAndNamesTheFrame) {
     EXPECT_EQ(refusal(patternPicture(33, 1523, 857), 33),
               "its patches would be 6x5 pixels, and must be 6x6 or more: a pattern of 33 steps "
               "needs a frame of 1524x858 or more");
@@ -63,13 +63,13 @@ TEST(MeasureRefuses, patches_of_5_pixels_and_names_the_frame) {
               "needs a frame of 4099x2306 or more");
 }
 
-TEST(MeasureRefuses, a_shape_for_which_there_is_no_frame) {
+TEST(MeasureRefuses, aShapeForWhichThereIsNoFrame) {
     const int widest = std::numeric_limits<int>::max();
     EXPECT_EQ(looks::whyTooSmall({nullptr, widest, 1}, looks::gridOf(64, widest, 1)),
               "its patches would be 90x1 pixels, and must be 6x6 or more");
 }
 
-TEST(MeasureRefuses, another_size_and_names_it) {
+TEST(MeasureRefuses, anotherSizeAndNamesIt) {
     EXPECT_EQ(refusal(patternPicture(17, 1280, 720), 9),
               "it shows a pattern of 17 steps, not of 9");
     EXPECT_EQ(refusal(patternPicture(9, 1280, 720), 17),
@@ -78,7 +78,7 @@ TEST(MeasureRefuses, another_size_and_names_it) {
               "it shows a pattern of 16 steps, not of 17");
 }
 
-TEST(MeasureRefuses, bars_above_and_below) {
+TEST(MeasureRefuses, barsAboveAndBelow) {
     const FloatPicture barred =
         rearranged(patternPicture(9, 640, 360), 640, 420, [](int&, int& y) { y -= 30; });
     EXPECT_EQ(refusal(barred, 9),
@@ -86,7 +86,7 @@ TEST(MeasureRefuses, bars_above_and_below) {
               "without them");
 }
 
-TEST(MeasureRefuses, bars_left_and_right) {
+TEST(MeasureRefuses, barsLeftAndRight) {
     const FloatPicture barred = rearranged(
         patternPicture(9, 640, 360), 700, 360, [](int& x, int&) { x -= 20; }, 1.0f);
     EXPECT_EQ(refusal(barred, 9),
@@ -94,7 +94,7 @@ TEST(MeasureRefuses, bars_left_and_right) {
               "picture without them");
 }
 
-TEST(MeasureRefuses, a_part_of_the_pattern) {
+TEST(MeasureRefuses, aPartOfThePattern) {
     const FloatPicture part = rearranged(patternPicture(9, 640, 360), 600, 340, [](int& x, int& y) {
         x += 20;
         y += 10;
@@ -102,12 +102,12 @@ TEST(MeasureRefuses, a_part_of_the_pattern) {
     EXPECT_EQ(refusal(part, 9), notThere(9));
 }
 
-TEST(MeasureRefuses, a_wrong_frame) {
+TEST(MeasureRefuses, aWrongFrame) {
     EXPECT_EQ(refusal(patternPicture(9, 640, 360), 9, 360, 640),
               "the pattern was not drawn in a frame of that shape");
 }
 
-TEST(MeasureRefuses, the_picture_turned_by_a_quarter) {
+TEST(MeasureRefuses, thePictureTurnedByAQuarter) {
     const FloatPicture turned =
         rearranged(patternPicture(9, 640, 360), 360, 640, [](int& x, int& y) {
             const int column = x;
@@ -117,7 +117,7 @@ TEST(MeasureRefuses, the_picture_turned_by_a_quarter) {
     EXPECT_EQ(refusal(turned, 9), notThere(9));
 }
 
-TEST(MeasureRefuses, mirrored_pictures) {
+TEST(MeasureRefuses, mirroredPictures) {
     const auto acrossOf = [](int& x, int&) { x = 639 - x; };
     const auto downOf = [](int&, int& y) { y = 359 - y; };
     const auto halfTurn = [](int& x, int& y) {
@@ -135,7 +135,7 @@ TEST(MeasureRefuses, mirrored_pictures) {
     }
 }
 
-TEST(MeasureRefuses, patches_in_disorder) {
+TEST(MeasureRefuses, patchesInDisorder) {
     // 15 x 9 cells of 16 x 16 pixels; those of the patches in another order.
     const FloatPicture shuffled =
         rearranged(patternPicture(5, 240, 144), 240, 144, [](int& x, int& y) {
@@ -149,7 +149,7 @@ TEST(MeasureRefuses, patches_in_disorder) {
 }
 
 // Lines that no patch is read at: the patches are all alike.
-TEST(MeasureRefuses, lines_between_patches_of_one_colour) {
+TEST(MeasureRefuses, linesBetweenPatchesOfOneColour) {
     FloatPicture picture = blankPicture(240, 144, 0.5f);
     for (int y = 0; y < 144; ++y) {
         for (int x = 0; x < 240; x += 16)
@@ -159,7 +159,7 @@ TEST(MeasureRefuses, lines_between_patches_of_one_colour) {
               "its patches are in disorder: neighbours have nothing in common");
 }
 
-TEST(MeasureRefuses, cells_after_the_last_patch_that_are_not_black) {
+TEST(MeasureRefuses, cellsAfterTheLastPatchThatAreNotBlack) {
     FloatPicture picture = patternPicture(3, 280, 160);
     for (int y = 120; y < 160; ++y) {
         for (int x = 240; x < 280; ++x)
@@ -171,7 +171,7 @@ TEST(MeasureRefuses, cells_after_the_last_patch_that_are_not_black) {
               "not the same everywhere");
 }
 
-TEST(MeasureRefuses, a_grade_that_changes_across_the_picture) {
+TEST(MeasureRefuses, aGradeThatChangesAcrossThePicture) {
     FloatPicture picture = patternPicture(9, 640, 360);
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x)
@@ -180,7 +180,7 @@ TEST(MeasureRefuses, a_grade_that_changes_across_the_picture) {
     EXPECT_NE(refusal(picture, 9).find("the grade is not the same everywhere"), std::string::npos);
 }
 
-TEST(MeasureRefuses, something_over_the_pattern) {
+TEST(MeasureRefuses, somethingOverThePattern) {
     FloatPicture picture = patternPicture(9, 640, 360);
     for (int y = 100; y < 130; ++y) {
         for (int x = 205; x < 240; ++x) {
@@ -196,13 +196,13 @@ TEST(MeasureRefuses, something_over_the_pattern) {
         << said;
 }
 
-TEST(MeasureRefuses, another_picture) {
+TEST(MeasureRefuses, anotherPicture) {
     for (const int size : {3, 5, 9, 17})
         EXPECT_NE(refusal(landscape(640, 360), size), "") << size;
     EXPECT_EQ(refusal(noisy(landscape(640, 360), 0.5f, 2), 9), notThere(9));
 }
 
-TEST(MeasureRefuses, values_that_are_no_numbers) {
+TEST(MeasureRefuses, valuesThatAreNoNumbers) {
     for (const float bad :
          {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
         FloatPicture picture = patternPicture(2, 320, 160);

@@ -58,14 +58,14 @@ TEST_P(MeasureSizes, pointsAreThePatternsOwnColours) {
 
 INSTANTIATE_TEST_SUITE_P(, MeasureSizes, testing::Values(2, 3, 9, 17, 33));
 
-TEST(Measure, gives_the_look_bit_by_bit_when_the_picture_holds_floats) {
+TEST(Measure, givesTheLookBitByBit_whenThePictureHoldsFloats) {
     const tw::Lut3D look = cubicLook(17);
     const FloatPicture picture = graded(patternPicture(17, 1280, 720),
                                         [&look](float* rgb) { tw::sampleTetra(look, rgb, rgb); });
     EXPECT_TRUE(sameNumbers(look.data, measured(picture, 17).lut.data));
 }
 
-TEST(Measure, keeps_values_outside_0_and_1) {
+TEST(Measure, keepsValuesOutside0And1) {
     const FloatPicture picture =
         graded(patternPicture(5, 320, 180), [](float* rgb) { rgb[0] = rgb[0] * 20.0f - 4.0f; });
     const tw::Lut3D lut = measured(picture, 5).lut;
@@ -73,7 +73,7 @@ TEST(Measure, keeps_values_outside_0_and_1) {
     EXPECT_EQ(lut.data[4 * 3], 16.0f);
 }
 
-TEST(Measure, tells_the_grid_and_what_it_read) {
+TEST(Measure, tellsTheGridAndWhatItRead) {
     const Measurement measurement = measured(patternPicture(17, 1920, 1080), 17);
     EXPECT_EQ(measurement.columns, 94);
     EXPECT_EQ(measurement.rows, 53);
@@ -84,20 +84,20 @@ TEST(Measure, tells_the_grid_and_what_it_read) {
     EXPECT_EQ(measurement.lut.name, "");
 }
 
-TEST(Measure, takes_patches_of_6_pixels) {
+TEST(Measure, takesPatchesOf6Pixels) {
     const Measurement measurement = measured(patternPicture(33, 1524, 858), 33);
     EXPECT_EQ(measurement.patchWidth, 6);
     EXPECT_EQ(measurement.patchHeight, 6);
     EXPECT_EQ(measurement.pixelsRead, 4);
 }
 
-TEST(Measure, takes_a_negative_as_a_look) {
+TEST(Measure, takesANegativeAsALook) {
     const tw::Lut3D lut = measured(graded(patternPicture(9, 640, 360), negative), 9).lut;
     EXPECT_EQ(lut.data[0], 1.0f);
     EXPECT_EQ(lut.data.back(), 0.0f);
 }
 
-TEST(Measure, takes_a_look_of_nothing_but_jumps) {
+TEST(Measure, takesALookOfNothingButJumps) {
     const FloatPicture picture = graded(patternPicture(9, 640, 360), [](float* rgb) {
         for (int channel = 0; channel < 3; ++channel)
             rgb[channel] = rgb[channel] < 0.5f ? 0.0f : 1.0f;
@@ -108,7 +108,7 @@ TEST(Measure, takes_a_look_of_nothing_but_jumps) {
 
 // ---- Robustness
 
-TEST(Measure, does_not_look_at_the_edges_of_patches) {
+TEST(Measure, doesNotLookAtTheEdgesOfPatches) {
     FloatPicture picture = patternPicture(9, 640, 360);
     const FloatPicture clean = picture;
     // A blur over five pixels.
@@ -128,7 +128,7 @@ TEST(Measure, does_not_look_at_the_edges_of_patches) {
         ASSERT_NEAR(lut.data[i], expected.data[i], 1e-6f) << i;
 }
 
-TEST(Measure, a_spot_in_a_patch_changes_nothing) {
+TEST(Measure, aSpotInAPatchChangesNothing) {
     FloatPicture picture = patternPicture(2, 320, 160);
     for (int y = 30; y < 40; ++y) {
         for (int x = 30; x < 34; ++x)
@@ -140,7 +140,7 @@ TEST(Measure, a_spot_in_a_patch_changes_nothing) {
     EXPECT_EQ(measurement.noise[1], 0.0f);
 }
 
-TEST(Measure, tells_the_noise_of_each_patch) {
+TEST(Measure, tellsTheNoiseOfEachPatch) {
     FloatPicture picture = patternPicture(3, 320, 180);
     // The second patch, full red at half: every second pixel 0.02 brighter in green.
     for (int y = 0; y < 45; ++y) {
@@ -154,7 +154,7 @@ TEST(Measure, tells_the_noise_of_each_patch) {
     EXPECT_NEAR(measurement.lut.data[4], 0.01f, 2e-3f);
 }
 
-TEST(Measure, noise_averages_out) {
+TEST(Measure, noiseAveragesOut) {
     const Measurement measurement = measured(noisy(patternPicture(9, 1280, 720), 0.05f, 1), 9);
     const tw::Lut3D expected = measured(patternPicture(9, 1280, 720), 9).lut;
     for (std::size_t i = 0; i < expected.data.size(); ++i)
@@ -163,7 +163,7 @@ TEST(Measure, noise_averages_out) {
 }
 
 // Half of 668 x 721 is 334 x 360 in whole pixels, whose own grid is 27 x 27 and not 26 x 29.
-TEST(Measure, finds_the_grid_of_a_scaled_picture) {
+TEST(Measure, findsTheGridOfAScaledPicture) {
     const FloatPicture drawn = patternPicture(9, 668, 721);
     const FloatPicture scaled = rearranged(drawn, 334, 360, [](int& x, int& y) {
         x *= 2;
@@ -175,7 +175,7 @@ TEST(Measure, finds_the_grid_of_a_scaled_picture) {
     EXPECT_TRUE(sameNumbers(measured(drawn, 9).lut.data, measurement.lut.data));
 }
 
-TEST(Measure, takes_an_uneven_scale_when_it_is_told_the_frame) {
+TEST(Measure, takesAnUnevenScale_whenItIsToldTheFrame) {
     const FloatPicture drawn = patternPicture(9, 640, 360);
     const FloatPicture scaled = rearranged(drawn, 480, 360, [](int& x, int&) { x = x * 4 / 3; });
     const Measurement measurement = measured(scaled, {9, 640, 360});

@@ -1,4 +1,4 @@
-// What the module TintwellBundle tells a test beside the effect's own entry points.
+// What the module TintwellBundle exports for tests beside the effect's own entry points.
 #pragma once
 
 #include "macos_check/loader/appkit.h"

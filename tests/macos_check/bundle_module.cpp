@@ -1,6 +1,6 @@
 // A Linux module that is the bundle's x86-64 code: a host that loads it runs what macOS users of
-// Intel machines run. The environment variable TINTWELL_BUNDLE names the bundle. The dialogs' user
-// is the test, as in the module TintwellStandIn.
+// Intel machines run. The environment variable TINTWELL_BUNDLE names the bundle. The test
+// answers the dialogs, as in the module TintwellStandIn.
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -12,8 +12,8 @@
 #include "macos_check/loader/image.h"
 #include "macos_check/loader/system.h"
 #include "native/src/never_destroyed.h"
-#include "tests/effect/stand_in_dialogs.h"
 #include "tests/macos_check/bundle_messages.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace {
 

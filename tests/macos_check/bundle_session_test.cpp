@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,20 +12,19 @@
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/macos_check/bundle_messages.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/effect_fixture.h"
 
 namespace {
 
-using Lines = std::vector<std::string>;
-using Bytes = std::vector<std::uint8_t>;
+using twtest::Bytes;
+using twtest::kAmount;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
+using twtest::Lines;
 using twtest::TempHome;
 
-constexpr int kAmount = 1;
-constexpr int kLut = 2;
-constexpr int kLutButton = 3;
-constexpr int kEditButton = 4;
-
-// A LUT whose values are far from any line and belong to a match.
+// A far from linear LUT, with a match id.
 std::string bentText() {
     tw::Lut3D lut;
     lut.size = 9;
@@ -78,8 +76,8 @@ void keepValue(Outcome& outcome, const host_sim::Answer<Bytes>& answer) {
     outcome.values.push_back(answer.value);
 }
 
-// Everything but the buttons, which need a user.
-Outcome play(const char* module, const host_sim::Personality& personality) {
+// Everything but the buttons, which need dialogs.
+Outcome runSession(const char* module, const host_sim::Personality& personality) {
     const TempHome home;
     Outcome outcome;
     host_sim::Host host(module, personality);
@@ -101,20 +99,19 @@ Outcome play(const char* module, const host_sim::Personality& personality) {
         render(outcome, host, effect);
     }
     outcome.problems = host.close();
-    const std::regex time("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  ");
-    outcome.log = {std::regex_replace(twtest::readFile(home.dataFile("effect.log")), time, "")};
+    outcome.log = twtest::logLines(home);
     return outcome;
 }
 
 void expectSame(const host_sim::Personality& personality) {
-    const Outcome linuxOutcome = play(TINTWELL_MODULE, personality);
-    const Outcome bundle = play(TINTWELL_BUNDLE_MODULE, personality);
+    const Outcome linuxOutcome = runSession(TINTWELL_MODULE, personality);
+    const Outcome bundle = runSession(TINTWELL_BUNDLE_MODULE, personality);
     EXPECT_EQ(linuxOutcome.problems, Lines());
     EXPECT_EQ(bundle.log, linuxOutcome.log);
     EXPECT_EQ(bundle.errors, linuxOutcome.errors);
     EXPECT_EQ(bundle.label, linuxOutcome.label);
     EXPECT_TRUE(bundle == linuxOutcome);
-    // The session was none of copies and failures alone.
+    // The session had more than copies and failures.
     EXPECT_EQ(linuxOutcome.pictures.size(), 16U);
     EXPECT_NE(linuxOutcome.pictures[0], linuxOutcome.pictures[2]);
     EXPECT_NE(linuxOutcome.pictures[2], linuxOutcome.pictures[8]);
@@ -148,7 +145,7 @@ FilterOffer offeredFilter(const char* module, csSDK_int32 index, bool startUp) {
     return {error, index, info.outInterfaceVersion, complete};
 }
 
-// No further than to the offer: there is no Metal here for the bundle's code.
+// Only what is offered: there is no Metal here for the bundle's code.
 TEST(BundleGpu, offersTheLinuxModulesFilter) {
     for (const bool startUp : {true, false}) {
         for (const csSDK_int32 index : {-1, 0, 1}) {
@@ -161,22 +158,20 @@ TEST(BundleGpu, offersTheLinuxModulesFilter) {
 }
 
 // An applied effect of the bundle, and the AppKit that it talks to.
-class BundleDialogs : public testing::Test {
+class BundleDialogs : public twtest::EffectTest {
 protected:
-    BundleDialogs() : host_(TINTWELL_BUNDLE_MODULE, host_sim::premierePro()) {
-        host_.start();
-        effect_ = &host_.apply();
-        void* appKit = host_.module().symbol("tintwell_bundle_appkit");
+    void SetUp() override {
+        openHost(host_sim::premierePro(), TINTWELL_BUNDLE_MODULE).start();
+        effect_ = &host->apply();
+        void* appKit = host->module().symbol("tintwell_bundle_appkit");
         appKit_ = reinterpret_cast<decltype(&tintwell_bundle_appkit)>(appKit)();
     }
-    ~BundleDialogs() override {
+    void TearDown() override {
         EXPECT_EQ(appKit_->openPools, 0);
         EXPECT_EQ(appKit_->liveObjects, 0);
-        EXPECT_EQ(host_.close(), Lines());
+        EffectTest::TearDown();
     }
 
-    const TempHome home_;
-    host_sim::Host host_;
     host_sim::Instance* effect_ = nullptr;
     macho::AppKit* appKit_ = nullptr;
 };
@@ -203,7 +198,7 @@ Lines panelMessages(const std::string& folder, const Lines& afterwards) {
 
 TEST_F(BundleDialogs, openAPanelOnTheLutFolder_whenTheLutButtonIsPressed) {
     EXPECT_EQ(effect_->press(kLutButton).error, 0);
-    EXPECT_EQ(appKit_->messages, panelMessages(home_ / "Documents/Tintwell LUTs", {}));
+    EXPECT_EQ(appKit_->messages, panelMessages(home / "Documents/Tintwell LUTs", {}));
 }
 
 TEST_F(BundleDialogs, setNoFolder_whenThereIsNone) {
@@ -222,18 +217,17 @@ TEST_F(BundleDialogs, takeAChoiceWithoutAPathForNone) {
     EXPECT_EQ(result.error, 0);
     EXPECT_EQ(result.changed, std::vector<int>());
     EXPECT_EQ(appKit_->messages.back(), "[NSURL fileSystemRepresentation]");
-    EXPECT_TRUE(
-        twtest::readFile(home_.dataFile("effect.log")).ends_with("LUT button: cancelled\n"));
+    EXPECT_EQ(newLogLines().back(), "LUT button: cancelled");
 }
 
 TEST_F(BundleDialogs, storeTheChosenFile) {
-    const std::string cube = home_ / "half.cube";
+    const std::string cube = home / "half.cube";
     twtest::writeFile(
         cube, "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 .5\n1 0 .5\n0 1 .5\n1 1 .5\n");
     appKit_->pick = [&](const std::string&) { return cube; };
     EXPECT_EQ(effect_->press(kLutButton).changed, std::vector<int>{kLut});
     EXPECT_EQ(appKit_->messages,
-              panelMessages(home_ / "Documents/Tintwell LUTs",
+              panelMessages(home / "Documents/Tintwell LUTs",
                             {"[NSOpenPanel URL]", "[NSURL fileSystemRepresentation]"}));
     EXPECT_EQ(effect_->label(kLutButton), "half.cube");
 }

@@ -14,7 +14,7 @@ using macho::Byte;
 using Pointers = std::array<Address, 8>;
 using Program = std::vector<Byte>;
 
-// Eight pointers that begin as 0..7, in segment 1; segment 0 is none of ours.
+// Eight pointers that begin as 0..7, in segment 1; segment 0 is not used.
 class Fixups : public testing::Test {
 protected:
     Pointers pointers = {0, 1, 2, 3, 4, 5, 6, 7};

@@ -9,7 +9,7 @@
 
 namespace {
 
-// What mapping a file of these contents says; empty when it is mapped.
+// The error of mapping a file of these contents; empty when it is mapped.
 std::string complaint(const std::string& contents) {
     const twtest::TempHome home;
     const std::string file = home / "file";

@@ -15,7 +15,7 @@ using Bytes = std::vector<Byte>;
 constexpr Word kStart = 0x40;
 constexpr Word kEnd = 0x70;
 
-// An __unwind_info with one function from kStart to kEnd, on a page that spells encodings out.
+// An __unwind_info with one function from kStart to kEnd, on a regular page.
 Bytes infoWith(Word encoding) {
     const Word header[] = {1, 28, 0, 28, 0, 28, 2};
     const Word index[] = {kStart, 52, 52, kEnd, 0, 52};

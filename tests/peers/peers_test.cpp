@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "tests/peers/peer.h"
+#include "tests/support/row_name.h"
 #include "tests/support/temp_folder.h"
 #include "tintwell_host/cube_file.h"
 #include "tintwell_host/effect_session.h"
@@ -94,6 +95,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Case{"GoldenHour", kSource + "/examples/golden-hour.cube", kPhoto},
                     Case{"BleachBypass", kSource + "/examples/bleach-bypass.cube", kPhoto},
                     Case{"Grayscale", kSource + "/build/samples/grayscale.cube", kPhoto}),
-    [](const auto& look) { return look.param.name; });
+    twtest::RowName());
 
 }  // namespace

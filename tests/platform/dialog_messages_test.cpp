@@ -1,4 +1,4 @@
-// What the dialogs ask of AppKit, without windows: dialogs.mm on an AppKit that writes it down.
+// The messages that dialogs.mm sends to AppKit, recorded by one without windows.
 #include <gtest/gtest.h>
 
 #include <string>

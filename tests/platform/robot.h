@@ -1,4 +1,4 @@
-// A user made of code: looks at the dialog that is open and uses it. Neutral C++, for tests in C++.
+// A scripted user: finds the open dialog and uses it. Neutral C++, for tests in C++.
 #pragma once
 
 #include <functional>

@@ -21,7 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Becomes the X server, which tells the number of its display through `pipeEnd`. It ends with us.
+// Becomes the X server, which tells the number of its display through `pipeEnd`. It ends with this
+// process.
 [[noreturn]] void becomeServer(int pipeEnd) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int nowhere = open("/dev/null", O_RDWR);

@@ -1,4 +1,4 @@
-// A screen of a test's own.
+// A headless X server for each test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 namespace twtest {
 
-// Starts an X server without a screen, points DISPLAY at it, and makes the test process an
+// Starts a headless X server, points DISPLAY at it, and makes the test process an
 // application, with a home of its own. Skips the test where no X server is installed. A test that
 // takes longer than a minute is killed.
 class ScreenTest : public testing::Test {

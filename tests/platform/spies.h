@@ -1,5 +1,4 @@
-// What the dialogs were asked for, where the window does not tell: AppKit's methods are watched and
-// then do their work as ever.
+// Watches AppKit's methods for what a window does not show; they then do their work as usual.
 #pragma once
 
 #include <string>

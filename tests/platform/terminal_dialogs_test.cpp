@@ -1,4 +1,4 @@
-// The dialogs' form in the terminal, on a terminal of the test's own.
+// The terminal dialogs, on a pseudo-terminal.
 #include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/wait.h>
@@ -101,7 +101,7 @@ TEST_F(Terminal, picksNothingAndAlertsReturn_withoutATerminal) {
     const pid_t child = fork();
     if (child == 0) {
         setsid();
-        tw_mac::Alert("nobody reads this", false);
+        tw_mac::Alert("not shown", false);
         _exit(tw_mac::PickCube("/").empty() ? 0 : 1);
     }
     int status = -1;

@@ -3,23 +3,23 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/effect/frames.h"
-#include "tests/effect/stand_in_module.h"
-#include "tests/effect/tested_module.h"
-#include "tests/effect/texts.h"
 #include "tests/quitting/ending.h"
+#include "tests/support/frames.h"
+#include "tests/support/stand_in_module.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/tested_module.h"
+#include "tests/support/texts.h"
 
 namespace quitting {
 namespace {
 
-using effect_test::Bytes;
-using effect_test::kAmount;
-using effect_test::kEditButton;
-using effect_test::kLut;
-using effect_test::kLutButton;
 using host_sim::Instance;
 using host_sim::Personality;
+using twtest::Bytes;
+using twtest::kAmount;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 
 const Personality& afterEffects() {
     static const auto& host = *new Personality(host_sim::afterEffects());
@@ -31,37 +31,36 @@ const Personality& premierePro() {
     return host;
 }
 
-// Other LUTs than the decode cache keeps at once, with names and ids of many lengths.
+// More LUTs than the decode cache keeps, with names and ids of many lengths.
 std::string lookOf(int round) {
     const std::string name = "look" + std::string(static_cast<std::size_t>(round % 40), 'k');
-    return effect_test::scatteredText(2, static_cast<std::uint64_t>(round % 12), round * 7919 + 1,
-                                      name);
+    return twtest::scatteredText(2, static_cast<std::uint64_t>(round % 12), round * 7919 + 1, name);
 }
 
 void store(Instance& effect, const std::string& text) {
-    effect.setBytes(kLut, effect_test::widened(text));
+    effect.setBytes(kLut, twtest::widened(text));
 }
 
-void render(Desk& desk, Instance& effect, int round, int bits) {
+void render(OpenSession& session, Instance& effect, int round, int bits) {
     constexpr int kWidths[] = {5, 50, 500};
     store(effect, lookOf(round));
     effect.setSlider(kAmount, 50.0 + round % 7);
     const host_sim::Frame in =
-        effect_test::scattered(desk.host().format(bits), kWidths[round % 3], 40);
+        twtest::scattered(session.host().format(bits), kWidths[round % 3], 40);
     host_sim::Frame out(in.format(), in.width(), in.height());
     require(effect.render(in, out).error == 0, "a render failed");
     require(out.pixelBytes() != in.pixelBytes(), "a render changed nothing");
 }
 
-void renderBytes(Desk& desk, Instance& effect, int round) {
-    render(desk, effect, round, 8);
+void renderBytes(OpenSession& session, Instance& effect, int round) {
+    render(session, effect, round, 8);
 }
 
-void renderFloats(Desk& desk, Instance& effect, int round) {
-    render(desk, effect, round, 32);
+void renderFloats(OpenSession& session, Instance& effect, int round) {
+    render(session, effect, round, 32);
 }
 
-void updateLabel(Desk&, Instance& effect, int round) {
+void updateLabel(OpenSession&, Instance& effect, int round) {
     store(effect, lookOf(round));
     require(effect.updateUi().error == 0, "a label was not updated");
     require(effect.label(kLutButton).starts_with("look"), "a label is wrong");
@@ -71,22 +70,22 @@ void updateLabel(Desk&, Instance& effect, int round) {
 enum Pick { kFile, kNothing, kMissingFile, kPicks };
 thread_local int nextPick = kFile;
 
-void pressLutButton(Desk&, Instance& effect, int round) {
+void pressLutButton(OpenSession&, Instance& effect, int round) {
     nextPick = round % kPicks;
     const host_sim::CommandResult result = effect.press(kLutButton);
     require(result.error == 0, "the LUT button failed");
     require(result.changed.empty() == (nextPick != kFile), "the LUT button stored the wrong thing");
 }
 
-void pressEditButton(Desk&, Instance& effect, int round) {
+void pressEditButton(OpenSession&, Instance& effect, int round) {
     store(effect, round % 2 == 0 ? lookOf(round) : "TWLUT0");
     require(effect.press(kEditButton).error == 0, "the Edit LUT button failed");
 }
 
-void storeAndLoad(Desk& desk, const host_sim::ArbitraryCalls& data, PF_ArbitraryH value) {
+void storeAndLoad(OpenSession& session, const host_sim::ArbitraryCalls& data, PF_ArbitraryH value) {
     const auto flat = data.flatten(value);
     const auto loaded = data.unflatten(flat.value);
-    require(desk.host().handles().contents(loaded.value) == flat.value, "data was lost");
+    require(session.host().handles().contents(loaded.value) == flat.value, "data was lost");
     const auto foreign = data.unflatten(Bytes(50, 7));
     require(data.compare(value, loaded.value).value == PF_ArbCompare_EQUAL, "data is not equal");
     data.dispose(loaded.value);
@@ -102,18 +101,18 @@ void printAndScan(const host_sim::ArbitraryCalls& data, PF_ArbitraryH value) {
     data.dispose(scanned.value);
 }
 
-void callForData(Desk& desk, Instance& effect, int round) {
+void callForData(OpenSession& session, Instance& effect, int round) {
     store(effect, lookOf(round));
-    const host_sim::ArbitraryCalls data = desk.data();
+    const host_sim::ArbitraryCalls data = session.data();
     const PF_ArbitraryH value = effect.arbitrary(kLut);
-    storeAndLoad(desk, data, value);
+    storeAndLoad(session, data, value);
     printAndScan(data, value);
     for (const PF_ArbitraryH made :
          {data.create().value, data.copy(value).value, data.interpolate(value, value, 0.5).value})
         data.dispose(made);
 }
 
-void setUpAgain(Desk&, Instance& effect, int) {
+void setUpAgain(OpenSession&, Instance& effect, int) {
     require(effect.command(PF_Cmd_GLOBAL_SETUP).error == 0, "GLOBAL_SETUP failed");
     require(!effect.command(PF_Cmd_ABOUT).message().empty(), "About says nothing");
     require(effect.press(kAmount).error == 0, "a press of something else failed");
@@ -121,7 +120,7 @@ void setUpAgain(Desk&, Instance& effect, int) {
 
 }  // namespace
 
-Desk::Desk(const Personality& personality)
+OpenSession::OpenSession(const Personality& personality)
     : host_(twtest::testedModule(), personality),
       dialogs_(twtest::dialogsOf(host_.module())),
       cubeFile_(std::string(std::getenv("HOME")) + "/look.cube") {
@@ -137,11 +136,11 @@ Desk::Desk(const Personality& personality)
     twtest::writeFile(cubeFile_, text);
 }
 
-Instance& Desk::apply() {
+Instance& OpenSession::apply() {
     return host_.apply();
 }
 
-host_sim::ArbitraryCalls Desk::data() {
+host_sim::ArbitraryCalls OpenSession::data() {
     return host_.arbitraryCalls(kLut);
 }
 

@@ -1,5 +1,4 @@
-// What a host may ask of the effect, kind by kind, from a host that is never closed: its process
-// ends first.
+// The kinds of calls that a host makes, from a host that is never closed: its process ends first.
 #pragma once
 
 #include <functional>
@@ -8,14 +7,14 @@
 #include <vector>
 
 #include "host_sim/host.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace quitting {
 
 // A host that has applied effects with a LUT. The home is the caller's.
-class Desk {
+class OpenSession {
 public:
-    explicit Desk(const host_sim::Personality& personality);
+    explicit OpenSession(const host_sim::Personality& personality);
 
     host_sim::Host& host() { return host_; }
     host_sim::Instance& apply();
@@ -35,7 +34,7 @@ private:
 struct Kind {
     const char* name;
     const host_sim::Personality& (*personality)();
-    void (*call)(Desk& desk, host_sim::Instance& effect, int round);
+    void (*call)(OpenSession& session, host_sim::Instance& effect, int round);
 };
 
 std::ostream& operator<<(std::ostream& out, const Kind& kind);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr unsigned kSeconds = 60;
 
-// Neither is ever destroyed: they are used last of all.
+// Never destroyed: both are used last of all.
 std::function<void()>* atLast = nullptr;
 thread_local bool isAnnounced = false;
 

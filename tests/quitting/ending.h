@@ -1,4 +1,4 @@
-// Processes that end while the host has something left to ask of the effect.
+// Processes that end while the host still calls the effect.
 #pragma once
 
 #include <condition_variable>
@@ -20,7 +20,8 @@ void atTheVeryEnd(std::function<void()> work);
 // A thread whose work ends the process badly when it throws.
 std::thread startThread(std::function<void()> work);
 
-// Throws with these words unless it holds: failures of a test are of no use in a process that ends.
+// Throws with these words unless it holds: a failed EXPECT would not be seen in a process that
+// ends.
 void require(bool holds, const std::string& words);
 
 // Where threads are kept inside their calls.

@@ -1,5 +1,5 @@
-// The host may call the GPU filter until its process has ended, and the device may end its work as
-// late.
+// The host may call the GPU filter until its process has ended, and the device may finish its
+// work as late.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,11 +7,11 @@
 #include "host_sim/gpu_instance.h"
 #include "host_sim/gpu_side.h"
 #include "software_metal/control.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
 #include "tests/quitting/calls.h"
 #include "tests/quitting/ending.h"
+#include "tests/support/frames.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/texts.h"
 
 namespace quitting {
 namespace {
@@ -20,24 +20,24 @@ constexpr unsigned kDevices = 3;
 constexpr int kLateFrames = 40;
 
 // Premiere Pro with devices, which is never closed.
-class GpuDesk {
+class GpuSession {
 public:
-    GpuDesk()
-        : desk_(host_sim::premierePro()),
-          effect_(desk_.apply()),
-          gpu_(desk_.host(), std::vector<host_sim::GpuDeviceSettings>(kDevices)) {
+    GpuSession()
+        : session_(host_sim::premierePro()),
+          effect_(session_.apply()),
+          gpu_(session_.host(), std::vector<host_sim::GpuDeviceSettings>(kDevices)) {
         gpu_.enter();
     }
 
     // Whether one frame, graded on the device by a new instance, came out as on the CPU. Looks,
     // sizes and the lengths of the setup line change with the round.
     bool isGradedRight(int round, unsigned device) {
-        const std::string look = effect_test::scatteredText(
-            2, static_cast<std::uint64_t>(round % 12), 1, std::string(40, 'n'));
-        effect_.setBytes(effect_test::kLut, effect_test::widened(look));
+        const std::string look = twtest::scatteredText(2, static_cast<std::uint64_t>(round % 12), 1,
+                                                       std::string(40, 'n'));
+        effect_.setBytes(twtest::kLut, twtest::widened(look));
         constexpr int kWidths[] = {5, 50, 500};
         const host_sim::Frame in =
-            effect_test::scattered(PrPixelFormat_BGRA_4444_32f, kWidths[round % 3], 7);
+            twtest::scattered(PrPixelFormat_BGRA_4444_32f, kWidths[round % 3], 7);
         host_sim::Frame onGpu(in.format(), in.width(), in.height());
         host_sim::Frame onCpu(in.format(), in.width(), in.height());
         const host_sim::GpuRender result = host_sim::renderOnGpu(gpu_, effect_, in, onGpu, device);
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    Desk desk_;
+    OpenSession session_;
     host_sim::Instance& effect_;
     host_sim::GpuSide gpu_;
 };
@@ -59,38 +59,38 @@ protected:
 // One of the devices is prepared late, too.
 TEST_F(QuittingOnTheGpu, takesFramesFromAHandlerAtExit) {
     expectGoodEnd([] {
-        static GpuDesk* desk = nullptr;
+        static GpuSession* session = nullptr;
         atTheVeryEnd([] {
             for (int round = 0; round < kLateFrames; ++round) {
                 const unsigned device = static_cast<unsigned>(round) % kDevices;
-                require(desk->isGradedRight(round, device), "a late frame is wrong");
+                require(session->isGradedRight(round, device), "a late frame is wrong");
             }
         });
-        desk = new GpuDesk;
-        require(desk->isGradedRight(0, 0) && desk->isGradedRight(1, 1), "a frame is wrong");
+        session = new GpuSession;
+        require(session->isGradedRight(0, 0) && session->isGradedRight(1, 1), "a frame is wrong");
     });
 }
 
 TEST_F(QuittingOnTheGpu, takesCompletionsThatFail_fromAHandlerAtExit) {
     expectGoodEnd([] {
-        static GpuDesk* desk = nullptr;
+        static GpuSession* session = nullptr;
         atTheVeryEnd([] {
             software_metal::Faults faults;
             faults.failExecution = true;
             software_metal::setFaults(faults);
             for (int round = 0; round < kLateFrames; ++round)
-                require(!desk->isGradedRight(round, 0), "a frame that failed is right");
+                require(!session->isGradedRight(round, 0), "a frame that failed is right");
             software_metal::waitUntilIdle();
         });
-        desk = new GpuDesk;
-        require(desk->isGradedRight(0, 0), "a frame is wrong");
+        session = new GpuSession;
+        require(session->isGradedRight(0, 0), "a frame is wrong");
     });
 }
 
-// The device has the frame in hand while all else ends, and then fails.
+// The device still works on the frame while everything else ends, and then fails.
 TEST_F(QuittingOnTheGpu, takesACompletionThatFails_ofAFrameThatWasUnderWay) {
     expectGoodEnd([] {
-        static GpuDesk* desk = nullptr;
+        static GpuSession* session = nullptr;
         static Gate& gate = *new Gate;
         static std::thread& host = *new std::thread;
         atTheVeryEnd([] {
@@ -98,8 +98,8 @@ TEST_F(QuittingOnTheGpu, takesACompletionThatFails_ofAFrameThatWasUnderWay) {
             host.join();
             software_metal::waitUntilIdle();
         });
-        desk = new GpuDesk;
-        require(desk->isGradedRight(0, 0), "a frame is wrong");
+        session = new GpuSession;
+        require(session->isGradedRight(0, 0), "a frame is wrong");
         software_metal::Faults faults;
         faults.failExecution = true;
         faults.atExecution = [] {
@@ -108,7 +108,7 @@ TEST_F(QuittingOnTheGpu, takesACompletionThatFails_ofAFrameThatWasUnderWay) {
         };
         software_metal::setFaults(faults);
         host = startThread(
-            [] { require(!desk->isGradedRight(1, 0), "a frame that failed is right"); });
+            [] { require(!session->isGradedRight(1, 0), "a frame that failed is right"); });
         gate.waitFor(1);
     });
 }

@@ -11,10 +11,11 @@
 #include <utility>
 #include <vector>
 
-#include "tests/effect/tested_module.h"
 #include "tests/quitting/calls.h"
 #include "tests/quitting/ending.h"
+#include "tests/support/row_name.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/tested_module.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define TINTWELL_LEAKS_ARE_SOUGHT
@@ -39,9 +40,10 @@ namespace {
 constexpr int kEarlyCalls = 3;
 constexpr int kLateCalls = 60;
 
-void callOften(Desk& desk, host_sim::Instance& effect, const Kind& kind, int first, int count) {
+void callOften(OpenSession& session, host_sim::Instance& effect, const Kind& kind, int first,
+               int count) {
     for (int round = first; round < first + count; ++round)
-        kind.call(desk, effect, round);
+        kind.call(session, effect, round);
 }
 
 class Quitting : public testing::TestWithParam<Kind> {
@@ -51,16 +53,16 @@ protected:
 
 TEST_P(Quitting, takesCallsFromAHandlerAtExit) {
     expectGoodEnd([] {
-        static Desk* desk = nullptr;
+        static OpenSession* session = nullptr;
         static host_sim::Instance* effect = nullptr;
-        atTheVeryEnd([] { callOften(*desk, *effect, GetParam(), kEarlyCalls, kLateCalls); });
-        desk = new Desk(GetParam().personality());
-        effect = &desk->apply();
-        callOften(*desk, *effect, GetParam(), 0, kEarlyCalls);
+        atTheVeryEnd([] { callOften(*session, *effect, GetParam(), kEarlyCalls, kLateCalls); });
+        session = new OpenSession(GetParam().personality());
+        effect = &session->apply();
+        callOften(*session, *effect, GetParam(), 0, kEarlyCalls);
     });
 }
 
-// Threads that are kept in their calls until all else is over.
+// Threads that are kept inside their calls until everything else has ended.
 class KeptThreads {
 public:
     // First of all.
@@ -86,52 +88,51 @@ private:
     std::vector<std::thread> threads_;
 };
 
-// In the call's first call of the host.
+// At the call's first callback.
 TEST_P(Quitting, endsCallsThatAreUnderWay) {
     expectGoodEnd([] {
         static KeptThreads& threads = *new KeptThreads;
-        static Desk& desk = *new Desk(GetParam().personality());
-        callOften(desk, desk.apply(), GetParam(), 0, kEarlyCalls);
-        desk.host().watchCallbacks([] { threads.step(); });
+        static OpenSession& session = *new OpenSession(GetParam().personality());
+        callOften(session, session.apply(), GetParam(), 0, kEarlyCalls);
+        session.host().watchCallbacks([] { threads.step(); });
         for (const int first : {0, 10}) {
-            threads.start([&effect = desk.apply(), first] {
-                callOften(desk, effect, GetParam(), first, kLateCalls);
+            threads.start([&effect = session.apply(), first] {
+                callOften(session, effect, GetParam(), first, kLateCalls);
             });
         }
         threads.waitUntilKept();
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(With, Quitting, testing::ValuesIn(kinds()),
-                         [](const auto& kind) { return std::string(kind.param.name); });
+INSTANTIATE_TEST_SUITE_P(With, Quitting, testing::ValuesIn(kinds()), twtest::RowName());
 
 TEST(QuittingWithAnOpenDialog, endsThePress) {
     const twtest::TempHome home;
     expectGoodEnd([] {
         static KeptThreads& threads = *new KeptThreads;
         const Kind& presses = pressesOfTheLutButton();
-        static Desk& desk = *new Desk(presses.personality());
-        callOften(desk, desk.apply(), presses, 0, kEarlyCalls);
-        desk.inDialog = [] { threads.step(); };
-        threads.start([&effect = desk.apply(), &presses] {
-            callOften(desk, effect, presses, 0, kEarlyCalls);
+        static OpenSession& session = *new OpenSession(presses.personality());
+        callOften(session, session.apply(), presses, 0, kEarlyCalls);
+        session.inDialog = [] { threads.step(); };
+        threads.start([&effect = session.apply(), &presses] {
+            callOften(session, effect, presses, 0, kEarlyCalls);
         });
         threads.waitUntilKept();
     });
 }
 
-// What the module has kept is out of reach then, and lost on purpose.
+// What the module keeps is unreachable then, and leaked on purpose.
 void unloadAfterUse() {
 #if defined(TINTWELL_LEAKS_ARE_SOUGHT)
     __lsan_disable();
 #endif
     const std::string module = twtest::testedModule();
     {
-        Desk desk(host_sim::premierePro());
+        OpenSession session(host_sim::premierePro());
         for (const Kind& kind : kinds())
             if (kind.personality().isPremiere())
-                callOften(desk, desk.apply(), kind, 0, kEarlyCalls);
-        require(desk.host().close().empty(), "the host found something left");
+                callOften(session, session.apply(), kind, 0, kEarlyCalls);
+        require(session.host().close().empty(), "the host found something left");
     }
     void* const library = dlopen(module.c_str(), RTLD_NOLOAD | RTLD_NOW);
     require(library != nullptr, "the module is not loaded");
@@ -150,16 +151,16 @@ int runsWanted() {
     return wanted ? std::atoi(wanted) : 20;
 }
 
-// As a host may do it: nobody waits for anybody. Two threads render to the last.
+// No thread waits for another: two threads render until the process is gone.
 void renderToTheEnd() {
     static std::atomic<int> frames[2];
     atTheVeryEnd([] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); });
     const Kind& kind = framesOfFloats();
-    static Desk& desk = *new Desk(kind.personality());
+    static OpenSession& session = *new OpenSession(kind.personality());
     for (std::atomic<int>& count : frames) {
-        startThread([&count, &effect = desk.apply(), &kind] {
+        startThread([&count, &effect = session.apply(), &kind] {
             for (;; ++count)
-                kind.call(desk, effect, count);
+                kind.call(session, effect, count);
         }).detach();
     }
     for (const std::atomic<int>& count : frames) {

@@ -1,4 +1,4 @@
-// What a stored value decodes to, in words and figures that a person can read and a program
+// What a stored value decodes to, in readable text that a program can
 // compare.
 #pragma once
 
@@ -55,7 +55,7 @@ inline std::string visible(const std::string& name) {
     return text.empty() ? "(none)" : text;
 }
 
-// One sample, in figures that give its bits back, and the bits.
+// One sample, with enough digits to restore it, and its bits.
 inline std::string sampleLine(const std::vector<float>& samples, std::size_t at) {
     return line("sample %zu: %.9g 0x%08X", at, static_cast<double>(samples[at]),
                 std::bit_cast<std::uint32_t>(samples[at]));

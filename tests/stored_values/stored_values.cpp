@@ -10,12 +10,12 @@
 namespace stored_values {
 namespace {
 
-// Samples without any pattern.
+// Random samples.
 std::string data(int size) {
     return twtest::encodeCodes(twtest::scatteredCodes(tw::latticeFloats(size)));
 }
 
-// A look as people grade: contrast, a warm tint, a little of each channel in the others. Whole
+// A typical look: contrast, a warm tint, a little of each channel in the others. Whole
 // numbers, divided once, are the same wherever this runs.
 tw::Lut3D look(int size) {
     tw::Lut3D lut = twtest::identityLut(size);

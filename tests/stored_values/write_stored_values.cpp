@@ -1,5 +1,5 @@
 // Writes the stored values and what they decode to: write_stored_values FOLDER. Refuses a folder
-// that has any, and values of which the effect's reader and the tests' own make different things.
+// that has any, and values that the effect's reader and the tests' own decode differently.
 #include <cstdio>
 #include <exception>
 #include <filesystem>

@@ -35,7 +35,7 @@ inline std::string encodeCodes(const std::vector<std::uint16_t>& codes) {
     return encodeBase64(bytes);
 }
 
-// Codes without any pattern, all bytes of them met sooner or later.
+// Random codes.
 inline std::vector<std::uint16_t> scatteredCodes(std::size_t count) {
     std::vector<std::uint16_t> codes(count);
     unsigned state = 12345;

@@ -47,7 +47,7 @@ inline int failuresSoFar() {
     return failures;
 }
 
-// What is thrown and no std::exception ends the child: it must not go on with the parent's tests.
+// Any other exception ends the child as well: it must not go on with the parent's tests.
 [[noreturn]] inline void beChild(const std::function<void()>& body, unsigned seconds) noexcept {
     const int before = failuresSoFar();
     alarm(seconds);

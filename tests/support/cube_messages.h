@@ -1,4 +1,4 @@
-// What parseCube says of a text that it refuses.
+// The messages of parseCube.
 #pragma once
 
 namespace twtest {

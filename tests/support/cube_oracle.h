@@ -1,5 +1,5 @@
-// A second reader of .cube texts, the format's description told line by line. Numbers are read by
-// the library's own atoi and strtof, so the process must be in the "C" locale.
+// A second reader of .cube texts, written line by line after the format's description. Numbers are
+// read by the library's own atoi and strtof, so the process must be in the "C" locale.
 #pragma once
 
 #include <cstddef>

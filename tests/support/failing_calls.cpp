@@ -22,7 +22,7 @@
 #include <system_error>
 #include <thread>
 
-// ThreadSanitizer brings operators that cannot be replaced.
+// ThreadSanitizer's own operators cannot be replaced.
 #if defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define TINTWELL_FIXED_OPERATORS
@@ -108,7 +108,7 @@ _Unwind_Reason_Code visitFrame(_Unwind_Context* frame, void* data) {
     return _URC_NO_REASON;
 }
 
-// Who called the C++ library, out of which the present call came.
+// The caller of the C++ library function that makes the present call.
 const void* callerOfLibrary() {
     Walk walk;
     _Unwind_Backtrace(visitFrame, &walk);

@@ -42,7 +42,7 @@ bool isFailureDue(LibraryCall call);
 // No call fails any more.
 void letCallsPass();
 
-// False for operator new under ThreadSanitizer, which brings operators that cannot be replaced.
+// False for operator new under ThreadSanitizer, whose own operators cannot be replaced.
 bool canFail(LibraryCall call);
 
 // What the module has allocated with operator new and not given back, and opened and not closed.

@@ -1,5 +1,5 @@
-// The engine's arithmetic written down once more, one operation a line and without any speed-up, as
-// the measure for results that must agree to the last bit.
+// The engine's arithmetic once more, one operation a line and not optimised: the reference for
+// results that must agree to the last bit.
 #pragma once
 
 #include <algorithm>

@@ -20,11 +20,11 @@ struct PictureShape {
     int width = 0;
     int height = 0;
     std::int32_t order = tw::kOrderBGRA;
-    int padding = 8;        // channels after each row that belong to nobody
+    int padding = 8;        // unused channels after each row
     bool bottomUp = false;  // rows stored last to first, rowBytes negative
 };
 
-// Places of red, green, blue and alpha.
+// Indices of red, green, blue and alpha.
 inline std::array<int, 4> channelPlaces(std::int32_t order) {
     if (order == 0) return {2, 1, 0, 3};
     if (order == 1) return {1, 2, 3, 0};

@@ -40,7 +40,7 @@ inline tw::Lut3D identityLut(std::int32_t size) {
     return lut;
 }
 
-// Nodes from -0.5 to 1.5 without any pattern, so that no two tetrahedra agree inside a cell.
+// Nodes from -0.5 to 1.5 at random, so that no two tetrahedra agree inside a cell.
 inline tw::Lut3D scatteredLut(std::int32_t size, std::uint64_t seed) {
     tw::Lut3D lut = blankLut(size);
     Random random(seed);

@@ -1,4 +1,4 @@
-// Tetrahedral interpolation in double precision, found by another road than the engine's: the
+// Tetrahedral interpolation in double precision, by another algorithm than the engine's: the
 // fractions are sorted and the cell is crossed from its low to its high corner along the axis with
 // the largest fraction first. Equal fractions need no rule here, since the corner between two equal
 // ones has weight 0; so it holds only for LUTs of finite values.

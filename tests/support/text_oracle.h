@@ -1,6 +1,6 @@
 // A second reader of the LUT parameter and its TWLUT text: extracts the text first, scans its
-// header with the library's own scanner in the "C" locale, whose habits are part of the format, and
-// takes one character and one fused multiply-add at a time.
+// header with the library's own scanner in the "C" locale, whose behaviour is part of the format,
+// and takes one character and one fused multiply-add at a time.
 #pragma once
 
 #include <array>

@@ -2,30 +2,24 @@
 
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
-#include "tests/effect/frames.h"
-#include "tests/effect/texts.h"
+#include "tests/support/cube_texts.h"
+#include "tests/support/frames.h"
+#include "tests/support/texts.h"
 
 namespace stress {
 namespace {
 
-using effect_test::Bytes;
-using effect_test::bytesOf;
-using effect_test::scatteredText;
-using effect_test::widened;
 using host_sim::Frame;
+using twtest::Bytes;
+using twtest::bytesOf;
+using twtest::cube;
+using twtest::scatteredText;
+using twtest::widened;
 
 std::string labelOf(const tw::Lut3D& lut) {
     if (lut.probe != 0) return "Calibrating";
     if (lut.size == 0) return "Choose a LUT";
     return lut.name.empty() ? "From Tintwell (Apply again to name it)" : lut.name + ".cube";
-}
-
-// Of two points an axis, black and white by turns.
-std::string cubeText(const std::string& lines) {
-    std::string text = lines + "LUT_3D_SIZE 2\n";
-    for (int i = 0; i < 4; ++i)
-        text += "0 0 0\n1 1 1\n";
-    return text;
 }
 
 }  // namespace
@@ -47,7 +41,7 @@ Inputs::Inputs() {
     for (const auto format : {PrPixelFormat_BGRA_4444_8u, PrPixelFormat_BGRA_4444_32f}) {
         for (const int rows : {9, 40}) {
             if (format == PrPixelFormat_BGRA_4444_32f) floatScenes_.push_back(scenes_.size());
-            scenes_.push_back(effect_test::scattered(format, 33 - rows / 2, rows));
+            scenes_.push_back(twtest::scattered(format, 33 - rows / 2, rows));
         }
     }
     for (int i = 0; i < 10; ++i) {
@@ -60,11 +54,11 @@ Inputs::Inputs() {
         looks_.push_back(lookOf(widened(text)));
     looks_.push_back(lookOf({}));
 
-    addFile("Contrast.cube", cubeText(""));
-    addFile("Matched.v2.cube", cubeText("# Tintwell match 77\n"));
-    addFile("Titled.cube", cubeText("TITLE \"Any\"\n# Tintwell match 8\n"));
+    addFile("Contrast.cube", cube(2));
+    addFile("Matched.v2.cube", cube(2, "# Tintwell match 77\n"));
+    addFile("Titled.cube", cube(2, "TITLE \"Any\"\n# Tintwell match 8\n"));
     addFile("Torn.cube", "LUT_3D_SIZE 2\n0 0 0\n");
-    addFile("Wide.cube", cubeText("DOMAIN_MAX 2 2 2\n"));
+    addFile("Wide.cube", cube(2, "DOMAIN_MAX 2 2 2\n"));
 }
 
 Look Inputs::lookOf(const Bytes& bytes) const {
@@ -82,9 +76,9 @@ Look Inputs::lookOf(const Bytes& bytes) const {
 }
 
 Frame Inputs::pictureOf(const tw::Lut3D& lut, const Frame& input, int percent) const {
-    if (lut.probe != 0) return effect_test::patterned(lut.probe, blank(input));
+    if (lut.probe != 0) return twtest::patterned(lut.probe, blank(input));
     if (lut.size == 0 || percent == 0) return input;
-    return effect_test::graded(lut, input, blank(input), static_cast<float>(percent / 100.0));
+    return twtest::graded(lut, input, blank(input), static_cast<float>(percent / 100.0));
 }
 
 void Inputs::addFile(const std::string& name, const std::string& contents) {

@@ -1,5 +1,5 @@
-// What the threads use: pictures, contents of the LUT parameter and .cube files, each with
-// all that must come of it, worked out by one thread beforehand.
+// What the threads use: pictures, contents of the LUT parameter and .cube files, each with its
+// expected results, computed by one thread beforehand.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 #include "effect/lut_file.h"
 #include "host_sim/values/frame.h"
 #include "native/src/lut_engine.h"
-#include "tests/effect/effect_fixture.h"
+#include "tests/support/effect_fixture.h"
 #include "tests/support/temp_folder.h"
 
 namespace stress {
@@ -20,10 +20,10 @@ inline constexpr std::array<int, 3> kPercents = {100, 40, 0};
 
 // A content of the LUT parameter.
 struct Look {
-    effect_test::Bytes bytes;  // none: the parameter has no handle
-    std::string text;          // as PRINT gives it
-    std::string failure;       // why the text cannot be read; empty: it can
-    tw::Lut3D lut;             // of no size and without a pattern: none
+    twtest::Bytes bytes;  // none: the parameter has no handle
+    std::string text;     // as PRINT gives it
+    std::string failure;  // why the text cannot be read; empty: it can
+    tw::Lut3D lut;        // of no size and without a pattern: none
     std::string label;
     // By scene, then by percent.
     std::vector<std::array<host_sim::Frame, kPercents.size()>> pictures;
@@ -53,7 +53,7 @@ public:
     const std::vector<CubeFile>& files() const { return files_; }
 
 private:
-    Look lookOf(const effect_test::Bytes& bytes) const;
+    Look lookOf(const twtest::Bytes& bytes) const;
     host_sim::Frame pictureOf(const tw::Lut3D& lut, const host_sim::Frame& input,
                               int percent) const;
     void addFile(const std::string& name, const std::string& contents);

@@ -2,18 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "software_metal/control.h"
-#include "tests/effect/stand_in_module.h"
 #include "tests/software_metal/settled.h"
-#include "tests/support/log_stamp.h"
+#include "tests/support/effect_log.h"
+#include "tests/support/stand_in_module.h"
 
 namespace stress {
 namespace {
 
-using effect_test::kAmount;
-using effect_test::kLut;
+using twtest::kAmount;
+using twtest::kLut;
 
 thread_local std::string picked;
 
@@ -24,7 +22,7 @@ host_sim::Request requestOf(const host_sim::CallRecord& call) {
     return request;
 }
 
-// What the host's own record tells of: every command, and the lines of the data callbacks.
+// From the host's books: every command, and the log lines of the data callbacks.
 Tally accountOf(const std::vector<host_sim::CallRecord>& calls) {
     Tally tally;
     for (const host_sim::CallRecord& call : calls) {
@@ -115,13 +113,8 @@ Tally SharedHost::finish(const std::vector<Tally>& workers) {
 }
 
 void SharedHost::checkLog(const Tally& tally) const {
-    const std::string text = twtest::readFile(home_.dataFile("effect.log"));
-    EXPECT_TRUE(text.ends_with("\n"));
-    std::istringstream stream(text);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(twtest::messageOf(line));
-    EXPECT_EQ(tally.compareLog(lines), std::vector<std::string>());
+    EXPECT_TRUE(twtest::readFile(home_.dataFile("effect.log")).ends_with("\n"));
+    EXPECT_EQ(tally.compareLog(twtest::logLines(home_)), std::vector<std::string>());
 }
 
 }  // namespace stress

@@ -1,4 +1,4 @@
-// One run of the host with everything in it that the threads share.
+// One run of the host, with everything that the threads share.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,8 @@
 
 #include "host_sim/gpu_side.h"
 #include "host_sim/host.h"
-#include "tests/effect/held_lock.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/held_lock.h"
+#include "tests/support/stand_in_dialogs.h"
 #include "tests/support/temp_folder.h"
 #include "tests/threads/inputs.h"
 #include "tests/threads/tally.h"
@@ -27,7 +27,7 @@ struct Effect {
     void set() const;
 };
 
-// Devices as the host tells of them.
+// The host's devices.
 enum Device : unsigned { kFirst, kSecond, kOpenCL, kTooWeak };
 inline constexpr unsigned kDevices = 4;
 
@@ -49,9 +49,9 @@ public:
     const std::vector<Effect>& effects() const { return effects_; }
     std::string requestFile() const { return home_.dataFile("edit-request.json"); }
     std::string lutFolder() const { return home_ / "Documents/Tintwell LUTs"; }
-    // Held by a worker who presses "Edit LUT" and reads the request: a user has one pair of hands,
-    // and the effect writes its request as for one.
-    std::mutex& hands() { return hands_; }
+    // Held by a worker that presses "Edit LUT" and reads the request: there is one request file,
+    // and one user at a time.
+    std::mutex& requestMutex() { return requestMutex_; }
     // What the user picks in the calling thread's next dialog.
     static void pick(const std::string& path);
     // Fails the test when the calling thread holds a lock of the effect's.
@@ -70,7 +70,7 @@ private:
     std::unique_ptr<host_sim::Host> host_;
     std::unique_ptr<host_sim::GpuSide> gpu_;
     std::vector<Effect> effects_;
-    std::mutex hands_;
+    std::mutex requestMutex_;
     twtest::StandInDialogs* dialogs_ = nullptr;
     decltype(&tintwell_held_lock) heldLock_ = nullptr;
 };

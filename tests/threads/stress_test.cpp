@@ -1,4 +1,4 @@
-// Eight threads do everything that a host may ask of the effect, all at once.
+// Eight threads make every kind of call that a host may make, all at once.
 //
 //   stress_test                  a few runs of the host, the same ones each time
 //   stress_test SECONDS [SEED]   one run after the other until the time is over

@@ -1,11 +1,11 @@
-// What one thread has done, and what must be in the log and on the screen because of it.
+// What one thread has done, and the log lines and alerts that must follow from it.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace stress {
 
@@ -22,7 +22,7 @@ public:
     Tally& operator+=(const Tally& other);
 
     const std::map<std::string, long>& operations() const { return operations_; }
-    // Sentences about lines that are too many, too few or nobody's.
+    // Sentences about lines that are too many, missing or unexpected.
     std::vector<std::string> compareLog(const std::vector<std::string>& lines) const;
     // The same for alerts.
     std::vector<std::string> compareAlerts(const std::vector<twtest::ShownAlert>& alerts) const;

@@ -4,15 +4,15 @@
 
 #include <cstdio>
 
-#include "tests/effect/frames.h"
+#include "tests/support/frames.h"
 
 namespace stress {
 
-using effect_test::kAmount;
-using effect_test::kLut;
-using effect_test::kLutButton;
-using effect_test::samePixels;
 using host_sim::Frame;
+using twtest::kAmount;
+using twtest::kLut;
+using twtest::kLutButton;
+using twtest::samePixels;
 
 Worker::Worker(SharedHost& shared, int number, std::uint64_t seed)
     : shared_(shared),
@@ -50,8 +50,8 @@ void Worker::mayLogRender(const Effect& effect, const Frame& output) {
     char line[200];
     std::snprintf(line, sizeof line,
                   "Render fmt=%s %dx%d rowbytes=%ld id=%ld amount=%.3f lut=%s %d",
-                  effect_test::isFloat(output) ? "BGRA32f" : "BGRA8u", output.width(),
-                  output.height(), static_cast<long>(output.rowBytes()), static_cast<long>(lut.id),
+                  twtest::isFloat(output) ? "BGRA32f" : "BGRA8u", output.width(), output.height(),
+                  static_cast<long>(output.rowBytes()), static_cast<long>(lut.id),
                   kPercents[effect.percent] / 100.0, kind, lut.probe != 0 ? lut.probe : lut.size);
     tally_.mayLog(line);
     // By the call that decoded it.
@@ -69,7 +69,7 @@ void Worker::renderOne(const Effect& effect, std::size_t scene) {
     EXPECT_EQ(effect.instance->render(input, output).error, 0);
     EXPECT_TRUE(samePixels(effect.look->pictures[scene][effect.percent], output))
         << effect.look->label << ", scene " << scene;
-    tally_.did(effect_test::isFloat(input) ? "CPU frames of floats" : "CPU frames of 8 bits");
+    tally_.did(twtest::isFloat(input) ? "CPU frames of floats" : "CPU frames of 8 bits");
     if (effect.look->lut.probe != 0) tally_.did("CPU frames with the pattern");
     if (effect.look->isNone()) tally_.did("CPU frames without a LUT");
 }

@@ -36,7 +36,7 @@ private:
     void pressLutButton();
     void pressEditButton();
     void setLook();
-    void setNewLook();  // of a name that nobody has seen before
+    void setNewLook();  // of a new name
     void setAmount();
     // A GPU filter instance, from its creation to its end.
     void useTheGpu();

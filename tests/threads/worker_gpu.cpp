@@ -3,15 +3,15 @@
 
 #include <cstdio>
 
-#include "tests/effect/frames.h"
+#include "tests/support/frames.h"
 #include "tests/threads/worker.h"
 
 namespace stress {
 
-using effect_test::samePixels;
 using host_sim::Frame;
 using host_sim::GpuFrame;
 using host_sim::GpuInstance;
+using twtest::samePixels;
 
 void Worker::useTheGpu() {
     const unsigned device = random_.below(2) == 0 ? kFirst : kSecond;

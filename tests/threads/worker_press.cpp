@@ -6,10 +6,10 @@
 
 namespace stress {
 
-using effect_test::kEditButton;
-using effect_test::kLut;
-using effect_test::kLutButton;
 using tw::LutFileResult;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 
 void Worker::pressLutButton() {
     const bool cancels = random_.below(4) == 0;
@@ -29,7 +29,7 @@ void Worker::pressLutButton() {
     renderOwn();
 }
 
-// What is to come of it.
+// The expected results of picking it.
 void Worker::pickFile(const CubeFile& file) {
     switch (file.result) {
         case LutFileResult::kLoaded:
@@ -55,7 +55,7 @@ void Worker::pickFile(const CubeFile& file) {
 }
 
 void Worker::pressEditButton() {
-    const std::lock_guard lock(shared_.hands());
+    const std::lock_guard lock(shared_.requestMutex());
     tally_.logs("USER_CHANGED_PARAM index 4");
     EXPECT_EQ(own_.instance->press(kEditButton).error, 0);
     const tw::Lut3D& lut = own_.look->lut;

@@ -1,17 +1,17 @@
 // The data callbacks of a worker.
 #include <gtest/gtest.h>
 
-#include "tests/effect/texts.h"
+#include "tests/support/texts.h"
 #include "tests/threads/worker.h"
 
 namespace stress {
 
-using effect_test::Bytes;
-using effect_test::emptyLut;
-using effect_test::kLut;
-using effect_test::widened;
+using twtest::Bytes;
+using twtest::emptyLut;
+using twtest::kLut;
+using twtest::widened;
 
-// Every callback but the refusing ones, on handles that nobody else knows.
+// Every callback but the refusing ones, on handles of its own.
 void Worker::useOneValue() {
     const host_sim::ArbitraryCalls calls = own_.instance->arbitraryCalls(kLut);
     // One that has a handle: all but the last.

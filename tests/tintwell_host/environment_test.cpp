@@ -1,5 +1,5 @@
-// tintwell-host on machines that are full, locked, or hold odd files: a sentence and 1, or the
-// right result; never half a file.
+// tintwell-host with full disks, missing permissions and special files: one sentence and exit
+// status 1, or the right result; never half a file.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -30,7 +30,7 @@ protected:
         writeNegative("negative.cube");
     }
 
-    // The look is applied, whatever surrounds it.
+    // The look is applied with these options.
     void expectGraded(const std::string& options, const std::string& look = "negative.cube") {
         std::filesystem::remove(file("out.png"));
         const Outcome outcome = run("render in.png out.png --lut '" + look + "' " + options);
@@ -174,7 +174,7 @@ TEST_F(Environment, refusesALookThatCannotBeRead) {
     runWrong("encode " + path, "cannot read '" + path + "': File name too long");
 }
 
-// Not a letter, cut sequences, and bytes that no UTF-8 has.
+// Truncated sequences, and bytes that are not UTF-8.
 TEST_F(Environment, takesALookOfAnyName) {
     for (const std::string name : {"caf\xE9.cube", "\xFF\xFE.cube", "a\x80\xC3.cube", "-n.cube",
                                    "two\nlines.cube", "100% \"q\" $HOME.cube"}) {
@@ -213,13 +213,13 @@ TEST_F(Environment, printsTheSame_whereNumbersHaveCommas) {
         "LUT_3D_SIZE 2\n0.5 .5 0.5\n1 1 1\n1 1 1\n1 1 1\n1 1 1\n1 1 1\n1 1 1\n1 1 1\n");
     const std::string text = runWell("encode half.cube");
     twtest::writeFile(file("half.twlut"), text);
-    const std::string told = runWell("inspect half.cube");
+    const std::string printed = runWell("inspect half.cube");
     runWell("decode half.twlut plain.cube");
     const twtest::CommaLocale comma;
     if (!comma.usable()) GTEST_SKIP() << "no locale with a decimal comma";
     const std::string german = "export LC_ALL=de_DE.UTF-8;";
     EXPECT_EQ(run("encode half.cube", german).out, text);
-    EXPECT_EQ(run("inspect half.cube", german).out, told);
+    EXPECT_EQ(run("inspect half.cube", german).out, printed);
     EXPECT_EQ(run("decode half.twlut comma.cube", german).exitCode, 0);
     EXPECT_EQ(twtest::readFile(file("comma.cube")), twtest::readFile(file("plain.cube")));
 }

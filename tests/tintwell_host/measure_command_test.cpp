@@ -32,13 +32,13 @@ TEST_F(MeasureCommand, reports) {
               "LUT         \"Dusk\", match 7, 3 points an axis, values 0 to 1\n");
 }
 
-TEST_F(MeasureCommand, promises_more_of_float_pictures) {
+TEST_F(MeasureCommand, promisesMoreOfFloatPictures) {
     runWell("pattern --size 3 --frame 280x160 --depth float pattern.exr");
     EXPECT_NE(runWell("measure pattern.exr --size 3").find("to about 0 steps of 8 bits"),
               std::string::npos);
 }
 
-TEST_F(MeasureCommand, advises_when_there_is_much_noise) {
+TEST_F(MeasureCommand, advises_whenThereIsMuchNoise) {
     program::Picture picture = program::readPicture(file("pattern.png"), program::Depth::k8);
     for (std::size_t i = 0; i < picture.bytes.size(); i += 8)
         picture.bytes[i] ^= 8;
@@ -47,7 +47,7 @@ TEST_F(MeasureCommand, advises_when_there_is_much_noise) {
               std::string::npos);
 }
 
-TEST_F(MeasureCommand, reports_as_json) {
+TEST_F(MeasureCommand, reportsAsJson) {
     const auto report = nlohmann::json::parse(
         runWell("measure pattern.png --size 3 --id 9007199254740993 --name Dusk --json"));
     EXPECT_EQ(report["size"], 3);
@@ -63,7 +63,7 @@ TEST_F(MeasureCommand, reports_as_json) {
     EXPECT_EQ(report["noise"], std::vector<float>(27));
 }
 
-TEST_F(MeasureCommand, writes_a_text_that_render_takes) {
+TEST_F(MeasureCommand, writesATextThatRenderTakes) {
     gradeNegative();
     runWell("measure graded.png --size 3 --id 42 --name 'My look' -o look.twlut");
     EXPECT_TRUE(twtest::readFile(file("look.twlut")).starts_with("TWLUT3 42 My%20look 3 0 1 "));
@@ -73,7 +73,7 @@ TEST_F(MeasureCommand, writes_a_text_that_render_takes) {
     EXPECT_EQ(bytes("out.png"), negative(bytes("in.png")));
 }
 
-TEST_F(MeasureCommand, writes_a_cube_file_with_the_match) {
+TEST_F(MeasureCommand, writesACubeFileWithTheMatch) {
     gradeNegative();
     runWell("measure graded.png --size 3 --id 42 --name Dusk -o look.cube");
     EXPECT_TRUE(twtest::readFile(file("look.cube"))
@@ -83,7 +83,7 @@ TEST_F(MeasureCommand, writes_a_cube_file_with_the_match) {
     EXPECT_EQ(bytes("out.png"), negative(bytes("in.png")));
 }
 
-TEST_F(MeasureCommand, sends_the_look_into_a_project_and_keeps_its_amount) {
+TEST_F(MeasureCommand, sendsTheLookIntoAProjectAndKeepsItsAmount) {
     gradeNegative();
     runWell("render pattern.png other.png --amount 25 --save look.project");
     runWell("measure graded.png --size 3 --id 42 --name Dusk --project look.project");
@@ -95,7 +95,7 @@ TEST_F(MeasureCommand, sends_the_look_into_a_project_and_keeps_its_amount) {
     EXPECT_NE(runWell("log").find("  Arb SCAN\n"), std::string::npos);
 }
 
-TEST_F(MeasureCommand, takes_names_of_399_encoded_characters_and_no_more) {
+TEST_F(MeasureCommand, takesNamesOf399EncodedCharactersAndNoMore) {
     runWell("measure pattern.png --size 3 -o look.twlut --name '" + std::string(133, '"') + "'");
     EXPECT_EQ(lutOf("look.twlut").name, std::string(133, '"'));
     runWrong("measure pattern.png --size 3 -o long.twlut --name '" + std::string(400, 'n') + "'",
@@ -103,12 +103,12 @@ TEST_F(MeasureCommand, takes_names_of_399_encoded_characters_and_no_more) {
     EXPECT_FALSE(exists("long.twlut"));
 }
 
-TEST_F(MeasureCommand, refuses_the_name_that_stands_for_none) {
+TEST_F(MeasureCommand, refusesTheNameThatStandsForNone) {
     runWrong("measure pattern.png --size 3 --name=-",
              "a look cannot be named '-': that stands for no name");
 }
 
-TEST_F(MeasureCommand, refuses_a_range_that_cannot_be_stored) {
+TEST_F(MeasureCommand, refusesARangeThatCannotBeStored) {
     program::Picture picture = program::readPicture(file("pattern.png"), program::Depth::kFloat);
     for (float& value : picture.floats)
         value = (value * 2.0f - 1.0f) * 3e38f;
@@ -117,7 +117,7 @@ TEST_F(MeasureCommand, refuses_a_range_that_cannot_be_stored) {
              "the values of the look span too wide a range to be stored");
 }
 
-TEST_F(MeasureCommand, says_why_it_cannot_measure) {
+TEST_F(MeasureCommand, saysWhyItCannotMeasure) {
     writeInput("in.png", 64, 36);
     runWrong("measure in.png --size 9 -o look.cube",
              "cannot measure 'in.png': its patches would be 1x1 pixels, and must be 6x6 or more: "
@@ -125,14 +125,14 @@ TEST_F(MeasureCommand, says_why_it_cannot_measure) {
     EXPECT_FALSE(exists("look.cube"));
 }
 
-TEST_F(MeasureCommand, leaves_the_project_alone_when_it_cannot_measure) {
+TEST_F(MeasureCommand, leavesTheProjectAlone_whenItCannotMeasure) {
     runWell("render pattern.png other.png --amount 25 --save look.project");
     const std::string before = twtest::readFile(file("look.project"));
     EXPECT_EQ(run("measure other.png --size 9 --project look.project").exitCode, 1);
     EXPECT_EQ(twtest::readFile(file("look.project")), before);
 }
 
-TEST_F(MeasureCommand, takes_the_frame_of_an_unevenly_scaled_picture) {
+TEST_F(MeasureCommand, takesTheFrameOfAnUnevenlyScaledPicture) {
     runWell("pattern --size 3 --frame 280x320 tall.png");
     EXPECT_EQ(run("measure tall.png --size 3 --frame 280x160").exitCode, 1);
     EXPECT_EQ(run("measure tall.png --size 3 --frame 280x320").exitCode, 0);
@@ -140,7 +140,7 @@ TEST_F(MeasureCommand, takes_the_frame_of_an_unevenly_scaled_picture) {
              "'280' is no frame size; write it as 1920x1080");
 }
 
-TEST_F(MeasureCommand, refuses_other_files_before_it_measures) {
+TEST_F(MeasureCommand, refusesOtherFilesBeforeItMeasures) {
     runWrong("measure pattern.png --size 3 -o look.png",
              "cannot write 'look.png': a look is written as .cube or .twlut");
     runWrong("measure missing.png --size 3",
@@ -148,14 +148,14 @@ TEST_F(MeasureCommand, refuses_other_files_before_it_measures) {
     EXPECT_EQ(run("measure pattern.png --size 3 --project missing.project").exitCode, 1);
 }
 
-TEST_F(MeasureCommand, refuses_sizes_and_ids) {
+TEST_F(MeasureCommand, refusesSizesAndIds) {
     EXPECT_EQ(run("measure pattern.png").exitCode, 1);
     EXPECT_EQ(run("measure pattern.png --size 1").exitCode, 1);
     EXPECT_EQ(run("measure pattern.png --size 65").exitCode, 1);
     EXPECT_EQ(run("measure pattern.png --size 3 --id -1").exitCode, 1);
 }
 
-TEST_F(MeasureCommand, help_shows_the_way_from_pattern_to_look) {
+TEST_F(MeasureCommand, helpShowsTheWayFromPatternToLook) {
     const std::string help = runWell("measure --help");
     EXPECT_NE(help.find("tintwell-host pattern --size 33"), std::string::npos) << help;
     EXPECT_NE(help.find("tintwell-host measure graded.png"), std::string::npos) << help;

@@ -60,8 +60,8 @@ TEST_F(OtherCommands, decodeRefusesWhatHoldsNoLut) {
 
 TEST_F(OtherCommands, inspectPrintsEffectAndLook) {
     writeNegative("negative.cube");
-    const std::string told = runWell("inspect negative.cube");
-    EXPECT_EQ(told,
+    const std::string printed = runWell("inspect negative.cube");
+    EXPECT_EQ(printed,
               "effect      Tintwell (TNWL Tintwell), in Color Correction\n"
               "interface   13.29, entry point EffectMain\n"
               "support     https://tintwell.example/support\n"
@@ -73,16 +73,17 @@ TEST_F(OtherCommands, inspectPrintsEffectAndLook) {
               "LUT         \"negative\", match 0, 2 points an axis, values 0 to 1\n"
               "Amount      100 percent\n");
     twtest::writeFile(file("text"), runWell("encode negative.cube"));
-    EXPECT_EQ(runWell("inspect text"), told);
+    EXPECT_EQ(runWell("inspect text"), printed);
 }
 
 TEST_F(OtherCommands, inspectReadsAProject) {
     writeInput("in.png");
     writeNegative("negative.cube");
     runWell("render in.png out.png --lut negative.cube --amount 12.5 --save a.project");
-    const std::string told = runWell("inspect a.project");
-    EXPECT_NE(told.find("LUT         \"negative\", match 0, 2 points"), std::string::npos) << told;
-    EXPECT_NE(told.find("Amount      12.5 percent\n"), std::string::npos) << told;
+    const std::string printed = runWell("inspect a.project");
+    EXPECT_NE(printed.find("LUT         \"negative\", match 0, 2 points"), std::string::npos)
+        << printed;
+    EXPECT_NE(printed.find("Amount      12.5 percent\n"), std::string::npos) << printed;
 }
 
 TEST_F(OtherCommands, logShowsWhatTheEffectWrote) {

@@ -1,7 +1,7 @@
 // tintwell-host press, with stand-ins for the dialogs. tests/platform has it with the real ones.
 #include <dlfcn.h>
 
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 #include "tests/tintwell_host/program_fixture.h"
 #include "tintwell_host/subcommands.h"
 

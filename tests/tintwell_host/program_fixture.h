@@ -21,8 +21,7 @@ struct Outcome {
 
 class Program : public testing::Test {
 protected:
-    // Runs the program with the folder as present folder and as home, after what else the shell
-    // is told to do.
+    // Runs the program in the folder, which is also its home, after the shell commands `before`.
     Outcome run(const std::string& arguments, const std::string& before = "") {
         const std::string command = "cd '" + folder_.path() + "' && export HOME='" +
                                     folder_.path() + "' XDG_STATE_HOME= && { " + before + " '" +

@@ -142,7 +142,7 @@ TEST_F(RenderCommand, keepsTheOldOutput_whenTheInputIsDamaged) {
     twtest::writeFile(file("out.png"), "old");
     const Outcome outcome = run("render cut.png out.png");
     EXPECT_EQ(outcome.exitCode, 1);
-    // The PNG library has its say on the screen as well.
+    // The PNG library prints a message of its own as well.
     EXPECT_NE(
         outcome.err.find("tintwell-host: cannot read 'cut.png': Read error: hit end of file\n"),
         std::string::npos)

@@ -26,50 +26,50 @@ protected:
     static constexpr char kFile[] = "Library/Application Support/Tintwell/edit-request.json";
 };
 
-TEST_F(RequestsCommand, tells_match_name_and_time) {
+TEST_F(RequestsCommand, tellsMatchNameAndTime) {
     writeRequest(tw_effect::editRequestLine(42, "Dusk", kTime));
     EXPECT_EQ(once(), "match 42 \"Dusk\", asked for at 2024-11-20 10:53:20 UTC\n");
 }
 
-TEST_F(RequestsCommand, keeps_control_characters_from_the_terminal) {
+TEST_F(RequestsCommand, keepsControlCharactersFromTheTerminal) {
     writeRequest(tw_effect::editRequestLine(42, "a\nb\x1B[2J\"", kTime));
     EXPECT_EQ(once(), "match 42 \"a\\x0Ab\\x1B[2J\"\", asked for at 2024-11-20 10:53:20 UTC\n");
 }
 
-TEST_F(RequestsCommand, tells_the_id_of_a_cut_request) {
+TEST_F(RequestsCommand, tellsTheIdOfACutRequest) {
     writeRequest(tw_effect::editRequestLine(42, std::string(399, '"'), kTime));
     EXPECT_EQ(once(), "match 42, the rest of the request was cut\n");
     const auto json = nlohmann::json::parse(once("--json"));
     EXPECT_EQ(json, nlohmann::json({{"id", 42}, {"name", nullptr}, {"at", nullptr}}));
 }
 
-TEST_F(RequestsCommand, speaks_json) {
+TEST_F(RequestsCommand, speaksJson) {
     writeRequest(tw_effect::editRequestLine(42, "a\n\"b\"", kTime));
     const auto json = nlohmann::json::parse(once("--json"));
     EXPECT_EQ(json, nlohmann::json({{"id", 42}, {"name", "a\n\"b\""}, {"at", kTime}}));
 }
 
-TEST_F(RequestsCommand, speaks_json_of_names_that_are_not_utf8) {
+TEST_F(RequestsCommand, speaksJsonOfNamesThatAreNotUtf8) {
     writeRequest(tw_effect::editRequestLine(42, "a\xFF", kTime));
     EXPECT_EQ(nlohmann::json::parse(once("--json"))["name"], "a\uFFFD");
 }
 
-TEST_F(RequestsCommand, says_when_there_is_none) {
+TEST_F(RequestsCommand, saysSo_whenThereIsNone) {
     runWrong(here_ + "requests --once", "there is no edit request in '" + path() + "'");
 }
 
-TEST_F(RequestsCommand, says_when_it_is_not_whole) {
+TEST_F(RequestsCommand, saysSo_whenItIsNotWhole) {
     writeRequest("{\"id\":42,\"name\":\"Du");
     runWrong(here_ + "requests --once",
              "the edit request in '" + path() + "' is not written to its end");
 }
 
-TEST_F(RequestsCommand, says_when_it_is_something_else) {
+TEST_F(RequestsCommand, saysSo_whenItIsSomethingElse) {
     writeRequest("hello\n");
     runWrong(here_ + "requests --once", "'" + path() + "' holds no edit request");
 }
 
-TEST_F(RequestsCommand, does_not_wait_for_a_pipe) {
+TEST_F(RequestsCommand, doesNotWaitForAPipe) {
     runWrong(here_ + "requests --once", "there is no edit request in '" + path() + "'",
              "mkfifo '" + path() + "' && ");
 }
@@ -80,7 +80,7 @@ std::string waitFor(int lines) {
            " ] || break; sleep 0.05; done; ";
 }
 
-TEST_F(RequestsCommand, watches_until_it_is_interrupted) {
+TEST_F(RequestsCommand, watches_untilItIsInterrupted) {
     const auto write = [this](const std::string& name, const std::string& line) {
         twtest::writeFile(file(name), line);
         return "cp " + name + " '" + path() + "'; ";

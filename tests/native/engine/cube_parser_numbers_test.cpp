@@ -114,7 +114,7 @@ const char* const kNumbers[] = {
     "0.000000000000000000000000000000000000000000000700649232162408535461864791644958065640131",
     "0.000000000000000000000000000000000000000000000700649232162408535461864791644958065640130"};
 
-// As the third number of its line, a number may be followed by anything.
+// The third number of a line may be followed by anything.
 TEST(ParseCubeNumbers, equalStrtof_bitForBit) {
     for (const std::string number : kNumbers) {
         SCOPED_TRACE(number);

@@ -3,29 +3,22 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 
 #include "native/src/engine/parallel_rows.h"
 #include "native/src/lut_engine.h"
+#include "tests/native/engine/probe_frames.h"
 #include "tests/support/float_check.h"
 #include "tests/support/float_steps.h"
 #include "tests/support/guarded_picture.h"
 
 namespace {
 
-using Colour = std::array<float, 3>;
+using twtest::Colour;
+using twtest::kProbeFrames;
+using twtest::ProbeFrame;
 
-struct Frame {
-    int n, width, height;
-};
-
-// Odd and even sizes, borders that fall between pixels, frames smaller than the grid, tall frames.
-const Frame kFrames[] = {{2, 8, 4},    {2, 7, 5},   {3, 40, 33},  {4, 1, 100},  {5, 100, 1},
-                         {17, 94, 53}, {9, 61, 47}, {33, 50, 40}, {64, 37, 70}, {2, 1, 1},
-                         {64, 90, 50}, {5, 11, 11}, {6, 7, 200},  {8, 200, 7}};
-
-// What probeColour says for a pixel of the frame.
-Colour colourIn(const Frame& frame, int x, int y) {
+// What probeColour gives for a pixel of the frame.
+Colour colourIn(const ProbeFrame& frame, int x, int y) {
     int cols = 0;
     int rows = 0;
     tw::probeGrid(frame.n, frame.width, frame.height, &cols, &rows);
@@ -34,50 +27,44 @@ Colour colourIn(const Frame& frame, int x, int y) {
     return out;
 }
 
-std::string shownPixel(const Frame& frame, int x, int y, std::int32_t order) {
-    return "n " + std::to_string(frame.n) + ", " + std::to_string(frame.width) + " x " +
-           std::to_string(frame.height) + ", x " + std::to_string(x) + ", y " + std::to_string(y) +
-           ", order " + std::to_string(order);
+// Draws the pattern into every frame, in every order and an unknown one, and compares each pixel
+// with what probeColour gives.
+template <class Picture, class View>
+void expectEveryPixel(void (*fill)(int n, const View& view), int padding,
+                      void (*expectPixel)(Picture&, int x, int y, const Colour&)) {
+    for (const std::int32_t order : {0, 1, 2, 9}) {
+        for (const ProbeFrame& frame : kProbeFrames) {
+            SCOPED_TRACE(::testing::Message() << frame << ", order " << order);
+            Picture picture({frame.width, frame.height, order, padding, order == 1});
+            fill(frame.n, picture.view());
+            for (int i = 0; i < frame.width * frame.height; ++i) {
+                const int x = i % frame.width;
+                const int y = i / frame.width;
+                expectPixel(picture, x, y, colourIn(frame, x, y));
+                if (::testing::Test::HasFailure()) FAIL() << "at " << x << ", " << y;
+            }
+            ASSERT_TRUE(picture.guardsIntact());
+        }
+    }
 }
 
 TEST(FillProbeF, equalsProbeColour_atEveryPixel) {
-    for (const std::int32_t order : {0, 1, 2, 9}) {
-        for (const Frame& frame : kFrames) {
-            twtest::PictureF picture({frame.width, frame.height, order, 4, order == 1});
-            tw::fillProbeF(frame.n, picture.view());
-            for (int i = 0; i < frame.width * frame.height; ++i) {
-                const int x = i % frame.width;
-                const int y = i / frame.width;
-                const Colour c = colourIn(frame, x, y);
-                const std::array<float, 4> got = {picture.at(x, y, 0), picture.at(x, y, 1),
-                                                  picture.at(x, y, 2), picture.at(x, y, 3)};
-                ASSERT_TRUE(twtest::sameBits(std::array{c[0], c[1], c[2], 1.0f}, got))
-                    << shownPixel(frame, x, y, order);
-            }
-            ASSERT_TRUE(picture.guardsIntact());
-        }
-    }
+    expectEveryPixel<twtest::PictureF>(
+        tw::fillProbeF, 4, [](twtest::PictureF& picture, int x, int y, const Colour& c) {
+            const std::array<float, 4> got = {picture.at(x, y, 0), picture.at(x, y, 1),
+                                              picture.at(x, y, 2), picture.at(x, y, 3)};
+            EXPECT_TRUE(twtest::sameBits(std::array{c[0], c[1], c[2], 1.0f}, got));
+        });
 }
 
 TEST(FillProbe8, equalsQuantisedProbeColour_atEveryPixel) {
-    for (const std::int32_t order : {0, 1, 2, 9}) {
-        for (const Frame& frame : kFrames) {
-            twtest::Picture8 picture({frame.width, frame.height, order, 3, order == 1});
-            tw::fillProbe8(frame.n, picture.view());
-            for (int i = 0; i < frame.width * frame.height; ++i) {
-                const int x = i % frame.width;
-                const int y = i / frame.width;
-                const Colour c = colourIn(frame, x, y);
-                for (int k = 0; k < 3; ++k) {
-                    ASSERT_EQ(twtest::toByteStep(c[static_cast<std::size_t>(k)]),
-                              picture.at(x, y, k))
-                        << shownPixel(frame, x, y, order);
-                }
-                ASSERT_EQ(255, picture.at(x, y, 3)) << shownPixel(frame, x, y, order);
+    expectEveryPixel<twtest::Picture8>(
+        tw::fillProbe8, 3, [](twtest::Picture8& picture, int x, int y, const Colour& c) {
+            for (int k = 0; k < 3; ++k) {
+                EXPECT_EQ(twtest::toByteStep(c[static_cast<std::size_t>(k)]), picture.at(x, y, k));
             }
-            ASSERT_TRUE(picture.guardsIntact());
-        }
-    }
+            EXPECT_EQ(255, picture.at(x, y, 3));
+        });
 }
 
 TEST(FillProbe8, showsOnlyEnds_forTwoSteps) {

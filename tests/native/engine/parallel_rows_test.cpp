@@ -20,7 +20,7 @@ namespace {
 
 using Range = std::pair<int, int>;
 
-// What was done, by whom.
+// Which rows were done by which thread.
 class Ledger {
 public:
     std::function<void(int, int)> work() {
@@ -37,7 +37,7 @@ public:
         return sorted;
     }
 
-    // Ranges done on the thread that asks.
+    // Ranges done on the calling thread.
     std::vector<Range> here() const {
         std::vector<Range> own;
         for (std::size_t i = 0; i < ranges_.size(); ++i) {
@@ -225,7 +225,7 @@ TEST(ParallelRowsWith, joinsWorkers_beforeReturning) {
     EXPECT_EQ(6, finished);
 }
 
-// Rows are not lost when the system has no more threads.
+// No row is lost when the system has no more threads.
 TEST(ParallelRowsWith, doesRowsItself_whenNthStartThrows) {
     for (int failing = 1; failing <= 5; ++failing) {
         SCOPED_TRACE("start " + std::to_string(failing));

@@ -1,26 +1,20 @@
 // probeGrid and probeColour: the geometry and the colours of the calibration pattern.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <limits>
 #include <map>
 #include <utility>
 #include <vector>
 
 #include "native/src/lut_engine.h"
+#include "tests/native/engine/probe_frames.h"
 #include "tests/support/float_check.h"
 
 namespace {
 
-using Colour = std::array<float, 3>;
-
-struct Frame {
-    int n, width, height;
-};
-
-// Odd and even sizes, borders that fall between pixels, frames smaller than the grid, tall frames.
-const Frame kFrames[] = {{2, 8, 4},    {2, 7, 5},   {3, 40, 33},  {4, 1, 100},  {5, 100, 1},
-                         {17, 94, 53}, {9, 61, 47}, {33, 50, 40}, {64, 37, 70}, {2, 1, 1}};
+using twtest::Colour;
+using twtest::kProbeFrames;
+using twtest::ProbeFrame;
 
 Colour colourAt(int n, int cols, int rows, int width, int height, int x, int y) {
     Colour out = {-1, -1, -1};
@@ -83,14 +77,13 @@ TEST(ProbeGrid, hasOneColumn_withoutWidth) {
 
 TEST(ProbeGrid, holdsEveryPatch_withinOneRowMore) {
     for (int n = 2; n <= 64; ++n) {
-        for (const Frame& frame : kFrames) {
+        for (const ProbeFrame& frame : kProbeFrames) {
             int cols = 0;
             int rows = 0;
             tw::probeGrid(n, frame.width, frame.height, &cols, &rows);
             const int patches = n * n * n;
-            EXPECT_GE(cols * rows, patches) << n << ", " << frame.width << " x " << frame.height;
-            EXPECT_LT(cols * (rows - 1), patches)
-                << n << ", " << frame.width << " x " << frame.height;
+            EXPECT_GE(cols * rows, patches) << n << " steps, frame of " << frame;
+            EXPECT_LT(cols * (rows - 1), patches) << n << " steps, frame of " << frame;
         }
     }
 }

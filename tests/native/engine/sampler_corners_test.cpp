@@ -1,5 +1,5 @@
 // sampleTetra: which lattice points it touches, in which order they are summed. A lattice point
-// that is touched shows even with weight 0, since 0 times infinity is not a number.
+// that is touched shows even with weight 0, since 0 times infinity is NaN.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -11,6 +11,7 @@
 
 #include "native/src/lut_engine.h"
 #include "tests/support/luts.h"
+#include "tests/support/row_name.h"
 
 namespace {
 
@@ -92,8 +93,7 @@ TEST_P(SamplerChoice, touchesOnlyItsCorners_whenOneIsInfinite) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, SamplerChoice, ::testing::ValuesIn(kChoices),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(, SamplerChoice, ::testing::ValuesIn(kChoices), twtest::RowName());
 
 TEST(SamplerWeights, areDifferencesOfSortedFractions) {
     struct Row {
@@ -123,8 +123,8 @@ TEST(SamplerWeights, areDifferencesOfSortedFractions) {
     }
 }
 
-// All four weights are a quarter; what is small survives only when it is added after the two large
-// values have cancelled.
+// All four weights are a quarter; the small value survives only when it is added after the two
+// large ones have cancelled.
 TEST(SamplerSum, startsAtFirstCorner_thenLowSecondHigh) {
     struct Row {
         const char* name;

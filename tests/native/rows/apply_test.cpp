@@ -1,4 +1,4 @@
-// apply8 and applyF: what becomes of a pixel.
+// apply8 and applyF: the values of single pixels.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -204,7 +204,7 @@ TEST(ApplyF, followsSteps_forInputsThatAreNotFinite) {
     }
 }
 
-// Alpha is no colour: even the bits of a signalling NaN come through.
+// Alpha is copied bit for bit, even a signalling NaN.
 TEST(ApplyF, carriesAlphaBits_asTheyAre) {
     const tw::Lut3D lut = twtest::scatteredLut(5, 9);
     const std::vector<std::uint32_t> alphas = {0x00000000, 0x80000000, 0x3F800000, 0x7F800000,

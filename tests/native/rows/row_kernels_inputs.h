@@ -1,6 +1,5 @@
-// Inputs that tell the row kernels apart if anything does: LUTs far from linear with every special
-// value in them, and colours on lattice points, beside them, equal among the channels, or no
-// numbers at all.
+// Inputs that show differences between row kernels: LUTs far from linear with every special value
+// in them, and colours on lattice points, beside them, equal among the channels, or NaN.
 #pragma once
 
 #include <cmath>
@@ -95,7 +94,7 @@ inline void fillOdd(std::vector<float>& channels, std::int32_t size, std::mt1993
     }
 }
 
-// The same bits, or both no number.
+// The same bits, or both NaN.
 inline bool sameResult(float a, float b) {
     return std::isnan(a) ? std::isnan(b) : a == b && std::signbit(a) == std::signbit(b);
 }

@@ -26,7 +26,7 @@ bool fail(const char* kernel, const char* kind, std::size_t lut, long long pixel
     return false;
 }
 
-// Colours first .. first + kRow - 1, with an alpha that follows from the colour.
+// Colours first .. first + kRow - 1, with an alpha made from the colour.
 void fillColours(std::vector<std::uint8_t>& pixels, std::uint32_t first) {
     for (std::uint32_t i = 0; i < kRow; ++i) {
         const std::uint32_t pixel = (first + i) | (first + i) * 0x9E000000u;

@@ -96,7 +96,7 @@ TEST_P(RowKernel, equalsScalarFloats_forEverySizeDomainAndAmount) {
     }
 }
 
-// One bound is enough to make a domain another one.
+// One bound is enough to make a domain non-default.
 TEST_P(RowKernel, equalsScalarFloats_whenOneBoundIsNot0Or1) {
     const Lut3D plain = test::oddLut(5, 0, 5);
     for (int channel = 0; channel < 3; ++channel) {
@@ -109,9 +109,8 @@ TEST_P(RowKernel, equalsScalarFloats_whenOneBoundIsNot0Or1) {
     }
 }
 
-// A zero weight times an infinite corner is no number: the corners must be those of the scalar
-// kernel's comparisons also where their weight is nothing. And a sum of nothing but negative zeros
-// stays one.
+// Zero times infinity is NaN: the corners must be the scalar kernel's also where their weight is
+// zero. And a sum of negative zeros is a negative zero.
 TEST_P(RowKernel, equalsScalarCornersAndSignsOfZero_atTies) {
     const float values[] = {0.0f, -0.0f, 0.25f, 0.5f, 1.0f};
     for (const float special : {std::numeric_limits<float>::infinity(), -0.0f}) {

@@ -64,7 +64,7 @@ extern "C" int vsnprintf(char* text, std::size_t size, const char* format, std::
     return print(text, size, format, arguments);
 }
 
-// What some headers make of a vsnprintf whose room they know.
+// What fortified headers make of vsnprintf.
 extern "C" int __vsnprintf_chk(char* text, std::size_t size, int, std::size_t, const char* format,
                                std::va_list arguments) {
     return print(text, size, format, arguments);
@@ -83,7 +83,7 @@ extern "C" std::size_t strftime(char* text, std::size_t size, const char* format
 
 namespace {
 
-// The calls of one line that are about its file.
+// The file calls of one line.
 Calls fileCalls() {
     Calls calls = callsOfALine();
     std::erase_if(calls, [](const std::string& call) { return !call.starts_with("f"); });

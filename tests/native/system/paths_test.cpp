@@ -213,7 +213,7 @@ TEST(OpenFile, isNullAndSaysWhy_whenItFails) {
     EXPECT_EQ(nullptr, tw::openFile(L"", "rb"));
 }
 
-// No process is at the other end: an open that waited would never come back.
+// No writer: an open that waited for one would never return.
 TEST(OpenFile, isNullAtOnce_forAFifo) {
     const twtest::TempFolder folder;
     ASSERT_EQ(0, mkfifo((folder / "fifo").c_str(), 0600));

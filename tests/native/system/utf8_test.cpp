@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "native/src/paths.h"
+#include "tests/support/row_name.h"
 
 namespace {
 
@@ -20,10 +21,6 @@ std::wstring wide(const std::vector<unsigned long>& codes) {
     for (const unsigned long code : codes)
         text += static_cast<wchar_t>(code);
     return text;
-}
-
-std::string rowName(const ::testing::TestParamInfo<Row>& row) {
-    return row.param.name;
 }
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -58,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Row{"Mixed",
                           {0x2F, 0xFC, 0x1F600, 0x20AC, 0x2E},
                           "/\xC3\xBC\xF0\x9F\x98\x80\xE2\x82\xAC."}),
-    rowName);
+    twtest::RowName());
 
 class FromUtf8 : public ::testing::TestWithParam<Row> {};
 
@@ -100,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
                           "A"},
                       Row{"LeadFE", {0x180000}, "\xFE\x80\x80\x80"},
                       Row{"TwoByteLeadAtOnce", {0xE9, 0xE9}, "\xC3\xA9\xC3\xA9\xC3"}),
-    rowName);
+    twtest::RowName());
 
 TEST(ToUtf8, keepsLowByteOfLead_farBeyondUnicode) {
     EXPECT_EQ("\xF8\x80\x80\x80", tw::toUtf8(wide({0x200000})));

@@ -1,4 +1,4 @@
-// ContentKeys: the hash of every content, and copies of those that come again.
+// tw::ContentKeys: the hash of every content, and copies of those that come again.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -13,8 +13,6 @@
 
 namespace {
 
-using tw::ContentKeys;
-
 std::atomic<int> hashes{0};
 std::function<void()> atNextHash;
 
@@ -28,7 +26,7 @@ std::string content(char letter, std::size_t count = 20000) {
     return std::string(count, letter);
 }
 
-class ContentKeysTest : public ::testing::Test {
+class ContentKeys : public ::testing::Test {
 protected:
     // The right key, and whether the content was hashed for it.
     bool isHashed(const std::string& bytes) {
@@ -44,10 +42,10 @@ protected:
         EXPECT_FALSE(isHashed(bytes));
     }
 
-    ContentKeys keys_{countingHash};
+    tw::ContentKeys keys_{countingHash};
 };
 
-TEST_F(ContentKeysTest, hashesAContentTwice_thenCompares) {
+TEST_F(ContentKeys, hashesAContentTwice_thenCompares) {
     const std::string bytes = content('a');
     EXPECT_TRUE(isHashed(bytes));
     EXPECT_EQ(0U, keys_.keptBytes());
@@ -56,7 +54,7 @@ TEST_F(ContentKeysTest, hashesAContentTwice_thenCompares) {
     EXPECT_FALSE(isHashed(bytes));
 }
 
-TEST_F(ContentKeysTest, trustsNoAddress) {
+TEST_F(ContentKeys, trustsNoAddress) {
     std::string bytes = content('a');
     keep(bytes);
     for (const std::size_t at : {std::size_t{0}, bytes.size() / 2, bytes.size() - 1}) {
@@ -67,13 +65,13 @@ TEST_F(ContentKeysTest, trustsNoAddress) {
     }
 }
 
-TEST_F(ContentKeysTest, tellsLengthsApart) {
+TEST_F(ContentKeys, tellsLengthsApart) {
     keep(content('a', 20000));
     EXPECT_TRUE(isHashed(content('a', 19999)));
     EXPECT_TRUE(isHashed(content('a', 20001)));
 }
 
-TEST_F(ContentKeysTest, findsEqualBytesAtAnyAddress) {
+TEST_F(ContentKeys, findsEqualBytesAtAnyAddress) {
     keep(content('a'));
     for (std::size_t shift = 1; shift < 9; ++shift) {
         const std::string memory = std::string(shift, '#') + content('a');
@@ -83,16 +81,16 @@ TEST_F(ContentKeysTest, findsEqualBytesAtAnyAddress) {
     }
 }
 
-TEST_F(ContentKeysTest, alwaysHashesSmallContents) {
-    const std::string bytes = content('a', ContentKeys::kLeastBytes - 1);
+TEST_F(ContentKeys, alwaysHashesSmallContents) {
+    const std::string bytes = content('a', tw::ContentKeys::kLeastBytes - 1);
     for (int i = 0; i < 5; ++i)
         EXPECT_TRUE(isHashed(bytes));
     EXPECT_TRUE(isHashed("TWLUT0"));
     EXPECT_EQ(0U, keys_.keptBytes());
-    keep(content('a', ContentKeys::kLeastBytes));
+    keep(content('a', tw::ContentKeys::kLeastBytes));
 }
 
-TEST_F(ContentKeysTest, keepsTwo_thatTakeTurns) {
+TEST_F(ContentKeys, keepsTwo_thatTakeTurns) {
     for (int i = 0; i < 2; ++i) {
         EXPECT_TRUE(isHashed(content('a')));
         EXPECT_TRUE(isHashed(content('b')));
@@ -101,7 +99,7 @@ TEST_F(ContentKeysTest, keepsTwo_thatTakeTurns) {
     EXPECT_FALSE(isHashed(content('b')));
 }
 
-TEST_F(ContentKeysTest, keepsNone_whenThreeTakeTurns) {
+TEST_F(ContentKeys, keepsNone_whenThreeTakeTurns) {
     for (int i = 0; i < 5; ++i) {
         for (const char letter : {'a', 'b', 'c'})
             EXPECT_TRUE(isHashed(content(letter)));
@@ -109,7 +107,7 @@ TEST_F(ContentKeysTest, keepsNone_whenThreeTakeTurns) {
     EXPECT_EQ(0U, keys_.keptBytes());
 }
 
-TEST_F(ContentKeysTest, dropsTheOldest_forAThird) {
+TEST_F(ContentKeys, dropsTheOldest_forAThird) {
     keep(content('a'));
     keep(content('b'));
     keep(content('c'));
@@ -119,8 +117,8 @@ TEST_F(ContentKeysTest, dropsTheOldest_forAThird) {
     EXPECT_TRUE(isHashed(content('a')));
 }
 
-TEST_F(ContentKeysTest, keepsOneAlone_whereTwoWouldBeTooLarge) {
-    const std::size_t half = ContentKeys::kMostBytes / 2;
+TEST_F(ContentKeys, keepsOneAlone_whereTwoWouldBeTooLarge) {
+    const std::size_t half = tw::ContentKeys::kMostBytes / 2;
     keep(content('a', half));
     keep(content('b', half));
     EXPECT_FALSE(isHashed(content('a', half)));
@@ -129,16 +127,16 @@ TEST_F(ContentKeysTest, keepsOneAlone_whereTwoWouldBeTooLarge) {
     EXPECT_TRUE(isHashed(content('b', half)));
 }
 
-TEST_F(ContentKeysTest, alwaysHashes_whatIsTooLarge) {
-    keep(content('a', ContentKeys::kMostBytes));
-    const std::string bytes = content('b', ContentKeys::kMostBytes + 1);
+TEST_F(ContentKeys, alwaysHashes_whatIsTooLarge) {
+    keep(content('a', tw::ContentKeys::kMostBytes));
+    const std::string bytes = content('b', tw::ContentKeys::kMostBytes + 1);
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(isHashed(bytes));
-    EXPECT_FALSE(isHashed(content('a', ContentKeys::kMostBytes)));
+    EXPECT_FALSE(isHashed(content('a', tw::ContentKeys::kMostBytes)));
 }
 
 // Another thread keeps the content while this one hashes it.
-TEST_F(ContentKeysTest, keepsAContentOnce) {
+TEST_F(ContentKeys, keepsAContentOnce) {
     const std::string bytes = content('a');
     isHashed(bytes);
     atNextHash = [&] {
@@ -150,10 +148,10 @@ TEST_F(ContentKeysTest, keepsAContentOnce) {
 }
 
 TEST(ContentKeysThreads, areRight_whileThreadsMakeEachOthersCopiesGo) {
-    ContentKeys keys;
+    tw::ContentKeys keys;
     std::vector<std::string> contents;
     for (const char letter : {'a', 'b', 'c', 'd'})
-        contents.push_back(content(letter, ContentKeys::kMostBytes / 500));
+        contents.push_back(content(letter, tw::ContentKeys::kMostBytes / 500));
     std::atomic<int> wrong{0};
     std::vector<std::thread> threads;
     for (std::size_t thread = 0; thread < 4; ++thread) {
@@ -162,7 +160,7 @@ TEST(ContentKeysThreads, areRight_whileThreadsMakeEachOthersCopiesGo) {
                 const std::string& bytes = contents[(i / 4 + thread) % contents.size()];
                 const std::uint64_t key = keys.keyOf(bytes.data(), bytes.size());
                 if (key != tw::contentHash(bytes.data(), bytes.size())) ++wrong;
-                if (keys.keptBytes() > ContentKeys::kMostBytes) ++wrong;
+                if (keys.keptBytes() > tw::ContentKeys::kMostBytes) ++wrong;
             }
         });
     }

@@ -10,6 +10,7 @@
 #include "native/src/lut_cache.h"
 #include "native/src/lut_text.h"
 #include "tests/support/luts.h"
+#include "tests/support/row_name.h"
 
 namespace {
 
@@ -138,7 +139,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "not a Tintwell LUT (expected TWLUT2 <id> <size> <lo> <hi> <data>)"},
         Refusal{"BadSize", wide("TWLUT1 1 0 1 AAAA"), "LUT size out of range"},
         Refusal{"Truncated", "TWLUT1 2 0 1 AAAA", "LUT data is truncated"}),
-    [](const auto& row) { return std::string(row.param.name); });
+    twtest::RowName());
 
 TEST(EmbeddedLut, isSilent_withoutErrorString) {
     EXPECT_EQ(nullptr, lookUp("TWLUT1 2 0 1 BBBB"));

@@ -19,8 +19,8 @@ Lut lookUp(const std::string& bytes) {
     return tw::embeddedLut(bytes.data(), bytes.size(), nullptr);
 }
 
-// Looks the bytes up; once the look into the cache was in vain and the decoding has begun, another
-// thread looks them up as well, from beginning to end.
+// Looks the bytes up; after the lookup has missed and the decoding has begun, another thread looks
+// them up as well, from beginning to end.
 Lut lookUpAround(const std::string& bytes, Lut& other) {
     const std::function<void()> atFirstBlock = [&] {
         twtest::tellOfBlocks(nullptr);
@@ -37,7 +37,7 @@ TEST(EmbeddedLutTwice, isFoundWhereItWasKeptFirst) {
     if (!twtest::canFail(twtest::LibraryCall::kNew))
         GTEST_SKIP() << "ThreadSanitizer allocates itself";
     twtest::watchCallsOf(reinterpret_cast<const void*>(&tw::embeddedLut));
-    // Whoever comes first makes the list, while all others wait.
+    // The first lookup makes the list; let that be over.
     lookUp("TWLUT0 to begin with");
     const std::string text = tw::toEmbeddedText(twtest::identityLut(2), 1, "twice");
     Lut first;

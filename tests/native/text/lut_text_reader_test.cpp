@@ -11,6 +11,7 @@
 #include "native/src/lut_text.h"
 #include "tests/support/base64.h"
 #include "tests/support/luts.h"
+#include "tests/support/row_name.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ tw::Lut3D twoPointLut(std::int64_t id, const std::string& name, float lo = 0, fl
     return lut;
 }
 
-// A record that no text leaves as it is.
+// A record of which every field must be reset.
 tw::Lut3D usedLut() {
     tw::Lut3D lut = twtest::scatteredLut(3, 50);
     lut.id = 11;
@@ -148,10 +149,6 @@ TEST_P(ParseEmbeddedTextRefuses, theText) {
     EXPECT_FALSE(tw::parseEmbeddedText(row.text, lut, nullptr)) << "without an error string";
 }
 
-std::string rowName(const ::testing::TestParamInfo<Refusal>& row) {
-    return row.param.name;
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Pattern, ParseEmbeddedTextRefuses,
     ::testing::Values(
@@ -162,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"SignApart", "TWLUTP + 4", kPattern},
         Refusal{"NulBeforeNumber", std::string("TWLUTP\0 4", 9), kPattern},
         Refusal{"NumberPastHead", "TWLUTP" + std::string(90, ' ') + "4", kPattern}),
-    rowName);
+    twtest::RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Form3, ParseEmbeddedTextRefuses,
@@ -178,7 +175,7 @@ INSTANTIATE_TEST_SUITE_P(
                               kNot3},
                       Refusal{"HeaderPastRetry",
                               "TWLUT3 1 n" + std::string(1200, ' ') + "2 0 1 " + kData, kNot3}),
-    rowName);
+    twtest::RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     AnythingElse, ParseEmbeddedTextRefuses,
@@ -194,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"Form2Word", "TWLUT2 1 2 0 - " + kData, kNot2},
         Refusal{"Form1PastHead", "TWLUT1" + std::string(90, ' ') + "2 0 1 " + kData, kNot2},
         Refusal{"Form2PastHead", "TWLUT2 1 2 0" + std::string(90, ' ') + "1 " + kData, kNot2}),
-    rowName);
+    twtest::RowName());
 
 INSTANTIATE_TEST_SUITE_P(
     Size, ParseEmbeddedTextRefuses,
@@ -206,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Refusal{"Form2HundredThirty", "TWLUT2 7 130 0 1 " + kData, kRange, 7},
                       Refusal{"Form3One", "TWLUT3 8 a%20b 1 0 1 " + kData, kRange, 8, "a b"},
                       Refusal{"Form3HundredThirty", "TWLUT3 8 - 130 0 1 " + kData, kRange, 8}),
-    rowName);
+    twtest::RowName());
 
 TEST(ParseEmbeddedText, acceptsSizes_2And129) {
     EXPECT_TRUE(readsAs(twoPointLut(0, ""), "TWLUT1 2 0 1 " + kData));

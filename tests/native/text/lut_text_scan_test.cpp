@@ -161,7 +161,7 @@ TEST(TextName, isDecoded) {
         EXPECT_EQ(row.name, nameOf(row.encoded)) << row.encoded;
 }
 
-// All pairs after "%", also those on which the library's scanner has its own opinion.
+// All pairs after "%", also those that the library's scanner takes differently.
 TEST(TextName, isDecodedLikeOracle_forEveryEscape) {
     const std::string letters = "09aAfFgGxX+-%._~\x01\x80\xFF";
     for (const char first : letters) {

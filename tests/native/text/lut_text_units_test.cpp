@@ -11,6 +11,7 @@
 #include "native/src/lut_text.h"
 #include "tests/support/base64.h"
 #include "tests/support/luts.h"
+#include "tests/support/row_name.h"
 
 namespace {
 
@@ -73,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"BigEndian", std::string(1, '\0') + wide("TWLUT0").substr(0, 11), ""},
         Row{"LittleEndianBom", "\xFF\xFE" + wide("TWLUT0"), ""},
         Row{"Utf8Bom", "\xEF\xBB\xBFTWLUT0", ""}, Row{"Zeros", std::string(12, '\0'), ""}),
-    [](const auto& row) { return std::string(row.param.name); });
+    twtest::RowName());
 
 TEST(EmbeddedText, isEmpty_withoutPointer) {
     EXPECT_EQ("", tw::embeddedText(nullptr, 0));

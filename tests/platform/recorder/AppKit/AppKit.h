@@ -1,5 +1,5 @@
-// The part of AppKit that dialogs.mm uses, without windows: what is asked of it is written down,
-// and a test plays the user. In our own words; behind it stands recorder.mm.
+// The part of AppKit that dialogs.mm uses, without windows: it records each message, and the
+// test gives the user's answers. Declared in our own words; recorder.mm implements it.
 #pragma once
 
 #import <Foundation/Foundation.h>

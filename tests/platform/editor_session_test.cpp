@@ -1,5 +1,5 @@
-// An editor's whole way through the plug-in, in real windows: the module, the simulated host, and a
-// robot at the dialogs.
+// An editor's whole session with the plug-in, in real windows: the module, the simulated host, and
+// a robot at the dialogs.
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -7,6 +7,7 @@
 #include "host_sim/host.h"
 #include "tests/platform/robot.h"
 #include "tests/platform/screen.h"
+#include "tests/support/parameters.h"
 
 namespace {
 
@@ -14,16 +15,17 @@ using host_sim::Frame;
 using host_sim::Host;
 using host_sim::Instance;
 using twtest::Dialog;
+using twtest::kEditButton;
+using twtest::kLut;
+using twtest::kLutButton;
 using twtest::Robot;
 
 namespace fs = std::filesystem;
 
-enum Index { kLut = 2, kLutButton = 3, kEditButton = 4 };
-
 // The robot looks 50 times a second.
 constexpr int kLooksUntilDrawn = 15;
 
-class Story : public twtest::ScreenTest {
+class EditorSession : public twtest::ScreenTest {
 protected:
     void SetUp() override {
         ScreenTest::SetUp();
@@ -86,7 +88,7 @@ protected:
     }
 };
 
-TEST_F(Story, showsSavesLoadsAndEditsAPickedLut) {
+TEST_F(EditorSession, showsSavesLoadsAndEditsAPickedLut) {
     const std::string project = home() / "film.project";
     std::vector<std::uint8_t> graded;
     {
@@ -98,14 +100,14 @@ TEST_F(Story, showsSavesLoadsAndEditsAPickedLut) {
         EXPECT_EQ(rendered(host, effect), picture(host).pixelBytes());
         EXPECT_FALSE(effect.needsRender());
 
-        pickLut(effect, "bleach-bypass.cube", "story-open-panel");
+        pickLut(effect, "bleach-bypass.cube", "session-open-panel");
         EXPECT_EQ(effect.label(kLutButton), "bleach-bypass.cube");
         EXPECT_TRUE(effect.needsRender());
         graded = rendered(host, effect);
         EXPECT_NE(graded, picture(host).pixelBytes());
         host.save(effect, project);
     }
-    // The project needs no file but itself.
+    // The project must not need the .cube file.
     fs::rename(home() / "Documents", home() / "elsewhere");
 
     Host host(TINTWELL_MODULE, host_sim::premierePro());
@@ -115,7 +117,7 @@ TEST_F(Story, showsSavesLoadsAndEditsAPickedLut) {
     EXPECT_EQ(effect.label(kLutButton), "bleach-bypass.cube");
     EXPECT_EQ(rendered(host, effect), graded);
 
-    const std::vector<std::string> said = pressEdit(effect, "story-alert");
+    const std::vector<std::string> said = pressEdit(effect, "session-alert");
     ASSERT_GE(said.size(), 2u);
     EXPECT_EQ(said[0], "Tintwell");
     EXPECT_NE(said[1].find("so there is no match to open"), std::string::npos) << said[1];
@@ -128,7 +130,7 @@ TEST_F(Story, showsSavesLoadsAndEditsAPickedLut) {
     EXPECT_TRUE(request().starts_with("{\"id\":20261120,\"name\":\"golden-hour\",\"at\":"));
 }
 
-TEST_F(Story, requestsAMatchWithQuotesInItsName_inAfterEffects) {
+TEST_F(EditorSession, requestsAMatchWithQuotesInItsName_inAfterEffects) {
     Host host(TINTWELL_MODULE, host_sim::afterEffects());
     host.start();
     Instance& effect = host.apply();
@@ -138,7 +140,7 @@ TEST_F(Story, requestsAMatchWithQuotesInItsName_inAfterEffects) {
     EXPECT_TRUE(request().starts_with(R"({"id":42,"name":"Dusk \"two\"","at":)")) << request();
 }
 
-TEST_F(Story, refusesAnUnreadableFile_withAnAlert) {
+TEST_F(EditorSession, refusesAnUnreadableFile_withAnAlert) {
     write("Documents/Tintwell LUTs/broken.cube", "LUT_3D_SIZE 2\n");
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
@@ -160,7 +162,7 @@ TEST_F(Story, refusesAnUnreadableFile_withAnAlert) {
 }
 
 // In a session for each command, as a user at a terminal works, with the keyboard.
-TEST_F(Story, pressesAndRenders_inTintwellHost) {
+TEST_F(EditorSession, pressesAndRenders_inTintwellHost) {
     const std::string script = "cd '" + home().path() +
                                "' && host() { '" TINTWELL_HOST "' --home '" + home().path() +
                                R"(' "$@"; }
@@ -179,7 +181,7 @@ TEST_F(Story, pressesAndRenders_inTintwellHost) {
     EXPECT_EQ(twtest::readFile(home() / "said"), "The LUT button says \"bleach-bypass.cube\".\n");
 }
 
-TEST_F(Story, rendersOnOtherThreads_whileADialogIsOpen) {
+TEST_F(EditorSession, rendersOnOtherThreads_whileADialogIsOpen) {
     Host host(TINTWELL_MODULE, host_sim::premierePro());
     host.start();
     Instance& effect = host.apply();

@@ -1,4 +1,4 @@
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/stand_in_dialogs.h"
 
 #include <mutex>
 

@@ -1,4 +1,4 @@
-#include "tests/effect/held_lock.h"
+#include "tests/support/held_lock.h"
 
 #include "native/src/export.h"
 #include "native/src/mutex.h"

@@ -7,7 +7,7 @@
 #include "host_sim/values/frame.h"
 #include "host_sim/values/personality.h"
 
-namespace effect_test {
+namespace twtest {
 
 struct HostFormat {
     const char* name;  // in the log
@@ -27,12 +27,4 @@ inline void PrintTo(const HostFormat& format, std::ostream* out) {
     *out << format.name;
 }
 
-// Names the cases of a parameterised suite.
-struct FormatName {
-    template <class Info>
-    std::string operator()(const Info& info) const {
-        return info.param.name;
-    }
-};
-
-}  // namespace effect_test
+}  // namespace twtest

@@ -8,36 +8,21 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "host_sim/host.h"
-#include "tests/effect/tested_module.h"
+#include "tests/support/effect_log.h"
+#include "tests/support/parameters.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/tested_module.h"
 
-namespace effect_test {
+namespace twtest {
 
-using Lines = std::vector<std::string>;
 using Bytes = std::vector<std::uint8_t>;
 
-// Places of the parameters in the host's array.
-inline constexpr int kAmount = 1;
-inline constexpr int kLut = 2;
-inline constexpr int kLutButton = 3;
-inline constexpr int kEditButton = 4;
-
-// Length of a log line's time and the two blanks after it.
-inline constexpr std::size_t kStampLength = 21;
-
-// The lines of a log file, each without its time; a line too short to have one is kept whole.
-inline Lines readLog(const std::string& file) {
-    Lines lines;
-    std::istringstream text(twtest::readFile(file));
-    for (std::string line; std::getline(text, line);)
-        lines.push_back(line.size() < kStampLength ? line : line.substr(kStampLength));
-    return lines;
-}
+// The out-flags of a press that has stored a new value.
+inline constexpr PF_OutFlags kRefresh = PF_OutFlag_REFRESH_UI | PF_OutFlag_FORCE_RERENDER;
 
 // An out_data record in which whatever a command writes shows: no field is zero, but the message
 // ends, as it must.
@@ -57,18 +42,19 @@ inline bool sameBytes(const PF_OutData& a, const PF_OutData& b) {
 class EffectTest : public ::testing::Test {
 protected:
     // Loads the module. Nothing is called yet.
-    host_sim::Host& open(const host_sim::Personality& personality) {
-        host = std::make_unique<host_sim::Host>(twtest::testedModule(), personality);
+    host_sim::Host& openHost(const host_sim::Personality& personality,
+                             const std::string& module = testedModule()) {
+        host = std::make_unique<host_sim::Host>(module, personality);
         return *host;
     }
 
     // A host that has registered and set up the effect, and one applied instance.
     host_sim::Instance& start(const host_sim::Personality& personality = host_sim::afterEffects()) {
-        open(personality).start();
+        openHost(personality).start();
         return host->apply();
     }
 
-    void close() {
+    void closeHost() {
         if (!host) return;
         host->outPreset() = {};
         host->refusals().clear();
@@ -76,11 +62,11 @@ protected:
         host.reset();
     }
 
-    void TearDown() override { close(); }
+    void TearDown() override { closeHost(); }
 
     // What was logged since the last call, or since the test began.
     Lines newLogLines() {
-        const Lines all = readLog(logFile());
+        const Lines all = logLines(home);
         const Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(linesSeen_), all.end());
         linesSeen_ = all.size();
         return fresh;
@@ -88,11 +74,11 @@ protected:
 
     std::string logFile() const { return home.dataFile("effect.log"); }
 
-    const twtest::TempHome home;
+    const TempHome home;
     std::unique_ptr<host_sim::Host> host;
 
 private:
     std::size_t linesSeen_ = 0;
 };
 
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,4 +1,4 @@
-// The module that a test program is about: the one that it was built with, or, for the macOS
+// The module under test: the one that it was built with, or, for the macOS
 // bundle's code, the one that the environment variable TINTWELL_TEST_MODULE names.
 #pragma once
 

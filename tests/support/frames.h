@@ -1,4 +1,4 @@
-// Frames with something in them, and what the engine makes of them.
+// Random frames, and what the engine makes of them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include "native/src/lut_engine.h"
 #include "tests/support/random.h"
 
-namespace effect_test {
+namespace twtest {
 
 inline bool isFloat(const host_sim::Frame& frame) {
     return frame.format() == PrPixelFormat_BGRA_4444_32f;
@@ -20,7 +20,7 @@ inline bool isFloat(const host_sim::Frame& frame) {
 
 // Any byte, and floats from -0.25 to 1.25.
 inline void scatter(host_sim::Frame& frame, std::uint64_t seed) {
-    twtest::Random random(seed);
+    Random random(seed);
     for (int y = 0; y < frame.height(); ++y) {
         for (int x = 0; x < frame.width(); ++x) {
             if (isFloat(frame)) {
@@ -96,4 +96,4 @@ inline ::testing::AssertionResult samePixels(const host_sim::Frame& expected,
     return ::testing::AssertionSuccess();
 }
 
-}  // namespace effect_test
+}  // namespace twtest

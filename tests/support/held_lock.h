@@ -1,4 +1,4 @@
-// A look at the locks of the module TintwellStandIn, from outside.
+// Access to the lock check of the module TintwellStandIn.
 #pragma once
 
 // Name of a lock of the module that the calling thread holds; null: none, or locks are not checked.

@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "native/src/lut_text.h"
-#include "tests/effect/effect_fixture.h"
 #include "tests/support/base64.h"
+#include "tests/support/effect_fixture.h"
 #include "tests/support/luts.h"
 
-namespace effect_test {
+namespace twtest {
 
 inline Bytes bytesOf(const std::string& text) {
     return Bytes(text.begin(), text.end());
@@ -45,7 +45,7 @@ inline Bytes emptyLut() {
 // Two points an axis, all of them (0.25, 0.25, 0.25): code 0 stands for just that.
 inline std::string quarterText() {
     const std::vector<std::uint16_t> codes(24, 0);
-    return "TWLUT3 0 - 2 0.25 1.25 " + twtest::encodeCodes(codes);
+    return "TWLUT3 0 - 2 0.25 1.25 " + encodeCodes(codes);
 }
 
 // Two points an axis, the one at (r, g, b) holding (g, b, r): red becomes what green was, green
@@ -57,13 +57,13 @@ inline std::string rotationText() {
         for (const bool value : {g, b, r})
             codes.push_back(value ? 65535 : 0);
     }
-    return "TWLUT3 7 Turn 2 0 1 " + twtest::encodeCodes(codes);
+    return "TWLUT3 7 Turn 2 0 1 " + encodeCodes(codes);
 }
 
-// A LUT whose points have nothing to do with one another.
+// A LUT of random points.
 inline std::string scatteredText(int size, std::uint64_t seed, long id = 0,
                                  const std::string& name = "") {
-    return tw::toEmbeddedText(twtest::scatteredLut(size, seed), id, name);
+    return tw::toEmbeddedText(scatteredLut(size, seed), id, name);
 }
 
 inline tw::Lut3D parsed(const std::string& text) {
@@ -73,4 +73,4 @@ inline tw::Lut3D parsed(const std::string& text) {
     return lut;
 }
 
-}  // namespace effect_test
+}  // namespace twtest

@@ -1,9 +1,9 @@
-// What the module TintwellStandIn has beside the effect, once it is loaded.
+// What the loaded module TintwellStandIn exports for tests.
 #pragma once
 
 #include "host_sim/module.h"
-#include "tests/effect/held_lock.h"
-#include "tests/effect/stand_in_dialogs.h"
+#include "tests/support/held_lock.h"
+#include "tests/support/stand_in_dialogs.h"
 
 namespace twtest {
 

@@ -1,4 +1,5 @@
-// Stands in for the native dialogs in the module TintwellStandIn: a test plays the user.
+// Stands in for the native dialogs in the module TintwellStandIn: the test gives the user's
+// answers.
 #pragma once
 
 #include <functional>
