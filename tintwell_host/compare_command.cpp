@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "tintwell_host/commands.h"
+#include "tintwell_host/subcommands.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/picture.h"
 
