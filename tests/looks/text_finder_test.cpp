@@ -175,6 +175,23 @@ TEST(TextFinder, takesTheMarkWithinDataForData) {
     EXPECT_EQ(told(text), text + " at 0\n");
 }
 
+TEST(TextFinder, takesTheMarkForData_whereBlanksDivideIt) {
+    std::string text = textOf(6, 12);
+    text.replace(200, 6, "TWLUT3");
+    std::string broken = text;
+    broken.insert(206, " ");
+    broken.insert(203, " ");
+    EXPECT_EQ(told(broken), text + " at 0\n");
+}
+
+TEST(TextFinder, endsAWideText_withAUnitThatHoldsMoreThanAByte) {
+    const std::string text = textOf(6, 12);
+    const std::vector<FoundText> texts =
+        find(wide(text.substr(0, 300)) + "A\x02" + wide(text.substr(300)));
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0].text, text.substr(0, 300));
+}
+
 TEST(TextFinder, reportsWhatCannotBeRead) {
     EXPECT_EQ(told("TWLUT7 hello"), "TWLUT7 at 0\n");
     EXPECT_EQ(told("TWLUT3 nothing at all<"), "TWLUT3 nothing at all at 0\n");
