@@ -76,7 +76,9 @@ void expectValue(const json& vector) {
     EXPECT_EQ(message, vector.value("message", ""));
     const std::string reads = vector["reads"];
     ASSERT_EQ(lut != nullptr, reads == "lut" || reads == "pattern");
-    if (reads == "pattern") EXPECT_EQ(lut->probe, vector["size"].get<int>());
+    if (reads == "pattern") {
+        EXPECT_EQ(lut->probe, vector["size"].get<int>());
+    }
     if (reads == "lut") expectLut(vector, *lut);
 }
 
@@ -224,9 +226,13 @@ TEST(PanelVectors, requests_are_written_so_by_the_effect_and_read_so) {
         EXPECT_EQ(stateOf(request), vector["state"].get<std::string>());
         EXPECT_EQ(request.id, vector.contains("id") ? numberOf(vector["id"]) : 0);
         ASSERT_EQ(request.name.has_value(), vector.contains("name"));
-        if (request.name) EXPECT_EQ(*request.name, nameOf(vector));
+        if (request.name) {
+            EXPECT_EQ(*request.name, nameOf(vector));
+        }
         ASSERT_EQ(request.at.has_value(), vector.contains("at"));
-        if (request.at) EXPECT_EQ(*request.at, numberOf(vector["at"]));
+        if (request.at) {
+            EXPECT_EQ(*request.at, numberOf(vector["at"]));
+        }
     }
     EXPECT_GT(vectors.size(), 25u);
 }
