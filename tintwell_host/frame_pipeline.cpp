@@ -6,6 +6,7 @@
 #include <tbb/parallel_pipeline.h>
 
 #include <atomic>
+#include <mutex>
 
 namespace program {
 namespace {
@@ -31,22 +32,25 @@ void runFrames(const std::vector<FrameTask>& tasks, int threads,
     shareThreads(static_cast<int>(inFlight));
     const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, inFlight);
     std::atomic<bool> goesOn{true};
-    std::size_t next = 0;
+    std::atomic<std::size_t> next{0};
+    std::mutex taking;
     const auto begin = [&](tbb::flow_control& control) {
-        if (next < tasks.size() && goesOn && mayBegin()) return next++;
+        const std::size_t task = next;
+        if (task < tasks.size() && goesOn && mayBegin()) return next++;
         control.stop();
-        return next;
+        return task;
     };
-    const auto finish = [&](const FrameResult& result) {
+    const auto work = [&](std::size_t task) {
+        const FrameResult result = render(tasks[task]);
+        const std::lock_guard lock(taking);
         if (!take(result)) goesOn = false;
     };
     using tbb::filter_mode;
     tbb::parallel_pipeline(
-        inFlight,
-        tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, begin) &
-            tbb::make_filter<std::size_t, FrameResult>(
-                filter_mode::parallel, [&](std::size_t task) { return render(tasks[task]); }) &
-            tbb::make_filter<FrameResult, void>(filter_mode::serial_out_of_order, finish));
+        inFlight, tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, begin) &
+                      tbb::make_filter<std::size_t, void>(filter_mode::parallel, work));
+    // The caller sees all that take() did, whatever the library's own threads order.
+    const std::lock_guard lock(taking);
 }
 
 }  // namespace program
