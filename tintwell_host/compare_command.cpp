@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <limits>
 
-#include "tintwell_host/subcommands.h"
 #include "tintwell_host/failure.h"
 #include "tintwell_host/picture.h"
+#include "tintwell_host/subcommands.h"
 
 namespace program {
 namespace {

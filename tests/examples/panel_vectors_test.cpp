@@ -82,14 +82,14 @@ void expectValue(const json& vector) {
     if (reads == "lut") expectLut(vector, *lut);
 }
 
-TEST(PanelVectors, values_are_read_so_by_the_effect) {
+TEST(PanelVectors, valuesAreReadSoByTheEffect) {
     const json values = indexOf("texts")["values"];
     for (const json& vector : values)
         expectValue(vector);
     EXPECT_GT(values.size(), 50u);
 }
 
-TEST(PanelVectors, values_show_every_message_of_the_reader) {
+TEST(PanelVectors, valuesShowEveryMessageOfTheReader) {
     std::set<std::string> messages;
     const json values = indexOf("texts")["values"];
     for (const json& vector : values)
@@ -103,7 +103,7 @@ TEST(PanelVectors, values_show_every_message_of_the_reader) {
                             "parameter does not hold TWLUT text"}));
 }
 
-TEST(PanelVectors, texts_are_written_so_by_the_effect) {
+TEST(PanelVectors, textsAreWrittenSoByTheEffect) {
     const json written = indexOf("texts")["written"];
     for (const json& vector : written) {
         SCOPED_TRACE(vector["about"]);
@@ -167,7 +167,7 @@ void expectPicture(const json& vector) {
     EXPECT_EQ(vector["rows"].get<int>(), rows);
 }
 
-TEST(PanelVectors, patterns_are_drawn_so_by_the_effect) {
+TEST(PanelVectors, patternsAreDrawnSoByTheEffect) {
     const json patterns = indexOf("patterns")["patterns"];
     for (const json& vector : patterns) {
         SCOPED_TRACE(vector["file"]);
@@ -178,7 +178,7 @@ TEST(PanelVectors, patterns_are_drawn_so_by_the_effect) {
     EXPECT_GT(patterns.size(), 4u);
 }
 
-TEST(PanelVectors, graded_patterns_are_measured_so) {
+TEST(PanelVectors, gradedPatternsAreMeasuredSo) {
     const json measured = indexOf("patterns")["measured"];
     ASSERT_FALSE(measured.empty());
     for (const json& vector : measured) {
@@ -211,7 +211,7 @@ std::string stateOf(const looks::EditRequest& request) {
     return "";
 }
 
-TEST(PanelVectors, requests_are_written_so_by_the_effect_and_read_so) {
+TEST(PanelVectors, requestsAreWrittenSoByTheEffectAndReadSo) {
     const json vectors = indexOf("requests")["requests"];
     for (const json& vector : vectors) {
         SCOPED_TRACE(vector["file"]);

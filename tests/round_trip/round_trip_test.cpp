@@ -186,7 +186,7 @@ double storedWithin(const tw::Lut3D& lut) {
     return (static_cast<double>(*hi) - static_cast<double>(*lo)) / 65535.0 / 2.0 * 255.0 + 1e-3;
 }
 
-TEST_P(RoundTripFloat, costs_no_more_than_interpolation) {
+TEST_P(RoundTripFloat, costsNoMoreThanInterpolation) {
     const Picture photo = photograph();
     const auto measurement = measured();
     if (!measurement) GTEST_SKIP() << GetParam().grade->program << " is not here";
@@ -202,7 +202,7 @@ TEST_P(RoundTripFloat, costs_no_more_than_interpolation) {
     EXPECT_GT(differenceOf(photo.floats, graded.floats).mean, 2.0) << "the grade changes little";
 }
 
-TEST_P(RoundTrip8Bits, looks_the_same) {
+TEST_P(RoundTrip8Bits, looksTheSame) {
     const Picture photo = photograph();
     const auto measurement = measured();
     if (!measurement) GTEST_SKIP() << GetParam().grade->program << " is not here";
