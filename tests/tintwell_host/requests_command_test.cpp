@@ -87,8 +87,8 @@ TEST_F(RequestsCommand, watches_untilItIsInterrupted) {
     };
     const std::string line = tw_effect::editRequestLine(1, "one", kTime);
     const std::string script =
-        write("first", line) + "'" TINTWELL_HOST "' " + here_ + "requests >lines 2>complaints & " +
-        "watcher=$!; " + waitFor(1) + write("same", line) +
+        write("first", line) + ": >lines; '" TINTWELL_HOST "' " + here_ +
+        "requests >>lines 2>complaints & " + "watcher=$!; " + waitFor(1) + write("same", line) +
         write("part", "{\"id\":2,\"name\":\"t") + write("foreign", "x\n") +
         write("second", tw_effect::editRequestLine(2, "two", kTime)) + waitFor(2) +
         write("again", tw_effect::editRequestLine(2, "two", kTime + 1000)) + waitFor(3) +

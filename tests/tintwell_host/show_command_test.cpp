@@ -74,7 +74,7 @@ TEST_F(ShowCommand, takesAPictureOfOnesOwn) {
     runWell("show negative.cube --picture other.png -o other.svg");
     EXPECT_NE(twtest::readFile(file("other.svg")), sheet("negative.cube"));
     runWrong("show negative.cube --picture missing.png -o sheet.svg",
-             "cannot read 'missing.png': Could not open file \"missing.png\"");
+             "cannot read 'missing.png': No such file or directory");
 }
 
 TEST_F(ShowCommand, comparesTwoLooks) {
