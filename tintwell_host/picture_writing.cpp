@@ -91,6 +91,14 @@ void encode(const std::string& path, const Picture& picture, const WriteOptions&
     if (!written) fail(path, out->geterror());
 }
 
+// The header's file name, by SMPTE 268M: the writer's name for the memory that it wrote into, which
+// is another one in each thread. Zeros stand for no name.
+void eraseDpxName(std::string& bytes) {
+    constexpr std::size_t kPlace = 36;
+    constexpr std::size_t kLength = 100;
+    bytes.replace(kPlace, kLength, kLength, '\0');
+}
+
 bool isNumber(const std::string& text, int least, int most) {
     int value = 0;
     return OIIO::Strutil::string_is_int(text) && (value = OIIO::Strutil::stoi(text)) >= least &&
@@ -143,7 +151,9 @@ std::string encodePicture(const std::string& path, const Picture& picture,
                           const WriteOptions& options) {
     const MemoryFile memory;
     encode(path, picture, options, memory.path());
-    return readText(memory.path());
+    std::string bytes = readText(memory.path());
+    if (extensionOf(path) == "dpx") eraseDpxName(bytes);
+    return bytes;
 }
 
 void writePicture(const std::string& path, const Picture& picture, const WriteOptions& options) {
