@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "native/src/lut_file.h"
+#include "native/src/judge_cube.h"
 
 namespace tw_effect {
 

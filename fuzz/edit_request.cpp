@@ -6,7 +6,7 @@
 #include "effect/edit_request_line.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
-#include "looks/edit_request.h"
+#include "looks/edit_request_reader.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Any bytes as the markup of a project. Places are those of elements that were begun, and asking
 // for the names of any object comes to an end.
-#include "tintwell_host/project_markup.h"
+#include "tintwell_host/look_files/project_markup.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <iterator>
 
+#include "looks/cube_refusal.h"
 #include "looks/notes.h"
-#include "looks/refusal.h"
-#include "native/src/lut_file.h"
+#include "native/src/judge_cube.h"
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
 

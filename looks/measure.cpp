@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "looks/pattern/cells.h"
-#include "looks/pattern/refusal.h"
+#include "looks/pattern/rejection.h"
 
 namespace looks {
 namespace {

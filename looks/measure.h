@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "looks/picture.h"
+#include "looks/picture_view.h"
 #include "native/src/lut_engine.h"
 
 namespace looks {

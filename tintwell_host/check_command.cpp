@@ -2,10 +2,10 @@
 #include <nlohmann/json.hpp>
 
 #include "looks/words.h"
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
 #include "tintwell_host/look_commands.h"
-#include "tintwell_host/look_file.h"
-#include "tintwell_host/table.h"
+#include "tintwell_host/look_files/look_file.h"
+#include "tintwell_host/look_files/table.h"
 
 namespace program {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <limits>
 
-#include "tintwell_host/failure.h"
-#include "tintwell_host/picture.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/picture.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "native/src/paths.h"
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
 
 namespace program {
 namespace {

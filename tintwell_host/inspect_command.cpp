@@ -1,9 +1,9 @@
 #include <cstdio>
 
 #include "host_sim/values/error.h"
-#include "tintwell_host/cube_file.h"
-#include "tintwell_host/failure.h"
-#include "tintwell_host/output_file.h"
+#include "tintwell_host/files/cube_file.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "looks/words.h"
-#include "tintwell_host/extracted_looks.h"
 #include "tintwell_host/look_commands.h"
-#include "tintwell_host/look_search.h"
-#include "tintwell_host/table.h"
+#include "tintwell_host/look_files/extracted_looks.h"
+#include "tintwell_host/look_files/look_search.h"
+#include "tintwell_host/look_files/table.h"
 
 namespace program {
 namespace {

@@ -6,7 +6,7 @@
 #include <new>
 
 #include "platform/mac/application.h"
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
 #include "tintwell_host/home.h"
 #include "tintwell_host/look_commands.h"
 #include "tintwell_host/subcommands.h"

@@ -6,10 +6,10 @@
 
 #include "looks/measure.h"
 #include "native/src/lut_text.h"
-#include "tintwell_host/cube_file.h"
-#include "tintwell_host/failure.h"
-#include "tintwell_host/frame_size.h"
-#include "tintwell_host/output_file.h"
+#include "tintwell_host/files/cube_file.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/frame_size.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {

@@ -1,4 +1,4 @@
-#include "tintwell_host/frame_size.h"
+#include "tintwell_host/files/frame_size.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {

@@ -3,15 +3,15 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "tintwell_host/clip_job.h"
-#include "tintwell_host/cube_file.h"
-#include "tintwell_host/failure.h"
-#include "tintwell_host/fingerprint.h"
-#include "tintwell_host/frame_pipeline.h"
-#include "tintwell_host/frame_renderer.h"
-#include "tintwell_host/job_record.h"
-#include "tintwell_host/output_file.h"
-#include "tintwell_host/stop_request.h"
+#include "tintwell_host/clips/clip_job.h"
+#include "tintwell_host/files/cube_file.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/output_file.h"
+#include "tintwell_host/jobs/fingerprint.h"
+#include "tintwell_host/jobs/frame_pipeline.h"
+#include "tintwell_host/jobs/frame_renderer.h"
+#include "tintwell_host/jobs/job_record.h"
+#include "tintwell_host/jobs/stop_request.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {
@@ -92,17 +92,6 @@ void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions&
 }
 
 }  // namespace
-
-Depth chosenDepth(const std::string& depth, const std::string& host) {
-    if (depth != "float") return Depth::k8;
-    if (host == "ae") {
-        throw Failure(
-            "After Effects gives this effect 8 bits a channel: "
-            "use --depth 8, or --host premiere for float",
-            Exit::kWrongUsage);
-    }
-    return Depth::kFloat;
-}
 
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);

@@ -4,10 +4,10 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "looks/edit_request.h"
+#include "looks/edit_request_reader.h"
 #include "native/src/file.h"
 #include "native/src/paths.h"
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
 #include "tintwell_host/subcommands.h"
 
 namespace program {

@@ -1,11 +1,11 @@
 #include <cstdio>
 
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/look_commands.h"
-#include "tintwell_host/look_file.h"
-#include "tintwell_host/output_file.h"
-#include "tintwell_host/scene.h"
-#include "tintwell_host/sheet.h"
+#include "tintwell_host/look_files/look_file.h"
+#include "tintwell_host/sheets/scene.h"
+#include "tintwell_host/sheets/sheet.h"
 
 namespace program {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "looks/picture.h"
+#include "looks/picture_view.h"
 
 namespace looks {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "looks/picture.h"
+#include "looks/picture_view.h"
 
 namespace looks {
 

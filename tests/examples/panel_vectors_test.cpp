@@ -8,13 +8,13 @@
 #include <set>
 
 #include "effect/edit_request_line.h"
-#include "looks/edit_request.h"
+#include "looks/edit_request_reader.h"
 #include "looks/measure.h"
 #include "native/src/lut_cache.h"
 #include "native/src/lut_engine.h"
 #include "native/src/lut_text.h"
 #include "tests/support/temp_folder.h"
-#include "tintwell_host/picture.h"
+#include "tintwell_host/files/picture.h"
 
 namespace {
 

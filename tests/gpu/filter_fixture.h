@@ -15,7 +15,7 @@
 #include "tests/software_metal/settled.h"
 #include "tests/support/effect_log.h"
 #include "tests/support/luts.h"
-#include "tests/support/parameters.h"
+#include "tests/support/parameter_indices.h"
 #include "tests/support/random.h"
 
 namespace twtest {

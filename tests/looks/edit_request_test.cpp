@@ -1,4 +1,4 @@
-#include "looks/edit_request.h"
+#include "looks/edit_request_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "looks/measure.h"
-#include "looks/pattern/refusal.h"
+#include "looks/pattern/rejection.h"
 #include "tests/looks/pattern_pictures.h"
 
 namespace {

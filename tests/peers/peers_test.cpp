@@ -10,10 +10,10 @@
 #include "tests/peers/peer.h"
 #include "tests/support/row_name.h"
 #include "tests/support/temp_folder.h"
-#include "tintwell_host/cube_file.h"
-#include "tintwell_host/effect_session.h"
+#include "tintwell_host/files/cube_file.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/home.h"
-#include "tintwell_host/output_file.h"
+#include "tintwell_host/session/effect_session.h"
 
 namespace {
 

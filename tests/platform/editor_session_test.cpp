@@ -7,7 +7,7 @@
 #include "host_sim/host.h"
 #include "tests/platform/robot.h"
 #include "tests/platform/screen.h"
-#include "tests/support/parameters.h"
+#include "tests/support/parameter_indices.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tintwell_host/picture.h"
+#include "tintwell_host/files/picture.h"
 
 namespace round_trip {
 

@@ -15,8 +15,8 @@
 #include "native/src/lut_text.h"
 #include "tests/round_trip/grades.h"
 #include "tests/support/temp_folder.h"
-#include "tintwell_host/effect_session.h"
 #include "tintwell_host/home.h"
+#include "tintwell_host/session/effect_session.h"
 
 namespace round_trip {
 namespace {

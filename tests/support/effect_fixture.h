@@ -13,7 +13,7 @@
 
 #include "host_sim/host.h"
 #include "tests/support/effect_log.h"
-#include "tests/support/parameters.h"
+#include "tests/support/parameter_indices.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/tested_module.h"
 

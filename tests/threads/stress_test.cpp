@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/threads/worker.h"
+#include "tests/threads/stress_worker.h"
 
 namespace stress {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "tests/support/frames.h"
-#include "tests/threads/worker.h"
+#include "tests/threads/stress_worker.h"
 
 namespace stress {
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/request_line.h"
-#include "tests/threads/worker.h"
+#include "tests/threads/stress_worker.h"
 
 namespace stress {
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/texts.h"
-#include "tests/threads/worker.h"
+#include "tests/threads/stress_worker.h"
 
 namespace stress {
 

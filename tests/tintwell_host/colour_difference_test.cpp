@@ -1,4 +1,4 @@
-#include "tintwell_host/colour_difference.h"
+#include "tintwell_host/sheets/colour_difference.h"
 
 #include <gtest/gtest.h>
 

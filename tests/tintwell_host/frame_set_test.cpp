@@ -1,9 +1,9 @@
-#include "tintwell_host/frame_set.h"
+#include "tintwell_host/jobs/frame_set.h"
 
 #include <gtest/gtest.h>
 
-#include "tintwell_host/failure.h"
-#include "tintwell_host/sequence.h"
+#include "tintwell_host/files/failure.h"
+#include "tintwell_host/jobs/sequence.h"
 
 namespace program_test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "native/src/lut_text.h"
 #include "tests/tintwell_host/program_fixture.h"
-#include "tintwell_host/cube_file.h"
+#include "tintwell_host/files/cube_file.h"
 
 namespace program_test {
 namespace {

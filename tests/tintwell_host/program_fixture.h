@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/support/temp_folder.h"
-#include "tintwell_host/picture.h"
+#include "tintwell_host/files/picture.h"
 
 namespace program_test {
 

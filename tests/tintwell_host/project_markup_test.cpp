@@ -1,4 +1,4 @@
-#include "tintwell_host/project_markup.h"
+#include "tintwell_host/look_files/project_markup.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "tintwell_host/sheet_pictures.h"
+#include "tintwell_host/sheets/sheet_pictures.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/looks/cubes.h"
-#include "tintwell_host/scene.h"
+#include "tintwell_host/sheets/scene.h"
 
 namespace program_test {
 namespace {

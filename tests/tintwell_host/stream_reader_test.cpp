@@ -1,4 +1,4 @@
-#include "tintwell_host/stream_reader.h"
+#include "tintwell_host/look_files/stream_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -12,7 +12,7 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
-#include "tintwell_host/failure.h"
+#include "tintwell_host/files/failure.h"
 
 namespace program {
 

@@ -1,4 +1,4 @@
-#include "tintwell_host/clip_job.h"
+#include "tintwell_host/clips/clip_job.h"
 
 #include <tbb/global_control.h>
 #include <tbb/parallel_pipeline.h>
@@ -10,12 +10,12 @@
 #include <set>
 
 #include "tintwell_host/clips/clip_writer.h"
-#include "tintwell_host/frame_pipeline.h"
-#include "tintwell_host/frame_set.h"
-#include "tintwell_host/job_record.h"
-#include "tintwell_host/output_file.h"
-#include "tintwell_host/sequence.h"
-#include "tintwell_host/stop_request.h"
+#include "tintwell_host/files/output_file.h"
+#include "tintwell_host/jobs/frame_pipeline.h"
+#include "tintwell_host/jobs/frame_set.h"
+#include "tintwell_host/jobs/job_record.h"
+#include "tintwell_host/jobs/sequence.h"
+#include "tintwell_host/jobs/stop_request.h"
 
 namespace program {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tintwell_host/clips/av.h"
-#include "tintwell_host/picture.h"
+#include "tintwell_host/files/picture.h"
 
 namespace program {
 

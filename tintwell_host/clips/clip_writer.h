@@ -7,7 +7,7 @@
 
 #include "tintwell_host/clips/clip_picture.h"
 #include "tintwell_host/clips/clip_reader.h"
-#include "tintwell_host/output_file.h"
+#include "tintwell_host/files/output_file.h"
 
 namespace program {
 

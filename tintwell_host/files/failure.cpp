@@ -1,0 +1,24 @@
+#include "tintwell_host/files/failure.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace program {
+namespace {
+
+// Of disks, file servers and a machine that is short of something just now.
+constexpr int kPassing[] = {
+    EAGAIN,   EBUSY,     EDQUOT,      EHOSTDOWN,    EHOSTUNREACH, EINTR,      EIO,          EMFILE,
+    ENETDOWN, ENETRESET, ENETUNREACH, ENFILE,       ENOBUFS,      ENOLCK,     ENOMEM,       ENOSPC,
+    ENOTCONN, EREMOTEIO, ESTALE,      ECONNABORTED, ETIMEDOUT,    ECONNRESET, ECONNREFUSED,
+};
+
+}  // namespace
+
+Exit exitFor(int error) {
+    const bool passes =
+        std::find(std::begin(kPassing), std::end(kPassing), error) != std::end(kPassing);
+    return passes ? Exit::kTryAgain : Exit::kWrongInput;
+}
+
+}  // namespace program

@@ -1,9 +1,0 @@
-#include "tintwell_host/own_module.h"
-
-namespace program {
-
-std::filesystem::path moduleBesideProgram() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "Tintwell.so";
-}
-
-}  // namespace program
