@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "looks/base64.h"
+#include "native/src/base64.h"
 
 namespace looks {
 namespace {
@@ -43,7 +43,7 @@ void TextFinder::take(const char* bytes, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i, ++offset_) {
         const char character = bytes[i];
         takeByte(static_cast<unsigned char>(character));
-        if (const int sextet = sextetOf(character); sextet >= 0) {
+        if (const int sextet = tw::sextetOf(character); sextet >= 0) {
             takeSextet(static_cast<unsigned>(sextet));
         } else if (!isSpace(character)) {
             endBase64();

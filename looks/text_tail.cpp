@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "looks/base64.h"
+#include "native/src/base64.h"
 #include "native/src/lut_text.h"
 
 namespace looks {
@@ -105,7 +105,7 @@ bool TextTail::readHead() {
 void TextTail::countData() {
     for (used_ = dataStart_; used_ < text_.size() && dataWanted_ > 0; ++used_) {
         if (text_[used_] == '=') dataWanted_ = 0;
-        if (sextetOf(text_[used_]) >= 0) --dataWanted_;
+        if (tw::sextetOf(text_[used_]) >= 0) --dataWanted_;
         if (nextTextEndsAt(used_)) {
             used_ -= kShortest;
             dataWanted_ = 0;
@@ -129,7 +129,7 @@ void TextTail::takeOfData(char character) {
     used_ = text_.size();
     if (isSpace(character)) {
         takeBlank(character);
-    } else if (sextetOf(character) < 0) {
+    } else if (tw::sextetOf(character) < 0) {
         rejected_ = character;
         ended_ = true;
     } else {

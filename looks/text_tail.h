@@ -7,6 +7,11 @@
 
 namespace looks {
 
+// Blanks and line ends.
+inline bool isSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
 // Takes the bytes behind a "TWLUT" until the text is complete or comes to an end. Internal to
 // TextFinder. Threads: one at a time.
 class TextTail {

@@ -12,7 +12,4 @@ inline constexpr std::size_t kFormLength = 6;
 
 inline constexpr int kMaxCode = 65535;
 
-inline constexpr std::string_view kBase64Alphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
 }  // namespace tw

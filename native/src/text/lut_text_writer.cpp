@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "native/src/base64.h"
 #include "native/src/c_locale.h"
 #include "native/src/lut_text.h"
 #include "native/src/text/lut_text_format.h"

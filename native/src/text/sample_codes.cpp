@@ -5,21 +5,10 @@
 #include <cmath>
 #include <cstdint>
 
-#include "native/src/text/lut_text_format.h"
+#include "native/src/base64.h"
 
 namespace tw {
 namespace {
-
-// Six bits per character of the alphabet, -1 for all others.
-constexpr std::array<std::int8_t, 256> makeSextets() {
-    std::array<std::int8_t, 256> sextets{};
-    sextets.fill(-1);
-    for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i)
-        sextets[static_cast<unsigned char>(kBase64Alphabet[i])] = static_cast<std::int8_t>(i);
-    return sextets;
-}
-
-constexpr std::array<std::int8_t, 256> kSextets = makeSextets();
 
 // What a character contributes as the first, second, third or fourth one of a group to the group's
 // three bytes, the first byte lowest; kNoSextet when it is not of the alphabet.
