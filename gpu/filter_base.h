@@ -12,7 +12,7 @@ public:
     virtual ~PrGPUFilterBase() = default;
 
     // Takes over what the instance record says, acquires the suites and asks for the device's
-    // description. Returns 0 always; a suite that the host has not is null afterwards, a
+    // description. Returns 0 always; a suite that the host lacks is null afterwards, a
     // description that it refuses is all zero.
     virtual prSuiteError Initialize(PrGPUFilterInstance* instance);
 

@@ -21,7 +21,7 @@
 
 namespace host_sim {
 
-// What the host says of a device. Every one is a Metal device in truth.
+// What the host says of a device. In fact each one is a Metal device.
 struct GpuDeviceSettings {
     csSDK_uint32 framework = PrGPUDeviceFramework_Metal;
     bool meetsRequirements = true;

@@ -223,7 +223,7 @@ struct SoftwareMetalCommands {
     [super dealloc];
 }
 - (id<MTLComputeCommandEncoder>)computeCommandEncoder {
-    if (befalls(&Faults::noEncoder)) return nil;
+    if (takesFault(&Faults::noEncoder)) return nil;
     if (_commands->encoding) misuse("a second encoder while one is open");
     return [[[SoftwareMetalEncoder alloc] initWithOwner:self commands:_commands] autorelease];
 }
@@ -238,7 +238,7 @@ struct SoftwareMetalCommands {
         return;
     }
     Faults now = faults();
-    now.failExecution = befalls(&Faults::failExecution);
+    now.failExecution = takesFault(&Faults::failExecution);
     if (now.atCommit) now.atCommit();
     [self retain];  // until the work is done
     (*_worker)->push([self, now] {

@@ -22,19 +22,19 @@ namespace fs = std::filesystem;
 
 // A folder of its own that is gone when the work is done: a loaded library needs its file no
 // longer.
-class Workshop {
+class TemporaryFolder {
 public:
-    Workshop() {
+    TemporaryFolder() {
         std::error_code ignored;
         std::string pattern = (fs::temp_directory_path(ignored) / "software-metal.XXXXXX").string();
         if (::mkdtemp(pattern.data())) folder_ = pattern;
     }
-    ~Workshop() {
+    ~TemporaryFolder() {
         std::error_code ignored;
         if (!folder_.empty()) fs::remove_all(folder_, ignored);
     }
-    Workshop(const Workshop&) = delete;
-    Workshop& operator=(const Workshop&) = delete;
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     std::string file(const char* name) const { return folder_ + "/" + name; }
 
@@ -54,7 +54,7 @@ bool hasFusedMultiplyAdd() {
 // No attribute is unknown to the device's compiler that is one of the language; double arithmetic
 // by accident must show. As Apple's compiler does with fast maths off, a product and a sum of one
 // expression are fused unless the text has the pragma, where the processor can.
-std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
+std::vector<std::string> command(bool fastMaths, const TemporaryFolder& folder) {
     std::vector<std::string> words = {SOFTWARE_METAL_CLANG,
                                       "-std=c++14",
                                       "-O2",
@@ -79,7 +79,7 @@ std::vector<std::string> command(bool fastMaths, const Workshop& workshop) {
     std::istringstream flags(SOFTWARE_METAL_FLAGS);
     for (std::string word; flags >> word;)
         words.push_back(word);
-    words.insert(words.end(), {"-o", workshop.file("kernel.so"), workshop.file("kernel.cpp")});
+    words.insert(words.end(), {"-o", folder.file("kernel.so"), folder.file("kernel.cpp")});
     return words;
 }
 
@@ -101,10 +101,10 @@ void writeSource(const std::string& file, const std::string& text,
 }
 
 bool build(const std::string& text, const std::vector<Signature>& kernels, bool fastMaths,
-           const Workshop& workshop, std::string* error) {
-    writeSource(workshop.file("kernel.cpp"), text, kernels);
+           const TemporaryFolder& folder, std::string* error) {
+    writeSource(folder.file("kernel.cpp"), text, kernels);
     const auto begin = std::chrono::steady_clock::now();
-    const ProgramResult result = runProgram(command(fastMaths, workshop));
+    const ProgramResult result = runProgram(command(fastMaths, folder));
     const std::chrono::duration<double, std::milli> spent =
         std::chrono::steady_clock::now() - begin;
     count([&](Counts& counts) {
@@ -130,9 +130,9 @@ std::shared_ptr<const KernelModule> compileAnew(const std::string& text, bool fa
                                                 std::string* error) {
     std::vector<Signature> signatures;
     if (!findKernels(text, signatures, error)) return nullptr;
-    const Workshop workshop;
-    if (!build(text, signatures, fastMaths, workshop, error)) return nullptr;
-    void* library = ::dlopen(workshop.file("kernel.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    const TemporaryFolder folder;
+    if (!build(text, signatures, fastMaths, folder, error)) return nullptr;
+    void* library = ::dlopen(folder.file("kernel.so").c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         *error = ::dlerror();
         return nullptr;

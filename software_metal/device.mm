@@ -31,7 +31,7 @@ void give(NSError* error, NSError** to) {
     [super dealloc];
 }
 - (id<MTLCommandBuffer>)commandBuffer {
-    if (software_metal::befalls(&Faults::noCommandBuffer)) return nil;
+    if (software_metal::takesFault(&Faults::noCommandBuffer)) return nil;
     software_metal::count([](software_metal::Counts& counts) { ++counts.commandBuffers; });
     return [[[SoftwareMetalCommandBuffer alloc] initWithWorker:*_worker] autorelease];
 }
@@ -47,7 +47,7 @@ void give(NSError* error, NSError** to) {
 - (id<MTLBuffer>)newBufferWithBytes:(const void*)bytes
                              length:(NSUInteger)length
                             options:(MTLResourceOptions)options {
-    if (software_metal::befalls(&Faults::noBuffer)) return nil;
+    if (software_metal::takesFault(&Faults::noBuffer)) return nil;
     if (length == 0 || options != MTLResourceStorageModeShared) {
         software_metal::misuse("a buffer without bytes, or one that is not shared");
         return nil;
@@ -60,7 +60,7 @@ void give(NSError* error, NSError** to) {
                                options:(MTLCompileOptions*)options
                                  error:(NSError**)error {
     const Faults faults = software_metal::faults();
-    if (software_metal::befalls(&Faults::noLibrary)) {
+    if (software_metal::takesFault(&Faults::noLibrary)) {
         give(injected(faults), error);
         return nil;
     }
@@ -76,7 +76,7 @@ void give(NSError* error, NSError** to) {
 }
 - (id<MTLComputePipelineState>)newComputePipelineStateWithFunction:(id<MTLFunction>)function
                                                              error:(NSError**)error {
-    if (software_metal::befalls(&Faults::noPipeline)) {
+    if (software_metal::takesFault(&Faults::noPipeline)) {
         give(injected(software_metal::faults()), error);
         return nil;
     }

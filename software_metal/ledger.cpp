@@ -42,7 +42,7 @@ bool isFaultDue() {
     return ledger().callsLeft > 0;
 }
 
-bool befalls(bool Faults::*which) {
+bool takesFault(bool Faults::*which) {
     const std::lock_guard lock(ledger().mutex);
     const Faults& faults = ledger().faults;
     if (!(faults.*which) || faults.nth == 0) return faults.*which;
@@ -84,7 +84,7 @@ void misuse(const std::string& sentence) {
     ledger().misuse += sentence + "\n";
 }
 
-void jobComes() {
+void jobBegins() {
     const std::lock_guard lock(ledger().mutex);
     ++ledger().jobs;
 }

@@ -116,7 +116,7 @@ NSError* softwareMetalError(const std::string& description) {
     [super dealloc];
 }
 - (id<MTLFunction>)newFunctionWithName:(NSString*)name {
-    if (software_metal::befalls(&software_metal::Faults::noFunction)) return nil;
+    if (software_metal::takesFault(&software_metal::Faults::noFunction)) return nil;
     for (const Kernel& kernel : (*_module)->kernels) {
         if (kernel.name == [name UTF8String])
             return [[SoftwareMetalFunction alloc] initWithModule:*_module kernel:&kernel];

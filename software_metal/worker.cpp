@@ -55,7 +55,7 @@ void Worker::push(std::function<void()> job) {
     {
         const std::lock_guard lock(state_->mutex);
         state_->jobs.push_back(std::move(job));
-        jobComes();
+        jobBegins();
     }
     state_->changed.notify_one();
 }
