@@ -5,7 +5,6 @@
 #include <tbb/info.h>
 #include <tbb/parallel_pipeline.h>
 
-#include <atomic>
 #include <mutex>
 
 namespace program {
@@ -31,26 +30,27 @@ void runFrames(const std::vector<FrameTask>& tasks, int threads,
     const auto inFlight = std::min(static_cast<std::size_t>(threads), tasks.size());
     shareThreads(static_cast<int>(inFlight));
     const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, inFlight);
-    std::atomic<bool> goesOn{true};
-    std::atomic<std::size_t> next{0};
-    std::mutex taking;
+    // The lock orders all that threads share here, as checkers of threads do not see how the
+    // library's own ones wait for each other.
+    std::mutex mutex;
+    bool goesOn = true;
+    std::size_t next = 0;
     const auto begin = [&](tbb::flow_control& control) {
-        const std::size_t task = next;
-        if (task < tasks.size() && goesOn && mayBegin()) return next++;
+        const std::lock_guard lock(mutex);
+        if (next < tasks.size() && goesOn && mayBegin()) return next++;
         control.stop();
-        return task;
+        return next;
     };
     const auto work = [&](std::size_t task) {
         const FrameResult result = render(tasks[task]);
-        const std::lock_guard lock(taking);
+        const std::lock_guard lock(mutex);
         if (!take(result)) goesOn = false;
     };
     using tbb::filter_mode;
     tbb::parallel_pipeline(
         inFlight, tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, begin) &
                       tbb::make_filter<std::size_t, void>(filter_mode::parallel, work));
-    // The caller sees all that take() did, whatever the library's own threads order.
-    const std::lock_guard lock(taking);
+    const std::lock_guard lock(mutex);
 }
 
 }  // namespace program
