@@ -50,6 +50,7 @@ void runFrames(const std::vector<FrameTask>& tasks, int threads,
     tbb::parallel_pipeline(
         inFlight, tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, begin) &
                       tbb::make_filter<std::size_t, void>(filter_mode::parallel, work));
+    // All that they did is seen from here on.
     const std::lock_guard lock(mutex);
 }
 
