@@ -61,10 +61,11 @@ protected:
         return status;
     }
 
-    void expectPolite(int signal, int exitCode) {
+    void expectPolite(int signal, int exitCode, int times = 1) {
         const pid_t child = begin("o.%04d.png");
         waitForALine();
-        kill(child, signal);
+        for (int i = 0; i < times; ++i)
+            kill(child, signal);
         const int status = end(child);
         ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
         const bool wasDone = exists(nameOf("o", kFrames));
@@ -101,6 +102,11 @@ protected:
 
     int output_ = -1;
 };
+
+// `timeout` sends it to the program and then to the program's group.
+TEST_F(Signals, sigtermMayComeTwice) {
+    expectPolite(SIGTERM, 143, 2);
+}
 
 TEST_F(Signals, sigtermFinishesWhatWasBegun_andEndsWith143) {
     expectPolite(SIGTERM, 143);

@@ -17,9 +17,10 @@ void note(int signal) {
 void handle(void (*handler)(int)) {
     struct sigaction action = {};
     action.sa_handler = handler;
-    action.sa_flags = SA_RESTART | (handler == SIG_DFL ? 0 : static_cast<int>(SA_RESETHAND));
-    for (const int signal : {SIGINT, SIGTERM})
-        ::sigaction(signal, &action, nullptr);
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGTERM, &action, nullptr);
+    action.sa_flags |= static_cast<int>(SA_RESETHAND);
+    ::sigaction(SIGINT, &action, nullptr);
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 
 namespace program {
 
-// While one lives the two signals do not end the process at once; the second one does.
+// While one lives the two signals do not end the process at once. A second SIGINT does: somebody
+// has no patience. A second SIGTERM does not, as programs that stop others may send it twice.
 class StopRequest {
 public:
     StopRequest();
