@@ -64,8 +64,10 @@ protected:
     void expectPolite(int signal, int exitCode, int times = 1) {
         const pid_t child = begin("o.%04d.png");
         waitForALine();
-        for (int i = 0; i < times; ++i)
+        for (int i = 0; i < times; ++i) {
             kill(child, signal);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
         const int status = end(child);
         ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
         const bool wasDone = exists(nameOf("o", kFrames));
