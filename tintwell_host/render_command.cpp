@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <cstdio>
 #include <filesystem>
 
@@ -39,13 +37,6 @@ void checkGpu(const RenderOptions& options) {
     }
 }
 
-// None: as the file has it.
-std::optional<Depth> depthFor(const RenderOptions& options) {
-    if (options.effect.gpu) return Depth::kFloat;
-    if (options.depth.empty() && options.effect.host != "ae") return std::nullopt;
-    return chosenDepth(options.depth, options.effect.host);
-}
-
 // All that a frame's file depends on, besides its input.
 std::string madeBy(EffectSession& session, const RenderOptions& options) {
     const std::string amount = std::to_string(session.amount());
@@ -53,12 +44,6 @@ std::string madeBy(EffectSession& session, const RenderOptions& options) {
     const std::string extension = std::filesystem::path(options.out).extension();
     return fingerprint({version, session.storedText(), amount, options.effect.host, options.depth,
                         options.effect.gpu ? "gpu" : "", extension, options.compression});
-}
-
-std::int64_t memoryBytes(const RenderOptions& options) {
-    if (options.memory > 0) return std::int64_t{options.memory} << 20;
-    const std::int64_t all = std::int64_t{::sysconf(_SC_PHYS_PAGES)} * ::sysconf(_SC_PAGESIZE);
-    return all / 4;
 }
 
 void finish(EffectSession& session, const RenderOptions& options) {

@@ -3,6 +3,7 @@
 #include <tbb/global_control.h>
 #include <tbb/parallel_pipeline.h>
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <cstdio>
@@ -154,8 +155,7 @@ public:
         shape_.hasAlpha = picture.hasAlpha;
         shape_.rate = av_d2q(options.rate, 1001000);
         shape_.timeBase = av_inv_q(shape_.rate);
-        const bool isHd = picture.width >= 1280 || picture.height >= 720;
-        shape_.colour.matrix = isHd ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+        shape_.colour.matrix = usualMatrix(picture.width, picture.height);
     }
 
     ItemPointer next() override {
@@ -190,11 +190,7 @@ private:
 };
 
 std::unique_ptr<Source> openSource(const RenderOptions& options) {
-    std::optional<Depth> depth;
-    if (!options.depth.empty() || options.effect.host == "ae") {
-        depth = chosenDepth(options.depth, options.effect.host);
-    }
-    if (options.effect.gpu) depth = Depth::kFloat;
+    const std::optional<Depth> depth = depthFor(options);
     if (isClip(options.in)) return std::make_unique<ClipSource>(options, depth);
     if (isSequence(options.in)) return std::make_unique<SequenceSource>(options, depth);
     throw Failure("'" + options.in + "' is neither a clip nor a sequence", Exit::kWrongUsage);
@@ -242,6 +238,14 @@ void checkOptions(const RenderOptions& options) {
     }
 }
 
+// Those that are graded, and two that are read and written meanwhile, as far as memory goes.
+std::size_t framesInFlight(const ClipShape& shape, int threads, const RenderOptions& options) {
+    const std::int64_t frame = std::max<std::int64_t>(
+        frameBytes(static_cast<std::int64_t>(shape.width) * shape.height, shape.depth), 1);
+    return static_cast<std::size_t>(
+        std::clamp<std::int64_t>(memoryBytes(options) / frame, 1, threads + 2));
+}
+
 }  // namespace
 
 void renderClip(EffectSession& session, const RenderOptions& options) {
@@ -252,8 +256,9 @@ void renderClip(EffectSession& session, const RenderOptions& options) {
     const std::unique_ptr<ClipWriter> writer = openWriter(*source, options);
     JobRecord record(source->frames(), true,
                      options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar);
-    const auto threads = static_cast<std::size_t>(frameThreads(options.threads));
-    const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
+    const int threads = frameThreads(options.threads);
+    const tbb::global_control limit(tbb::global_control::max_allowed_parallelism,
+                                    static_cast<std::size_t>(threads));
     const auto begin = [&](tbb::flow_control& control) -> ItemPointer {
         ItemPointer item = StopRequest::signal() == 0 ? source->next() : nullptr;
         if (!item) control.stop();
@@ -265,11 +270,12 @@ void renderClip(EffectSession& session, const RenderOptions& options) {
     };
     using tbb::filter_mode;
     tbb::parallel_pipeline(
-        threads + 2, tbb::make_filter<void, ItemPointer>(filter_mode::serial_in_order, begin) &
-                         tbb::make_filter<ItemPointer, ItemPointer>(filter_mode::parallel, work) &
-                         tbb::make_filter<ItemPointer, void>(
-                             filter_mode::serial_in_order,
-                             [&](const ItemPointer& item) { write(*item, writer.get(), record); }));
+        framesInFlight(source->shape(), threads, options),
+        tbb::make_filter<void, ItemPointer>(filter_mode::serial_in_order, begin) &
+            tbb::make_filter<ItemPointer, ItemPointer>(filter_mode::parallel, work) &
+            tbb::make_filter<ItemPointer, void>(
+                filter_mode::serial_in_order,
+                [&](const ItemPointer& item) { write(*item, writer.get(), record); }));
     const int signal = StopRequest::signal();
     if (signal == 0) {
         source->finish(options.strict);

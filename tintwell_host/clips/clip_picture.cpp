@@ -60,14 +60,17 @@ std::uint16_t toSixteen(float value) {
 
 }  // namespace
 
+AVColorSpace usualMatrix(int width, int height) {
+    return width >= 1280 || height >= 720 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+}
+
 ClipColour colourOf(const AVCodecParameters& video) {
     const auto format = static_cast<AVPixelFormat>(video.format);
     ClipColour colour{video.color_space, video.color_range == AVCOL_RANGE_JPEG, false};
     if (describe(format).name[3] == 'j') colour.fullRange = true;
     if (colour.matrix == AVCOL_SPC_UNSPECIFIED || colour.matrix == AVCOL_SPC_RGB) {
         colour.isAssumed = !isRgb(format);
-        const bool isHd = video.width >= 1280 || video.height >= 720;
-        colour.matrix = isHd ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+        colour.matrix = usualMatrix(video.width, video.height);
     }
     return colour;
 }

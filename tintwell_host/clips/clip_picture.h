@@ -13,6 +13,9 @@ struct ClipColour {
     bool isAssumed;  // the clip's tags do not say the matrix
 };
 
+// What is usual for frames of this size that do not say it.
+AVColorSpace usualMatrix(int width, int height);
+
 // By the tags; without them the matrix is that of the picture's size, and the range limited unless
 // the frames are RGB.
 ClipColour colourOf(const AVCodecParameters& video);
@@ -23,7 +26,6 @@ bool hasAlpha(AVPixelFormat format);
 
 // Threads: any. Throw Failure.
 Picture pictureOf(const AVFrame& frame, const ClipColour& colour, Depth depth);
-// `like` gives time and duration.
 AvFrame frameOf(const Picture& picture, AVPixelFormat format, const ClipColour& colour);
 
 }  // namespace program

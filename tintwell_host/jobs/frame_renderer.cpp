@@ -7,20 +7,9 @@
 
 #include "tintwell_host/files/output_file.h"
 #include "tintwell_host/jobs/fingerprint.h"
+#include "tintwell_host/jobs/render_options.h"
 
 namespace program {
-namespace {
-
-// Samples of a frame that exist at the same time, at most: the picture, the host's input and output
-// and the copies of both that it compares with, and the encoder's.
-constexpr std::int64_t kCopies = 7;
-
-std::int64_t costOf(std::int64_t pixels, Depth depth) {
-    return pixels * 4 * (depth == Depth::k8 ? 1 : 4) * kCopies;
-}
-
-}  // namespace
-
 FrameRenderer::FrameRenderer(EffectSession& session, MemoryBudget& memory,
                              const FrameOptions& options, const std::string& out)
     : session_(session), memory_(memory), options_(options), manifest_(out) {}
@@ -54,7 +43,7 @@ void FrameRenderer::renderInto(FrameResult& result) {
     const std::string made = fingerprint({input, options_.madeBy});
     const PictureFacts facts = inspectPicture(result.task.in, input);
     const Depth depth = options_.depth.value_or(facts.depth);
-    const MemoryBudget::Share share(memory_, costOf(facts.pixels, depth));
+    const MemoryBudget::Share share(memory_, frameBytes(facts.pixels, depth));
     if (options_.skipExisting && isUpToDate(out, made, result.reason)) {
         result.state = FrameState::kSkipped;
         return;

@@ -1,6 +1,7 @@
 // What the user asks of a rendering job.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -30,5 +31,12 @@ struct RenderOptions {
     bool noAudio = false;
     bool strict = false;  // damaged frames are an error
 };
+
+// The depth in which the effect gets the frames; none: as the file has it. Throws Failure.
+std::optional<Depth> depthFor(const RenderOptions& options);
+
+// Bytes that the frames in flight may take, and what one of them takes at most.
+std::int64_t memoryBytes(const RenderOptions& options);
+std::int64_t frameBytes(std::int64_t pixels, Depth depth);
 
 }  // namespace program
