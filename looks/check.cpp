@@ -13,8 +13,6 @@
 namespace looks {
 namespace {
 
-constexpr int kMostPoints = 129;
-
 void add(Check& check, std::vector<Finding> findings) {
     std::ranges::move(findings, std::back_inserter(check.findings));
 }
@@ -35,10 +33,10 @@ void explainUnreadableText(Check& check, const std::string& reason) {
     const std::string shown =
         ": the LUT button takes the file, then says \"Choose a LUT\" and the "
         "picture passes";
-    if (check.lut.size > kMostPoints) {
+    if (check.lut.size > tw::kMostTextPoints) {
         addFatal(check, "too-many-points",
                  reason + shown + ", as " + std::to_string(check.lut.size) +
-                     " points an axis are more than " + std::to_string(kMostPoints),
+                     " points an axis are more than " + std::to_string(tw::kMostTextPoints),
                  "Export it with 33 or 65 points an axis.");
     } else {
         addFatal(check, "long-name",

@@ -9,9 +9,6 @@
 namespace looks {
 namespace {
 
-// The heads that the reader looks at: the second one only where the first does not do.
-constexpr std::size_t kShortHead = 96;
-constexpr std::size_t kLongHead = 1200;
 // The mark and a form.
 constexpr std::size_t kShortest = 6;
 
@@ -74,10 +71,10 @@ void TextTail::takeOfHead(char character) {
     }
     text_.push_back(character);
     const char form = text_[kMark];
-    const bool headIsDue = text_.size() == kShortHead || text_.size() == kLongHead;
+    const bool headIsDue = text_.size() == tw::kShortHead || text_.size() == tw::kLongHead;
     if (headIsDue && readHead()) {
         ended_ = dataWanted_ == 0;
-    } else if (form == '0' || (form > '3' && form <= '9') || text_.size() == kLongHead) {
+    } else if (form == '0' || (form > '3' && form <= '9') || text_.size() == tw::kLongHead) {
         endHead();
     }
 }

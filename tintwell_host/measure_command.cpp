@@ -16,7 +16,6 @@ namespace program {
 namespace {
 
 constexpr double kStepsOf8Bits = 255.0;
-constexpr std::size_t kLongestName = 399;
 
 enum class Form { kNone, kCube, kText };
 
@@ -54,9 +53,10 @@ std::string textOf(const tw::Lut3D& lut) {
     const std::string text = tw::toEmbeddedText(lut, static_cast<long>(lut.id), lut.name);
     const std::size_t name = text.find(' ', text.find(' ') + 1) + 1;
     const std::size_t length = text.find(' ', name) - name;
-    if (length > kLongestName) {
+    if (length > tw::kLongestTextName) {
         throw Failure("the name is too long: it takes " + std::to_string(length) +
-                      " characters when encoded, and may take " + std::to_string(kLongestName));
+                      " characters when encoded, and may take " +
+                      std::to_string(tw::kLongestTextName));
     }
     const tw::Lut3D back = lutFromText(text, "the measured look");
     if (!std::all_of(back.data.begin(), back.data.end(), [](float v) { return std::isfinite(v); }))

@@ -8,12 +8,12 @@
 #include "looks/measure.h"
 #include "looks/pattern/bars.h"
 #include "looks/pattern/order.h"
+#include "native/src/lut_text.h"
 
 namespace looks {
 namespace {
 
 constexpr float kStep = 1.0f / 255.0f;
-constexpr int kMostSteps = 64;
 
 // Patches at random come to 1, looks of nothing but jumps to a quarter, a photograph to a half.
 constexpr double kRough = 0.4;
@@ -56,7 +56,7 @@ std::vector<Cell> cellsIfFlat(const Picture& picture, const Grid& grid, float li
 int shownSize(const Picture& picture, float limit) {
     int shown = 0;
     double least = kRough;
-    for (int size = 3; size <= kMostSteps; ++size) {
+    for (int size = 3; size <= tw::kMostPatternSteps; ++size) {
         const Grid grid = gridOf(size, picture.width, picture.height);
         const std::vector<Cell> cells = cellsIfFlat(picture, grid, limit);
         if (cells.empty()) continue;

@@ -27,6 +27,14 @@
 
 namespace tw {
 
+inline constexpr int kMostPatternSteps = 64;
+inline constexpr int kMostTextPoints = 129;           // of an axis
+inline constexpr std::size_t kLongestTextName = 399;  // percent-encoded
+// A header is read from so many characters; that of TWLUT3, whose name may be long, if need be from
+// the longer piece.
+inline constexpr std::size_t kShortHead = 96;
+inline constexpr std::size_t kLongHead = 1200;
+
 // The TWLUT3 text of lut.size and lut.data with the given id and name (any bytes; those that are
 // not letters or digits in the process's locale are percent-encoded). Samples are spread over the
 // range they span; NaN samples are stored as code 0. No line end.
@@ -44,8 +52,8 @@ struct EmbeddedData {
     std::size_t characters = 0;
 };
 
-// Read from the first 1200 characters of a text, by parseEmbeddedText's own rules; none where that
-// refuses the text before its data, and for the forms without any.
+// Read from the first kLongHead characters of a text, by parseEmbeddedText's own rules; none where
+// that refuses the text before its data, and for the forms without any.
 std::optional<EmbeddedData> embeddedData(const std::string& text);
 
 // The TWLUT text held in `count` raw bytes of a parameter, either 8-bit or as 16-bit little-endian

@@ -1,4 +1,6 @@
 // Sequences as a render farm hands them out: sets, restarts, reports, exit codes and signals.
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <map>
@@ -173,11 +175,14 @@ TEST_F(Job, removesWhatKilledRunsHaveLeft) {
         return std::string(text);
     }();
     const std::string dead = ".partial-" + host + "-999999999-0";
-    const std::string living = ".partial-" + host + "-1-0";
+    const std::string living = ".partial-" + host + "-999999999-1";
     const std::string elsewhere = ".partial-another-machine-999999999-0";
     for (const std::string& each : {dead, living, elsewhere})
         twtest::writeFile(file(each), "half");
+    const int lock = ::open(file(living).c_str(), O_WRONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(lock, LOCK_EX), 0);
     runWell("render s.%04d.png o.%04d.png");
+    ::close(lock);
     EXPECT_FALSE(exists(dead));
     EXPECT_TRUE(exists(living));
     EXPECT_TRUE(exists(elsewhere));

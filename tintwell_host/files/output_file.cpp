@@ -1,11 +1,12 @@
 #include "tintwell_host/files/output_file.h"
 
-#include <signal.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -34,6 +35,19 @@ fs::path partialName(const fs::path& path) {
     static std::atomic<unsigned> written{0};
     return path.parent_path() /
            (ownPrefix() + std::to_string(::getpid()) + "-" + std::to_string(written++));
+}
+
+// The file with nobody else's lock on it, and ours taken; -1 when that cannot be had.
+int lockAlone(const fs::path& file, int flags) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
+    if (descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return descriptor;
+    if (descriptor >= 0) ::close(descriptor);
+    return -1;
+}
+
+bool isGone(int descriptor) {
+    struct stat facts = {};
+    return ::fstat(descriptor, &facts) != 0 || facts.st_nlink == 0;
 }
 
 [[noreturn]] void fail(const char* what, const std::string& path, int error) {
@@ -76,11 +90,20 @@ void writeWhole(const std::string& path, std::string_view bytes) {
     partial.keep();
 }
 
-PartialFile::PartialFile(const std::string& path) : path_(path), name_(partialName(path)) {}
+PartialFile::PartialFile(const std::string& path)
+    : path_(path), name_(partialName(path)), lock_(lockAlone(name_, O_CREAT)) {
+    // Somebody who tidies up may come between making the file and locking it.
+    while (lock_ >= 0 && isGone(lock_)) {
+        ::close(lock_);
+        name_ = partialName(path);
+        lock_ = lockAlone(name_, O_CREAT);
+    }
+}
 
 PartialFile::~PartialFile() {
     std::error_code failed;
     fs::remove(name_, failed);
+    if (lock_ >= 0) ::close(lock_);
 }
 
 void PartialFile::keep() {
@@ -93,16 +116,20 @@ void removeLeftovers(const std::string& path) {
     const fs::path parent = fs::path(path).parent_path();
     const std::string prefix = ownPrefix();
     std::error_code failed;
-    std::vector<fs::path> leftovers;
+    std::vector<fs::path> partial;
     for (fs::directory_iterator entry(parent.empty() ? "." : parent, failed), end;
          !failed && entry != end; entry.increment(failed)) {
-        const std::string name = entry->path().filename().string();
-        if (!name.starts_with(prefix)) continue;
-        const pid_t owner = std::atoi(name.c_str() + prefix.size());
-        if (owner > 0 && ::kill(owner, 0) != 0 && errno == ESRCH) leftovers.push_back(*entry);
+        std::error_code unknown;
+        const bool isFile = fs::is_regular_file(entry->symlink_status(unknown));
+        if (isFile && entry->path().filename().string().starts_with(prefix))
+            partial.push_back(*entry);
     }
-    for (const fs::path& leftover : leftovers)
-        fs::remove(leftover, failed);
+    for (const fs::path& file : partial) {
+        const int lock = lockAlone(file, 0);
+        if (lock < 0) continue;
+        fs::remove(file, failed);
+        ::close(lock);
+    }
 }
 
 }  // namespace program

@@ -11,7 +11,7 @@ namespace program {
 void writeWhole(const std::string& path, std::string_view bytes);
 
 // A file that is written under another name beside `path`, by somebody who needs a name to write
-// to.
+// to. Locked as long as this lives, so that others can tell it from what a killed run has left.
 class PartialFile {
 public:
     explicit PartialFile(const std::string& path);
@@ -27,10 +27,11 @@ public:
 private:
     std::string path_;
     std::string name_;
+    int lock_;  // descriptor; -1: the file cannot be made, as its writer will find
 };
 
-// Removes what runs of the program on this machine that were killed have left in the folder of
-// `path`.
+// Removes what runs of the program that were killed have left in the folder of `path`: of runs on
+// this machine alone, as not every file server shares locks.
 void removeLeftovers(const std::string& path);
 
 // The whole of a file, or of standard input for "-". Throws Failure.

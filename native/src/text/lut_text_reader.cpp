@@ -12,18 +12,12 @@ namespace tw {
 namespace {
 
 constexpr int kMinPattern = 2;
-constexpr int kMaxPattern = 64;
 constexpr int kMinSize = 2;
-constexpr int kMaxSize = 129;
 
-// Headers are scanned from a short copy, as sscanf measures the length of its whole input first. A
-// name can be longer than that; only then a second, longer copy is made.
-constexpr std::size_t kShortHead = 96;
-constexpr std::size_t kLongHead = 1200;
-
+// Scanned from a copy of the head, as sscanf measures the length of its whole input first.
 struct Header {
     long id = 0;
-    char name[400] = {};
+    char name[kLongestTextName + 1] = {};
     int size = 0;
     float lo = 0;
     float hi = 0;
@@ -105,7 +99,7 @@ private:
     const char* readPattern() {
         int n = 0;
         if (std::sscanf(head_.c_str(), "TWLUTP %d", &n) != 1 || n < kMinPattern ||
-            n > kMaxPattern) {
+            n > kMostPatternSteps) {
             return "bad calibration pattern size";
         }
         lut_.probe = n;
@@ -122,7 +116,8 @@ private:
             return "not a Tintwell LUT (expected TWLUT2 <id> <size> <lo> <hi> <data>)";
         }
         lut_.id = header_.id;
-        if (header_.size < kMinSize || header_.size > kMaxSize) return "LUT size out of range";
+        if (header_.size < kMinSize || header_.size > kMostTextPoints)
+            return "LUT size out of range";
         return nullptr;
     }
 
