@@ -91,8 +91,8 @@ class Made(Case):
     def test_calls_the_tools_in_order_with_their_arguments(self):
         self.release()
         work = next(word for call in self.tools.calls for word in call
-                    if word.endswith("/root/Tintwell.plugin"))[:-len("/root/Tintwell.plugin")]
-        bundle, package = "WORK/root/Tintwell.plugin", f"WORK/out/Tintwell-{VERSION}.pkg"
+                    if word.endswith("/payload/Tintwell.plugin"))[:-len("/payload/Tintwell.plugin")]
+        bundle, package = "WORK/payload/Tintwell.plugin", f"WORK/out/Tintwell-{VERSION}.pkg"
         application, installer = list(SETTINGS.values())[:2]
         self.assertEqual([[word.replace(work, "WORK") for word in call] for call in self.tools.calls], [
             ["uname"],
@@ -102,7 +102,7 @@ class Made(Case):
             ["ctest", "--preset", "macos"],
             ["codesign", "--force", "--timestamp", "--sign", application, bundle],
             ["codesign", "--verify", "--strict", "--verbose=2", bundle],
-            ["pkgbuild", "--root", "WORK/root",
+            ["pkgbuild", "--root", "WORK/payload",
              "--component-plist", "packaging/installer/components.plist",
              "--scripts", "packaging/installer/scripts",
              "--identifier", "org.tintwell.effect.pkg", "--version", VERSION, "--install-location",
