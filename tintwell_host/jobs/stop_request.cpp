@@ -14,24 +14,24 @@ void note(int signal) {
     came = signal;
 }
 
-void handle(void (*handler)(int)) {
+void handle(int signal, void (*handler)(int), int flags) {
     struct sigaction action = {};
     action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
-    ::sigaction(SIGTERM, &action, nullptr);
-    action.sa_flags |= static_cast<int>(SA_RESETHAND);
-    ::sigaction(SIGINT, &action, nullptr);
+    action.sa_flags = SA_RESTART | flags;
+    ::sigaction(signal, &action, nullptr);
 }
 
 }  // namespace
 
 StopRequest::StopRequest() {
     came = 0;
-    handle(note);
+    handle(SIGTERM, note, 0);
+    handle(SIGINT, note, static_cast<int>(SA_RESETHAND));
 }
 
 StopRequest::~StopRequest() {
-    handle(SIG_DFL);
+    handle(SIGTERM, SIG_IGN, 0);
+    handle(SIGINT, SIG_IGN, 0);
 }
 
 int StopRequest::signal() {

@@ -5,6 +5,7 @@ namespace program {
 
 // While one lives the two signals do not end the process at once. A second SIGINT does: somebody
 // has no patience. A second SIGTERM does not, as programs that stop others may send it twice.
+// After it, when the process only has to end, both are ignored: its exit code says what was done.
 class StopRequest {
 public:
     StopRequest();
