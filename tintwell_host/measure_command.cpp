@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "looks/accuracy.h"
 #include "looks/measure.h"
-#include "native/src/lut_text.h"
+#include "looks/writing.h"
 #include "tintwell_host/files/cube_file.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/frame_size.h"
@@ -14,8 +14,6 @@
 
 namespace program {
 namespace {
-
-constexpr double kStepsOf8Bits = 255.0;
 
 enum class Form { kNone, kCube, kText };
 
@@ -47,60 +45,23 @@ looks::Measurement measured(const MeasureOptions& options) {
     return measurement;
 }
 
-// The text that the effect is given. What the effect could not read back the same is refused here.
 std::string textOf(const tw::Lut3D& lut) {
-    if (lut.name == "-") throw Failure("a look cannot be named '-': that stands for no name");
-    const std::string text = tw::toEmbeddedText(lut, static_cast<long>(lut.id), lut.name);
-    const std::size_t name = text.find(' ', text.find(' ') + 1) + 1;
-    const std::size_t length = text.find(' ', name) - name;
-    if (length > tw::kLongestTextName) {
-        throw Failure("the name is too long: it takes " + std::to_string(length) +
-                      " characters when encoded, and may take " +
-                      std::to_string(tw::kLongestTextName));
-    }
-    const tw::Lut3D back = lutFromText(text, "the measured look");
-    if (!std::all_of(back.data.begin(), back.data.end(), [](float v) { return std::isfinite(v); }))
-        throw Failure("the values of the look span too wide a range to be stored");
+    std::string text;
+    std::string reason;
+    if (!looks::writeText(lut, text, reason)) throw Failure(reason);
     return text;
 }
 
-// What the noise says, in steps of 8 bits.
-struct Accuracy {
-    double middleNoise = 0.0;
-    double mostNoise = 0.0;
-    std::size_t noisiest = 0;  // lattice point
-    // How far the look's points are off. Compression shifts a patch by about half of what it makes
-    // its pixels scatter; a value of 8 bits is rounded by a quarter of a step, half a step at most.
-    double middleError = 0.0;
-    double mostError = 0.0;
-};
-
-Accuracy accuracyOf(const looks::Measurement& measurement, bool isOf8Bits) {
-    std::vector<float> sorted = measurement.noise;
-    std::sort(sorted.begin(), sorted.end());
-    const auto most = std::max_element(measurement.noise.begin(), measurement.noise.end());
-    Accuracy accuracy;
-    accuracy.middleNoise = static_cast<double>(sorted[sorted.size() / 2]) * kStepsOf8Bits;
-    accuracy.mostNoise = static_cast<double>(*most) * kStepsOf8Bits;
-    accuracy.noisiest = static_cast<std::size_t>(most - measurement.noise.begin());
-    accuracy.middleError = accuracy.middleNoise / 2 + (isOf8Bits ? 0.25 : 0.0);
-    accuracy.mostError = accuracy.mostNoise + (isOf8Bits ? 0.5 : 0.0);
-    return accuracy;
-}
-
-// The colour that the pattern shows at a lattice point, as "0 0.5 1".
+// As "0 0.5 1".
 std::string colourOf(std::size_t point, int size) {
-    const auto steps = static_cast<std::size_t>(size);
-    const auto top = static_cast<double>(size - 1);
+    const auto [red, green, blue] = looks::patternColour(point, size);
     char text[64];
-    std::snprintf(text, sizeof text, "%.3g %.3g %.3g", static_cast<double>(point % steps) / top,
-                  static_cast<double>(point / steps % steps) / top,
-                  static_cast<double>(point / steps / steps) / top);
+    std::snprintf(text, sizeof text, "%.3g %.3g %.3g", red, green, blue);
     return text;
 }
 
 void printReport(const looks::Measurement& measurement, bool isOf8Bits) {
-    const Accuracy accuracy = accuracyOf(measurement, isOf8Bits);
+    const looks::Accuracy accuracy = looks::accuracyOf(measurement, isOf8Bits);
     std::printf(
         "pattern     %d steps in %d x %d patches, the smallest %d x %d pixels, "
         "each read from %d of them or more\n",
@@ -111,7 +72,7 @@ void printReport(const looks::Measurement& measurement, bool isOf8Bits) {
                 colourOf(accuracy.noisiest, measurement.lut.size).c_str());
     std::printf("exactness   points are right to about %.2g steps of 8 bits, the worst to %.2g\n",
                 accuracy.middleError, accuracy.mostError);
-    if (accuracy.middleError > 1.0) {
+    if (accuracy.isPoor()) {
         std::printf(
             "advice      less compression, a larger frame or fewer steps make it more exact\n");
     }
@@ -152,7 +113,7 @@ void runMeasure(const MeasureOptions& options) {
     const looks::Measurement measurement = measured(options);
     const std::string text = textOf(measurement.lut);
     if (!options.effect.project.empty()) sendInto(options.effect, text);
-    if (form == Form::kCube) writeWhole(options.out, cubeFromLut(measurement.lut));
+    if (form == Form::kCube) writeWhole(options.out, looks::writeCube(measurement.lut));
     if (form == Form::kText) writeWhole(options.out, text + "\n");
     if (options.json) {
         printJson(measurement);

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "looks/writing.h"
 #include "tintwell_host/files/cube_file.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/output_file.h"
@@ -23,7 +24,7 @@ void runEncode(const std::string& cube) {
 void runDecode(const std::string& text, const std::string& cube) {
     const tw::Lut3D lut = lutFromText(readText(text), text);
     if (lut.size == 0) throw Failure("cannot write '" + cube + "': '" + text + "' holds no LUT");
-    writeWhole(cube, cubeFromLut(lut));
+    writeWhole(cube, looks::writeCube(lut));
 }
 
 void runLog() {

@@ -1,5 +1,6 @@
 // The verdicts on .cube files and texts, and each finding with its words.
 #include "looks/check.h"
+#include "looks/writing.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,7 @@ using looks::Check;
 using looks::Colour;
 using looks::Finding;
 using looks::Weight;
-using looks_test::cubeOf;
+using looks::writeCube;
 using looks_test::curveOf;
 using looks_test::lutOf;
 
@@ -92,9 +93,8 @@ TEST(CheckCube, namesEachTrap) {
 }
 
 TEST(CheckCube, findsTheMalformedLine_deepInAFile) {
-    std::string cube = cubeOf(gamma(17));
-    const std::size_t line3000 = cube.find("LUT") + 1;
-    std::size_t at = line3000;
+    std::string cube = writeCube(gamma(17));
+    std::size_t at = 0;
     for (int line = 1; line < 3000; ++line)
         at = cube.find('\n', at) + 1;
     cube.insert(at, "what? ");
@@ -109,7 +109,7 @@ TEST(CheckCube, keepsMessagesOnOneLine_whateverTheFileHolds) {
 }
 
 TEST(CheckCube, carriesNameMatchAndFacts) {
-    const Check result = check("# Tintwell match 42\n" + cubeOf(gamma(9)));
+    const Check result = check("# Tintwell match 42\n" + writeCube(gamma(9)));
     EXPECT_TRUE(result.works);
     EXPECT_EQ(result.lut.name, "Dusk");
     EXPECT_EQ(result.lut.id, 42);
@@ -187,13 +187,13 @@ TEST(CheckCube, tellsTheNameThatIsLost) {
 }
 
 TEST(CheckCube, tellsTheIdentity_andNothingElse) {
-    const Check result = check(cubeOf(twtest::identityLut(17)));
+    const Check result = check(writeCube(twtest::identityLut(17)));
     ASSERT_EQ(result.findings.size(), 1u) << all(result);
     EXPECT_EQ(result.findings[0].id, "identity");
 }
 
 TEST(CheckCube, tellsValuesOutside) {
-    const Check result = check(cubeOf(curveOf(2, [](float in) { return in * 1.5f - 0.25f; })));
+    const Check result = check(writeCube(curveOf(2, [](float in) { return in * 1.5f - 0.25f; })));
     EXPECT_EQ(found(result, "below-black").words, "7 of 8 points lie below 0, the lowest at -0.25");
     EXPECT_EQ(found(result, "above-white").words, "7 of 8 points lie above 1, the highest at 1.25");
     EXPECT_EQ(found(result, "black-moved").words, "black becomes -0.25 -0.25 -0.25");
@@ -201,8 +201,8 @@ TEST(CheckCube, tellsValuesOutside) {
 }
 
 TEST(CheckCube, tellsClippedEnds) {
-    const Check result = check(
-        cubeOf(curveOf(5, [](float in) { return std::clamp((in - 0.25f) * 2.0f, 0.0f, 1.0f); })));
+    const Check result = check(writeCube(
+        curveOf(5, [](float in) { return std::clamp((in - 0.25f) * 2.0f, 0.0f, 1.0f); })));
     EXPECT_EQ(found(result, "clipped-shadows").words,
               "all greys from 0 up to 0.247 come out alike");
     EXPECT_EQ(found(result, "clipped-highlights").words,
@@ -211,13 +211,13 @@ TEST(CheckCube, tellsClippedEnds) {
 }
 
 TEST(CheckCube, tellsAConstant_once) {
-    const Check result = check(cubeOf(twtest::constantLut(0.5f)));
+    const Check result = check(writeCube(twtest::constantLut(0.5f)));
     EXPECT_EQ(found(result, "constant").words, "all greys come out as one colour");
     EXPECT_EQ(found(result, "clipped-shadows").words, "");
 }
 
 TEST(CheckCube, tellsGreysThatFallOrTurnColoured) {
-    const Check result = check(cubeOf(lutOf(3, [](Colour in) {
+    const Check result = check(writeCube(lutOf(3, [](Colour in) {
         return Colour{in[0], in[1] == 0.5f ? 0.0f : in[1] == 0.0f ? 0.2f : 1.0f, in[2]};
     })));
     EXPECT_EQ(found(result, "not-monotonic").words.substr(0, 25), "green falls by 50.8 steps");

@@ -1,9 +1,7 @@
 // .cube texts of LUTs that the tests make.
 #pragma once
 
-#include <cstdio>
 #include <functional>
-#include <string>
 
 #include "looks/neutral_axis.h"
 #include "tests/support/luts.h"
@@ -26,17 +24,6 @@ inline tw::Lut3D curveOf(std::int32_t size, const std::function<float(float)>& c
     return lutOf(size, [&change](looks::Colour in) {
         return looks::Colour{change(in[0]), change(in[1]), change(in[2])};
     });
-}
-
-inline std::string cubeOf(const tw::Lut3D& lut) {
-    std::string text = "LUT_3D_SIZE " + std::to_string(lut.size) + "\n";
-    char line[64];
-    for (std::size_t at = 0; at < lut.data.size(); at += 3) {
-        std::snprintf(line, sizeof line, "%.9g %.9g %.9g\n", static_cast<double>(lut.data[at]),
-                      static_cast<double>(lut.data[at + 1]), static_cast<double>(lut.data[at + 2]));
-        text += line;
-    }
-    return text;
 }
 
 }  // namespace looks_test

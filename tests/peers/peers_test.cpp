@@ -7,6 +7,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "looks/writing.h"
 #include "tests/peers/peer.h"
 #include "tests/support/row_name.h"
 #include "tests/support/temp_folder.h"
@@ -42,7 +43,7 @@ protected:
         program::enterHome(folder_.path());
         const std::string text = program::textFromCube(GetParam().look);
         cube_ = folder_ / "stored.cube";
-        program::writeWhole(cube_, program::cubeFromLut(program::lutFromText(text, "the look")));
+        program::writeWhole(cube_, looks::writeCube(program::lutFromText(text, "the look")));
 
         const program::Picture picture =
             program::readPicture(GetParam().picture, program::Depth::kFloat);

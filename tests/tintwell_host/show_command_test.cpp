@@ -1,6 +1,7 @@
 // The sheets that `tintwell-host show` draws.
 #include <cmath>
 
+#include "looks/writing.h"
 #include "tests/looks/cubes.h"
 #include "tests/tintwell_host/packing.h"
 #include "tests/tintwell_host/program_fixture.h"
@@ -24,7 +25,7 @@ protected:
         return found;
     }
     void writeCurve(const std::string& name, float (*change)(float)) const {
-        twtest::writeFile(file(name), looks_test::cubeOf(looks_test::curveOf(5, change)));
+        twtest::writeFile(file(name), looks::writeCube(looks_test::curveOf(5, change)));
     }
 };
 
@@ -122,7 +123,7 @@ TEST_F(ShowCommand, drawsLooksOfAnyKind) {
     writeCurve("clips.cube", [](float in) { return std::clamp(in * 3.0f - 1.0f, 0.0f, 1.0f); });
     writeCurve("far.cube", [](float in) { return in * 1000.0f - 500.0f; });
     twtest::writeFile(file(std::string(150, 'w') + ".cube"),
-                      looks_test::cubeOf(twtest::scatteredLut(9, 3)));
+                      looks::writeCube(twtest::scatteredLut(9, 3)));
     for (const std::string& look :
          {std::string("flat"), std::string("clips"), std::string("far"), std::string(150, 'w')}) {
         EXPECT_EQ(count(sheet(look + ".cube"), " nan"), 0u) << look;

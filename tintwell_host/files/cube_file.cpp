@@ -1,7 +1,6 @@
 #include "tintwell_host/files/cube_file.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <fstream>
 
@@ -12,18 +11,6 @@
 #include "tintwell_host/files/output_file.h"
 
 namespace program {
-namespace {
-
-// Quotes and control characters would end the title early.
-std::string titleOf(const tw::Lut3D& lut) {
-    std::string title = lut.name;
-    std::replace_if(
-        title.begin(), title.end(),
-        [](unsigned char c) { return c == '"' || std::iscntrl(c) != 0; }, '_');
-    return title;
-}
-
-}  // namespace
 
 std::string textFromCube(const std::string& path) {
     // Read here, and once: the button's rules do not tell a file that cannot be opened from one
@@ -50,19 +37,6 @@ tw::Lut3D lutFromText(const std::string& text, const std::string& origin) {
         throw Failure("cannot use '" + origin + "': " + reason);
     }
     return lut;
-}
-
-std::string cubeFromLut(const tw::Lut3D& lut) {
-    std::string text = "TITLE \"" + titleOf(lut) + "\"\n";
-    if (lut.id != 0) text += "# Tintwell match " + std::to_string(lut.id) + "\n";
-    text += "LUT_3D_SIZE " + std::to_string(lut.size) + "\n";
-    char line[64];
-    for (std::size_t at = 0; at < lut.data.size(); at += 3) {
-        std::snprintf(line, sizeof line, "%.9g %.9g %.9g\n", static_cast<double>(lut.data[at]),
-                      static_cast<double>(lut.data[at + 1]), static_cast<double>(lut.data[at + 2]));
-        text += line;
-    }
-    return text;
 }
 
 std::string describeLut(const tw::Lut3D& lut) {

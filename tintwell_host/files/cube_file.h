@@ -14,9 +14,6 @@ std::string textFromCube(const std::string& path);
 // The LUT of a TWLUT text. `origin` names the text in messages. Throws Failure.
 tw::Lut3D lutFromText(const std::string& text, const std::string& origin);
 
-// The .cube text of a LUT, with a title and, for a LUT with a match id, the match comment.
-std::string cubeFromLut(const tw::Lut3D& lut);
-
 // One line about a LUT: name, match, points, range.
 std::string describeLut(const tw::Lut3D& lut);
 

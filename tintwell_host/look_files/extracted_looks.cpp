@@ -4,7 +4,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "tintwell_host/files/cube_file.h"
+#include "looks/writing.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/output_file.h"
 
@@ -48,7 +48,7 @@ void ExtractedLooks::write(const tw::Lut3D& lut, const std::string& text) const 
     std::string base = name;
     for (int number = 2; taken(base); ++number)
         base = name + " " + std::to_string(number);
-    writeWhole((folder_ / (base + ".cube")).string(), cubeFromLut(lut));
+    writeWhole((folder_ / (base + ".cube")).string(), looks::writeCube(lut));
     writeWhole((folder_ / (base + ".twlut")).string(), text + "\n");
 }
 
