@@ -14,7 +14,7 @@ namespace looks {
 namespace {
 
 void add(Check& check, std::vector<Finding> findings) {
-    std::ranges::move(findings, std::back_inserter(check.findings));
+    std::move(findings.begin(), findings.end(), std::back_inserter(check.findings));
 }
 
 void addFatal(Check& check, const char* id, std::string words, std::string advice) {
@@ -22,9 +22,10 @@ void addFatal(Check& check, const char* id, std::string words, std::string advic
 }
 
 Check finished(Check check) {
-    std::ranges::stable_sort(check.findings, {}, &Finding::weight);
-    check.works = std::ranges::none_of(check.findings,
-                                       [](const Finding& f) { return f.weight == Weight::kFatal; });
+    std::stable_sort(check.findings.begin(), check.findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.weight < b.weight; });
+    check.works = std::none_of(check.findings.begin(), check.findings.end(),
+                               [](const Finding& f) { return f.weight == Weight::kFatal; });
     return check;
 }
 
@@ -54,7 +55,8 @@ void checkStored(Check& check, const std::string& text) {
     }
     check.precision = precisionOf(check.lut, stored);
     add(check, notesOf(*check.precision));
-    if (!std::ranges::all_of(stored.data, [](float v) { return std::isfinite(v); })) {
+    if (!std::all_of(stored.data.begin(), stored.data.end(),
+                     [](float v) { return std::isfinite(v); })) {
         addFatal(check, "not-finite", "infinite values leave the text without any usable one",
                  "The look was computed wrongly; export it again.");
     }

@@ -49,8 +49,8 @@ std::size_t malformedLine(const std::string& contents, const Lines& lines) {
 std::string quoted(std::string_view line) {
     constexpr std::size_t kLongest = 40;
     std::string text(line.substr(0, kLongest));
-    std::ranges::replace_if(
-        text, [](unsigned char c) { return c < 0x20 || c >= 0x7F; }, '?');
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c >= 0x7F; }, '?');
     return "\"" + text + (line.size() > kLongest ? "...\"" : "\"");
 }
 
@@ -99,11 +99,12 @@ Finding malformed(const std::string& contents, const std::string& reason) {
 
 std::size_t countNumberLines(const std::string& contents) {
     const Lines lines = linesOf(contents);
-    return static_cast<std::size_t>(std::ranges::count_if(lines, [](std::string_view line) {
-        const std::string_view text = trimmed(line);
-        return !text.empty() &&
-               std::string_view("+-.0123456789").find(text[0]) != std::string_view::npos;
-    }));
+    return static_cast<std::size_t>(
+        std::count_if(lines.begin(), lines.end(), [](std::string_view line) {
+            const std::string_view text = trimmed(line);
+            return !text.empty() &&
+                   std::string_view("+-.0123456789").find(text[0]) != std::string_view::npos;
+        }));
 }
 
 Finding wrongCount(const std::string& contents, const std::string& reason) {

@@ -28,7 +28,9 @@ void countSamples(const tw::Lut3D& lut, Facts& facts) {
     }
     for (std::size_t point = 0; point < facts.points; ++point) {
         const Colour colour = colourAt(lut.data, point);
-        const auto has = [&colour](auto test) { return std::ranges::any_of(colour, test); };
+        const auto has = [&colour](auto test) {
+            return std::any_of(colour.begin(), colour.end(), test);
+        };
         if (has([](float sample) { return sample < 0.0f; })) ++facts.below;
         if (has([](float sample) { return sample > 1.0f; })) ++facts.above;
     }
@@ -40,11 +42,11 @@ std::size_t countDuplicates(const tw::Lut3D& lut, std::size_t points) {
     colours.reserve(points);
     for (std::size_t point = 0; point < points; ++point) {
         const Colour colour = colourAt(lut.data, point);
-        if (std::ranges::none_of(colour, [](float v) { return std::isnan(v); })) {
+        if (std::none_of(colour.begin(), colour.end(), [](float v) { return std::isnan(v); })) {
             colours.push_back(colour);
         }
     }
-    std::ranges::sort(colours);
+    std::sort(colours.begin(), colours.end());
     std::size_t duplicates = 0;
     for (std::size_t at = 0; at < colours.size();) {
         std::size_t end = at + 1;
@@ -112,7 +114,7 @@ Facts factsOf(const tw::Lut3D& lut) {
     facts.black = greys.front();
     facts.white = greys.back();
     for (std::size_t i = 0; i < greys.size(); ++i) {
-        const auto [low, high] = std::ranges::minmax(greys[i]);
+        const auto [low, high] = std::minmax({greys[i][0], greys[i][1], greys[i][2]});
         if (high - low > facts.cast) {
             facts.cast = high - low;
             facts.castAt = greyAt(i);

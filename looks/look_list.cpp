@@ -23,7 +23,7 @@ ListedLook listed(const tw::Lut3D& lut) {
     look.size = lut.size;
     look.probe = lut.probe;
     if (!lut.data.empty()) {
-        const auto [low, high] = std::ranges::minmax_element(lut.data);
+        const auto [low, high] = std::minmax_element(lut.data.begin(), lut.data.end());
         look.lowest = *low;
         look.highest = *high;
     }
@@ -57,7 +57,9 @@ bool LookList::add(const FoundText& text, std::size_t place) {
     tw::Lut3D lut;
     std::string reason;
     if (!tw::parseEmbeddedText(text.text, lut, &reason)) {
-        auto same = std::ranges::find(unreadable_, reason, &UnreadableText::reason);
+        auto same =
+            std::find_if(unreadable_.begin(), unreadable_.end(),
+                         [&reason](const UnreadableText& text) { return text.reason == reason; });
         if (same == unreadable_.end()) same = unreadable_.insert(same, {reason, {}});
         return note(same->found, place);
     }

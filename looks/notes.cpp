@@ -107,8 +107,8 @@ private:
 
     void noteEnds() {
         const auto moved = [](const Colour& colour, float from) {
-            return std::ranges::any_of(colour,
-                                       [from](float v) { return std::abs(v - from) >= kStep / 2; });
+            return std::any_of(colour.begin(), colour.end(),
+                               [from](float v) { return std::abs(v - from) >= kStep / 2; });
         };
         if (moved(facts_.black, 0.0f)) note("black-moved", "black becomes " + spell(facts_.black));
         if (moved(facts_.white, 1.0f)) note("white-moved", "white becomes " + spell(facts_.white));

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "looks/accuracy.h"
+#include "looks/forms.h"
 #include "looks/measure.h"
-#include "looks/writing.h"
 #include "tintwell_host/files/cube_file.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/frame_size.h"

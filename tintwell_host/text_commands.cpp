@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "looks/writing.h"
+#include "looks/forms.h"
 #include "tintwell_host/files/cube_file.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/output_file.h"

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+#include "lut_text.h"
+
 namespace tw {
 
 // What a file became. `text` is its TWLUT3 text with the file's match id and name.
@@ -30,6 +32,6 @@ LutFileResult judgeLutFile(const std::string& contents, const std::wstring& path
 std::wstring lutNameOf(const std::wstring& path);
 
 // The number after the first "# Tintwell match " in a .cube text, as atol reads it; 0 without one.
-long matchIdOf(const std::string& cubeText);
+MatchId matchIdOf(const std::string& cubeText);
 
 }  // namespace tw

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "export.h"
@@ -35,10 +36,13 @@ inline constexpr std::size_t kLongestTextName = 399;  // percent-encoded
 inline constexpr std::size_t kShortHead = 96;
 inline constexpr std::size_t kLongHead = 1200;
 
+// A match id as it is passed on: `long`, where that holds one.
+using MatchId = std::conditional_t<sizeof(long) == sizeof(std::int64_t), long, std::int64_t>;
+
 // The TWLUT3 text of lut.size and lut.data with the given id and name (any bytes; those that are
 // not letters or digits in the process's locale are percent-encoded). Samples are spread over the
 // range they span; NaN samples are stored as code 0. No line end.
-TW_EXPORT std::string toEmbeddedText(const Lut3D& lut, long id, const std::string& name);
+TW_EXPORT std::string toEmbeddedText(const Lut3D& lut, MatchId id, const std::string& name);
 
 // Reads any TWLUT text into `lut`, which is reset first. Numbers are read as in the C locale. On
 // failure returns false, sets *err (when given) to one fixed message and leaves `lut` partly

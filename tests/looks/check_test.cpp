@@ -1,6 +1,6 @@
 // The verdicts on .cube files and texts, and each finding with its words.
 #include "looks/check.h"
-#include "looks/writing.h"
+#include "looks/forms.h"
 
 #include <gtest/gtest.h>
 

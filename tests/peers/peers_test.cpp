@@ -7,7 +7,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "looks/writing.h"
+#include "looks/forms.h"
 #include "tests/peers/peer.h"
 #include "tests/support/row_name.h"
 #include "tests/support/temp_folder.h"

@@ -7,15 +7,15 @@ namespace {
 
 TEST(ColourDifference, ofTheSameColoursIsNone) {
     const program::Difference none = program::differenceOf({0.1f, 0.5f, 0.9f}, {0.1f, 0.5f, 0.9f});
-    EXPECT_EQ(none.largestSteps, 0.0);
+    EXPECT_EQ(none.steps.largest, 0.0);
     EXPECT_EQ(none.largestDelta, 0.0);
 }
 
 TEST(ColourDifference, countsStepsOf8Bits) {
     const program::Difference some =
         program::differenceOf({0, 0, 0, 0, 0, 0}, {1, 0, 0, 0, -0.5f, 0});
-    EXPECT_DOUBLE_EQ(some.largestSteps, 255.0);
-    EXPECT_DOUBLE_EQ(some.meanSteps, 255.0 * 1.5 / 6.0);
+    EXPECT_DOUBLE_EQ(some.steps.largest, 255.0);
+    EXPECT_DOUBLE_EQ(some.steps.mean, 255.0 * 1.5 / 6.0);
 }
 
 // Black and white are 100 apart, and a grey is as far from black as its lightness makes it.

@@ -1,7 +1,7 @@
 // The sheets that `tintwell-host show` draws.
 #include <cmath>
 
-#include "looks/writing.h"
+#include "looks/forms.h"
 #include "tests/looks/cubes.h"
 #include "tests/tintwell_host/packing.h"
 #include "tests/tintwell_host/program_fixture.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "native/src/judge_cube.h"
+#include "looks/forms.h"
 #include "native/src/lut_text.h"
 #include "native/src/paths.h"
 #include "tintwell_host/files/failure.h"
@@ -16,18 +16,11 @@ std::string textFromCube(const std::string& path) {
     // Read here, and once: the button's rules do not tell a file that cannot be opened from one
     // that is empty, they spell a path in their own way, and a pipe gives its contents only once.
     const std::string contents = readText(path);
-    if (contents.empty()) throw Failure("cannot use '" + path + "': the file is empty");
-    tw::LutFile file;
+    std::string text;
     std::string reason;
-    switch (tw::judgeLutFile(contents, tw::fromUtf8(path), file, reason)) {
-        case tw::LutFileResult::kUnreadable:
-            throw Failure("cannot use '" + path + "': " + reason);
-        case tw::LutFileResult::kForeignDomain:
-            throw Failure("cannot use '" + path + "': its domain is other than 0..1");
-        case tw::LutFileResult::kLoaded:
-            break;
-    }
-    return file.text;
+    if (!looks::textFromCube(contents, tw::fromUtf8(path), text, reason))
+        throw Failure("cannot use '" + path + "': " + reason);
+    return text;
 }
 
 tw::Lut3D lutFromText(const std::string& text, const std::string& origin) {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "looks/writing.h"
+#include "looks/forms.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/output_file.h"
 

@@ -3,7 +3,6 @@
 #include <lcms2.h>
 
 #include <algorithm>
-#include <cmath>
 #include <new>
 
 namespace program {
@@ -35,12 +34,7 @@ std::vector<cmsCIELab> labOf(const std::vector<float>& colours) {
 
 Difference differenceOf(const std::vector<float>& one, const std::vector<float>& other) {
     Difference difference;
-    for (std::size_t i = 0; i < one.size(); ++i) {
-        const double steps =
-            std::abs(static_cast<double>(one[i]) - static_cast<double>(other[i])) * 255.0;
-        difference.largestSteps = std::max(difference.largestSteps, steps);
-        difference.meanSteps += steps / static_cast<double>(one.size());
-    }
+    difference.steps = looks::stepsBetween(one, other);
     const std::vector<cmsCIELab> first = labOf(one);
     const std::vector<cmsCIELab> second = labOf(other);
     for (std::size_t i = 0; i < first.size(); ++i) {

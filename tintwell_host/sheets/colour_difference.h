@@ -3,12 +3,13 @@
 
 #include <vector>
 
+#include "looks/comparison.h"
+
 namespace program {
 
-// Of two lists of colours; steps are those of 8 bits, CIEDE2000 counts just visible differences.
+// Of two lists of colours; CIEDE2000 counts just visible differences.
 struct Difference {
-    double largestSteps = 0.0;  // of any channel
-    double meanSteps = 0.0;     // of all channels
+    looks::Steps steps;
     double largestDelta = 0.0;
     double meanDelta = 0.0;
     std::vector<float> deltas;  // CIEDE2000 of each colour

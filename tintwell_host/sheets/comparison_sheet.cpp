@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "looks/comparison.h"
 #include "looks/words.h"
 #include "tintwell_host/sheets/colour_difference.h"
 #include "tintwell_host/sheets/curve_plot.h"
@@ -13,9 +14,6 @@ namespace program {
 namespace {
 
 constexpr double kHeight = 1470.0;
-// As many colours an axis are compared, whatever the sizes of the looks.
-constexpr int kCompared = 33;
-
 // From dark blue over grey to yellow: the lightness rises all the way, and colour-blind people see
 // the same order.
 constexpr std::array<std::array<float, 3>, 5> kScale = {{{0.03f, 0.10f, 0.25f},
@@ -36,18 +34,6 @@ std::vector<float> coloursOf(const Picture& picture) {
     for (std::size_t at = 0; at < picture.floats.size(); at += 4)
         colours.insert(colours.end(), picture.floats.begin() + static_cast<std::ptrdiff_t>(at),
                        picture.floats.begin() + static_cast<std::ptrdiff_t>(at + 3));
-    return colours;
-}
-
-std::vector<float> latticeOf(const tw::Lut3D& lut) {
-    std::vector<float> colours(tw::latticeFloats(kCompared));
-    for (std::size_t point = 0; point < colours.size() / 3; ++point) {
-        constexpr float kTop = kCompared - 1;
-        const float in[3] = {static_cast<float>(point % kCompared) / kTop,
-                             static_cast<float>(point / kCompared % kCompared) / kTop,
-                             static_cast<float>(point / kCompared / kCompared) / kTop};
-        tw::sampleTetra(lut, in, &colours[point * 3]);
-    }
     return colours;
 }
 
@@ -99,8 +85,8 @@ void drawNumbers(Canvas& canvas, const Box& box, const Difference& lattice,
         const char* what;
         double all;
         double shown;
-    } rows[] = {{"largest, steps of 8 bits", lattice.largestSteps, picture.largestSteps},
-                {"mean, steps of 8 bits", lattice.meanSteps, picture.meanSteps},
+    } rows[] = {{"largest, steps of 8 bits", lattice.steps.largest, picture.steps.largest},
+                {"mean, steps of 8 bits", lattice.steps.mean, picture.steps.mean},
                 {"largest, CIEDE2000", lattice.largestDelta, picture.largestDelta},
                 {"mean, CIEDE2000", lattice.meanDelta, picture.meanDelta}};
     constexpr TextStyle kNumber{30.0, style::kText, true};
@@ -123,7 +109,8 @@ std::string comparisonSheet(const looks::Check& one, const looks::Check& other,
     const Picture first = graded(before, one.lut, 1.0f);
     const Picture second = graded(before, other.lut, 1.0f);
     const Difference seen = differenceOf(coloursOf(first), coloursOf(second));
-    const Difference lattice = differenceOf(latticeOf(one.lut), latticeOf(other.lut));
+    const Difference lattice =
+        differenceOf(looks::comparedColours(one.lut), looks::comparedColours(other.lut));
     const float top = topOf(seen);
     Canvas canvas(kSheetWidth, kHeight, style::kBackground);
     const std::string title = nameOf(one.lut) + "  and  " + nameOf(other.lut);
@@ -138,8 +125,8 @@ std::string comparisonSheet(const looks::Check& one, const looks::Check& other,
         style::kStrongCaption);
     drawCurves(canvas, {kMargin, kThird - 16, 736, 320}, {&one.lut, &other.lut});
     drawNumbers(canvas, {kSheetWidth - kMargin - 736, kThird - 4, 736, 300}, lattice, seen);
-    return canvas.finish(title, "The largest difference is " + spelt(lattice.largestSteps) +
-                                    " steps of 8 bits, the mean " + spelt(lattice.meanSteps) +
+    return canvas.finish(title, "The largest difference is " + spelt(lattice.steps.largest) +
+                                    " steps of 8 bits, the mean " + spelt(lattice.steps.mean) +
                                     "; in CIEDE2000 " + spelt(lattice.largestDelta) + " and " +
                                     spelt(lattice.meanDelta) + ".");
 }

@@ -18,10 +18,10 @@ constexpr std::string_view kSize1DKeyword = "LUT_1D_SIZE";
 constexpr std::int32_t kMinSize = 2;
 constexpr std::int32_t kMaxSize = 256;
 
-// A number as atoi gives it, without its undefined results: a value past the range of long is the
-// nearest long, of which the low 32 bits are kept.
+// A number as atoi gives it, without its undefined results: a value past 64 bits is the nearest one
+// of them, of which the low 32 bits are kept.
 std::int32_t readInteger(const char* at) {
-    return static_cast<std::int32_t>(std::strtol(at, nullptr, 10));
+    return static_cast<std::int32_t>(std::strtoll(at, nullptr, 10));
 }
 
 // Reads one cube file. Each step returns null, or the message of the failure that ends the parse.

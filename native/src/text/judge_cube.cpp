@@ -28,10 +28,10 @@ std::wstring lutNameOf(const std::wstring& path) {
     return name.substr(0, name.rfind(L'.'));
 }
 
-long matchIdOf(const std::string& cubeText) {
+MatchId matchIdOf(const std::string& cubeText) {
     const std::size_t comment = cubeText.find(kMatchComment);
     if (comment == std::string::npos) return 0;
-    return std::strtol(cubeText.c_str() + comment + kMatchComment.size(), nullptr, 10);
+    return std::strtoll(cubeText.c_str() + comment + kMatchComment.size(), nullptr, 10);
 }
 
 LutFileResult judgeLutFile(const std::string& contents, const std::wstring& path, LutFile& file,

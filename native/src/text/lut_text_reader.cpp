@@ -16,7 +16,7 @@ constexpr int kMinSize = 2;
 
 // Scanned from a copy of the head, as sscanf measures the length of its whole input first.
 struct Header {
-    long id = 0;
+    long long id = 0;
     char name[kLongestTextName + 1] = {};
     int size = 0;
     float lo = 0;
@@ -28,14 +28,14 @@ struct Header {
 // long a name may be. They must not be replaced by something stricter or more lenient.
 bool scanNamed(const std::string& head, Header& header) {
     const int fields =
-        std::sscanf(head.c_str(), "TWLUT3 %ld %399s %d %f %f %n", &header.id, header.name,
+        std::sscanf(head.c_str(), "TWLUT3 %lld %399s %d %f %f %n", &header.id, header.name,
                     &header.size, &header.lo, &header.hi, &header.consumed);
     return fields == 5 && header.consumed >= 1;
 }
 
 bool scanNumbered(const std::string& head, Header& header) {
-    const int fields = std::sscanf(head.c_str(), "TWLUT2 %ld %d %f %f %n", &header.id, &header.size,
-                                   &header.lo, &header.hi, &header.consumed);
+    const int fields = std::sscanf(head.c_str(), "TWLUT2 %lld %d %f %f %n", &header.id,
+                                   &header.size, &header.lo, &header.hi, &header.consumed);
     return fields == 4 && header.consumed > 0;
 }
 

@@ -102,7 +102,7 @@ std::string encodeName(const std::string& name) {
 
 }  // namespace
 
-std::string toEmbeddedText(const Lut3D& lut, long id, const std::string& name) {
+std::string toEmbeddedText(const Lut3D& lut, MatchId id, const std::string& name) {
     const CodeRange range = rangeOf(lut.data);
     std::string text =
         "TWLUT3 " + std::to_string(id) + " " + encodeName(name) + formatNumbers(lut.size, range);

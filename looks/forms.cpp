@@ -1,10 +1,12 @@
-#include "looks/writing.h"
+#include "looks/forms.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "native/src/c_locale.h"
+#include "native/src/judge_cube.h"
 #include "native/src/lut_text.h"
 
 namespace looks {
@@ -42,6 +44,26 @@ std::string whyNoText(const tw::Lut3D& lut, const std::string& text) {
 
 }  // namespace
 
+bool textFromCube(const std::string& contents, const std::wstring& path, std::string& text,
+                  std::string& reason) {
+    if (contents.empty()) {
+        reason = "the file is empty";
+        return false;
+    }
+    tw::LutFile file;
+    switch (tw::judgeLutFile(contents, path, file, reason)) {
+        case tw::LutFileResult::kUnreadable:
+            return false;
+        case tw::LutFileResult::kForeignDomain:
+            reason = "its domain is other than 0..1";
+            return false;
+        case tw::LutFileResult::kLoaded:
+            break;
+    }
+    text = std::move(file.text);
+    return true;
+}
+
 std::string writeCube(const tw::Lut3D& lut) {
     const tw::CLocaleScope cNumbers;
     std::string text = "TITLE \"" + titleOf(lut) + "\"\n";
@@ -57,7 +79,7 @@ std::string writeCube(const tw::Lut3D& lut) {
 }
 
 bool writeText(const tw::Lut3D& lut, std::string& text, std::string& reason) {
-    text = tw::toEmbeddedText(lut, static_cast<long>(lut.id), lut.name);
+    text = tw::toEmbeddedText(lut, lut.id, lut.name);
     reason = whyNoText(lut, text);
     return reason.empty();
 }

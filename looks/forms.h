@@ -7,8 +7,14 @@
 
 namespace looks {
 
+// The TWLUT text of a .cube file by the rules of the effect's LUT button; `path` gives the name.
+// False when the button would refuse it, with why in `reason`, to be said behind the file's name.
+// Threads: any. Throws what strings and vectors throw.
+bool textFromCube(const std::string& contents, const std::wstring& path, std::string& text,
+                  std::string& reason);
+
 // The .cube text of a LUT with size >= 2, with a title and, for a LUT with a match id, the match
-// comment. Threads: any. Throws what strings throw.
+// comment. The same.
 std::string writeCube(const tw::Lut3D& lut);
 
 // The TWLUT3 text of a LUT, with its id and name. False when the effect could not read the same
