@@ -436,5 +436,7 @@ export function toUtf16(text) {
  * @returns {Promise<Engine>}
  */
 export async function loadEngine(options = {}) {
-    return new Engine(await loadModule(options));
+    // The loader would else look for the place of this file, which a packed page does not have.
+    const place = options.wasmBinary ? { locateFile: (file) => file } : {};
+    return new Engine(await loadModule({ ...options, ...place }));
 }

@@ -1,0 +1,2 @@
+import { app } from './app.mjs';
+import { call } from './engine_client.mjs';

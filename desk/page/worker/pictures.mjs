@@ -1,0 +1,3 @@
+export function pictureMethods(shared) {
+    return {};
+}
