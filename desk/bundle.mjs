@@ -45,7 +45,8 @@ const worker = await script('worker/main.mjs', {
     'tintwell:wasm': { file: join(engine, 'tintwell_engine.wasm') },
 });
 const main = await script('main.mjs', { 'tintwell:worker': { text: worker } });
-const style = await readFile(join(page, 'style.css'), 'utf8');
+const sheets = ['style.css', 'look/look.css', 'picture/picture.css', 'match/match.css'];
+const style = (await Promise.all(sheets.map((sheet) => readFile(join(page, sheet), 'utf8')))).join('');
 const policy = [
     "default-src 'none'",
     `script-src ${hashOf(main)} 'wasm-unsafe-eval'`,
