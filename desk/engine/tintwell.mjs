@@ -99,18 +99,19 @@ const MOST_BYTES = 1 << 30;
 const MOST_UNPACKED = 2 ** 34;
 const PIECE = 1 << 20;
 
-/** The error that the engine threw, as a TintwellError. */
+/** Makes what the engine says to the user a TintwellError. */
 function told(call) {
     try {
         return call();
     } catch (error) {
-        if (error instanceof Error && !(error instanceof WebAssembly.RuntimeError))
-            throw new TintwellError(error.message);
-        throw new TintwellError('there is not enough memory for it');
+        if (error instanceof WebAssembly.RuntimeError)
+            throw new TintwellError('there is not enough memory for it');
+        if (error?.constructor === Error) throw new TintwellError(error.message);
+        throw error;
     }
 }
 
-/** What `release` frees although the user forgot it. */
+/** Frees what the user forgot. */
 const forgotten = new FinalizationRegistry((handle) => handle.delete());
 
 /** A look. Never changes; free() it when it is no longer needed, or leave it to the collector. */
@@ -305,6 +306,17 @@ class Engine {
     pattern(steps, width, height) {
         return new Uint8ClampedArray(
             this.#taken(() => this.#module.drawPattern(steps, width, height)).buffer);
+    }
+
+    /**
+     * A computed picture to look at looks with: an evening landscape, greys, skin, strong colours.
+     * @param {number} width  2 or more.
+     * @param {number} height
+     * @returns {Uint8ClampedArray}
+     */
+    scene(width, height) {
+        return new Uint8ClampedArray(
+            this.#taken(() => this.#module.drawScene(width, height)).buffer);
     }
 
     /**
