@@ -1,10 +1,10 @@
 #include <cstdio>
 
+#include "looks/scene.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/files/output_file.h"
 #include "tintwell_host/look_commands.h"
 #include "tintwell_host/look_files/look_file.h"
-#include "tintwell_host/sheets/scene.h"
 #include "tintwell_host/sheets/sheet.h"
 
 namespace program {
@@ -12,7 +12,13 @@ namespace {
 
 // The computed one in the size of the largest picture on a sheet.
 Picture pictureFor(const std::string& file) {
-    return file.empty() ? computedScene(736, 414) : readPicture(file, Depth::kFloat);
+    if (!file.empty()) return readPicture(file, Depth::kFloat);
+    Picture scene;
+    scene.width = 736;
+    scene.height = 414;
+    scene.depth = Depth::kFloat;
+    scene.floats = looks::computedScene(scene.width, scene.height);
+    return scene;
 }
 
 }  // namespace

@@ -114,6 +114,10 @@ std::unique_ptr<Bytes> drawPattern(int steps, int width, int height) {
     return guarded([&] { return pattern(steps, width, height); });
 }
 
+std::unique_ptr<Bytes> drawScene(int width, int height) {
+    return guarded([&] { return scene(width, height); });
+}
+
 // `report` is an object that is given the members.
 std::unique_ptr<Look> measureLook(const Floats& pixels, int width, int height,
                                   const looks::PatternFrame& frame, bool isOf8Bits,
@@ -190,6 +194,7 @@ EMSCRIPTEN_BINDINGS(tintwell) {
     function("grade8", &grade8);
     function("gradeF", &gradeF);
     function("drawPattern", &drawPattern);
+    function("drawScene", &drawScene);
     function("measure", &measureLook);
     function("checkCube", &checkCube);
     function("checkText", &checkText);

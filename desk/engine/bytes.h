@@ -8,12 +8,15 @@
 
 namespace desk {
 
+// JavaScript's counts are doubles. Throws std::bad_alloc for what no memory here can hold.
+std::size_t countOf(double count);
+
 // Both throw std::bad_alloc or std::length_error where there is not enough memory. A view is valid
 // until memory is next allocated here.
 
 class Bytes {
 public:
-    explicit Bytes(double count) : bytes(static_cast<std::size_t>(count), '\0') {}
+    explicit Bytes(double count) : bytes(countOf(count), '\0') {}
     explicit Bytes(std::string&& text) : bytes(std::move(text)) {}
 
     emscripten::val view();
@@ -24,7 +27,7 @@ public:
 
 class Floats {
 public:
-    explicit Floats(double count) : values(static_cast<std::size_t>(count)) {}
+    explicit Floats(double count) : values(countOf(count)) {}
     explicit Floats(std::vector<float>&& values) : values(std::move(values)) {}
 
     emscripten::val view();

@@ -1,5 +1,8 @@
 #include "desk/engine/pictures.h"
 
+#include <algorithm>
+
+#include "looks/scene.h"
 #include "native/src/lut_text.h"
 
 namespace desk {
@@ -60,6 +63,15 @@ std::unique_ptr<Bytes> pattern(int steps, int width, int height) {
     checkSize(width, height);
     auto pixels = std::make_unique<Bytes>(static_cast<double>(width) * height * 4);
     tw::fillProbe8(steps, imageOf(*pixels, width, height));
+    return pixels;
+}
+
+std::unique_ptr<Bytes> scene(int width, int height) {
+    checkSize(width - 1, height - 1);
+    const std::vector<float> values = looks::computedScene(width, height);
+    auto pixels = std::make_unique<Bytes>(static_cast<double>(values.size()));
+    std::transform(values.begin(), values.end(), pixels->data(),
+                   [](float value) { return static_cast<std::uint8_t>(value * 255.0f + 0.5f); });
     return pixels;
 }
 

@@ -20,6 +20,9 @@ void renderF(Floats& pixels, int width, int height, const Look& look, double amo
 // The calibration pattern of 2..64 steps per channel in 8 bits.
 std::unique_ptr<Bytes> pattern(int steps, int width, int height);
 
+// The computed picture, in 8 bits.
+std::unique_ptr<Bytes> scene(int width, int height);
+
 // See looks::measurePattern. Throws Refusal.
 looks::Measurement measure(const Floats& pixels, int width, int height,
                            const looks::PatternFrame& frame);

@@ -15,6 +15,15 @@ export class TintwellError extends Error {
     name = 'TintwellError';
 }
 
+/** The engine has failed: it, its looks and its pictures are lost. Load it again. */
+export class EngineLost extends Error {
+    name = 'EngineLost';
+
+    constructor() {
+        super('the engine has failed and has to be started again');
+    }
+}
+
 /**
  * @typedef {object} Finding  One thing that somebody ought to know about a look.
  * @property {'fatal'|'trap'|'note'} weight  fatal: the effect cannot use the look; trap: it works,
@@ -99,18 +108,18 @@ const MOST_BYTES = 1 << 30;
 const MOST_UNPACKED = 2 ** 34;
 const PIECE = 1 << 20;
 
-/** The error that the engine threw, as a TintwellError. */
+/** Makes what the engine says to the user a TintwellError. */
 function told(call) {
     try {
         return call();
     } catch (error) {
-        if (error instanceof Error && !(error instanceof WebAssembly.RuntimeError))
-            throw new TintwellError(error.message);
-        throw new TintwellError('there is not enough memory for it');
+        if (error instanceof WebAssembly.RuntimeError) throw new EngineLost();
+        if (error?.constructor === Error) throw new TintwellError(error.message);
+        throw error;
     }
 }
 
-/** What `release` frees although the user forgot it. */
+/** Frees what the user forgot. */
 const forgotten = new FinalizationRegistry((handle) => handle.delete());
 
 /** A look. Never changes; free() it when it is no longer needed, or leave it to the collector. */
@@ -172,6 +181,31 @@ function bytesOf(contents) {
     if (typeof contents === 'string') return new TextEncoder().encode(contents);
     if (contents instanceof ArrayBuffer) return new Uint8Array(contents);
     return new Uint8Array(contents.buffer, contents.byteOffset, contents.byteLength);
+}
+
+/** What C++ would cut silently is refused here. */
+function checkPicture({ data, width, height }) {
+    const isOf8Bits = data instanceof Uint8Array || data instanceof Uint8ClampedArray;
+    if (!isOf8Bits && !(data instanceof Float32Array))
+        throw new TintwellError('the values of a picture are bytes or floats of 32 bits');
+    checkWhole(width, height);
+}
+
+function checkWhole(...numbers) {
+    if (!numbers.every((number) => Number.isInteger(number) && Math.abs(number) < 2 ** 31))
+        throw new TintwellError('sizes and steps are whole numbers');
+}
+
+function idText(id) {
+    let whole;
+    try {
+        whole = BigInt(id);
+    } catch {
+        whole = 2n ** 64n;
+    }
+    if (BigInt.asIntN(64, whole) !== whole)
+        throw new TintwellError('a match id is a whole number of 64 bits');
+    return String(whole);
 }
 
 async function* piecesOf(bytes) {
@@ -275,7 +309,7 @@ class Engine {
      * @returns {Look}
      */
     named(look, { id = look.id, name = look.name }) {
-        return told(() => new Look(this.#module.named(look.handle, String(id), name)));
+        return told(() => new Look(this.#module.named(look.handle, idText(id), name)));
     }
 
     /**
@@ -286,7 +320,9 @@ class Engine {
      * @param {number} [amount]  0 to 100.
      * @returns {Data}  New values; the picture's own are left alone.
      */
-    grade({ data, width, height }, look, amount = 100) {
+    grade(picture, look, amount = 100) {
+        checkPicture(picture);
+        const { data, width, height } = picture;
         const floats = data instanceof Float32Array;
         const Kind = floats ? this.#module.Floats : this.#module.Bytes;
         return this.#with(Kind, data, (copy) => {
@@ -303,8 +339,21 @@ class Engine {
      * @returns {Uint8ClampedArray}
      */
     pattern(steps, width, height) {
+        checkWhole(steps, width, height);
         return new Uint8ClampedArray(
             this.#taken(() => this.#module.drawPattern(steps, width, height)).buffer);
+    }
+
+    /**
+     * A computed picture to look at looks with: an evening landscape, greys, skin, strong colours.
+     * @param {number} width  2 or more.
+     * @param {number} height
+     * @returns {Uint8ClampedArray}
+     */
+    scene(width, height) {
+        checkWhole(width, height);
+        return new Uint8ClampedArray(
+            this.#taken(() => this.#module.drawScene(width, height)).buffer);
     }
 
     /**
@@ -319,14 +368,17 @@ class Engine {
      * @param {string} [options.name]
      * @returns {Measurement}
      */
-    measure({ data, width, height }, steps, options = {}) {
+    measure(picture, steps, options = {}) {
+        checkPicture(picture);
+        const { data, width, height } = picture;
         const { frameWidth = 0, frameHeight = 0, id = 0, name = '' } = options;
+        checkWhole(steps, frameWidth, frameHeight);
         const isOf8Bits = !(data instanceof Float32Array);
         const floats = isOf8Bits ? Float32Array.from(data, (value) => value / 255) : data;
         return this.#with(this.#module.Floats, floats, (copy) => {
             const frame = { size: steps, width: frameWidth, height: frameHeight };
             const report = {};
-            const look = this.#module.measure(copy, width, height, frame, isOf8Bits, String(id),
+            const look = this.#module.measure(copy, width, height, frame, isOf8Bits, idText(id),
                                               name, report);
             return { ...report, look: new Look(look) };
         });

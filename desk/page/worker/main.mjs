@@ -1,5 +1,5 @@
 // The worker: the engine, and what the page keeps in it. Messages: see ../engine_client.mjs.
-import { loadEngine } from 'tintwell:engine';
+import { EngineLost, loadEngine } from 'tintwell:engine';
 import wasmBinary from 'tintwell:wasm';
 import { lookMethods } from './looks.mjs';
 import { matchMethods } from './match.mjs';
@@ -37,5 +37,7 @@ onmessage = async ({ data: { call, method, args } }) => {
         postMessage({ call, result }, transfer);
     } catch (error) {
         postMessage({ call, message: error.message });
+        // Nothing here can be relied on any more: the page starts another worker.
+        if (error instanceof EngineLost) setTimeout(() => { throw error; });
     }
 };

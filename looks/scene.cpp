@@ -1,11 +1,11 @@
-#include "tintwell_host/sheets/scene.h"
+#include "looks/scene.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 
-namespace program {
+namespace looks {
 namespace {
 
 // Light, red, green, blue.
@@ -171,23 +171,20 @@ Light sceneAt(float x, float y) {
 
 }  // namespace
 
-Picture computedScene(int width, int height) {
-    Picture picture;
-    picture.width = width;
-    picture.height = height;
-    picture.depth = Depth::kFloat;
-    picture.floats.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+std::vector<float> computedScene(int width, int height) {
+    std::vector<float> pixels;
+    pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
     // The composition is 16:9, whatever the picture is.
     for (int row = 0; row < height; ++row) {
         for (int column = 0; column < width; ++column) {
             const float x = (static_cast<float>(column) + 0.5f) / static_cast<float>(width);
             const float y = (static_cast<float>(row) + 0.5f) / static_cast<float>(height);
             for (const float value : sceneAt(x * 16.0f / 9.0f, y))
-                picture.floats.push_back(std::clamp(value, 0.0f, 1.0f));
-            picture.floats.push_back(1.0f);
+                pixels.push_back(std::clamp(value, 0.0f, 1.0f));
+            pixels.push_back(1.0f);
         }
     }
-    return picture;
+    return pixels;
 }
 
-}  // namespace program
+}  // namespace looks
