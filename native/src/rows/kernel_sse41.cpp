@@ -1,6 +1,7 @@
 #include "native/src/rows/row_kernel.h"
 
-#if defined(__x86_64__)
+// WebAssembly has these instructions under other names, and a header that knows them.
+#if defined(__x86_64__) || defined(__wasm_simd128__)
 #include <immintrin.h>
 
 #include <cstring>

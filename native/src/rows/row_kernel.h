@@ -30,6 +30,8 @@ struct RowKernels {
 extern const RowKernels kScalarRows;
 #if defined(__x86_64__)
 extern const RowKernels kSse41Rows, kAvx2Rows, kAvx512Rows;
+#elif defined(__wasm_simd128__)
+extern const RowKernels kSse41Rows;
 #elif defined(__aarch64__)
 extern const RowKernels kNeonRows;
 #endif

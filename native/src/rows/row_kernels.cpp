@@ -28,6 +28,8 @@ KernelList findRunnable() {
     if (x86.sse41) list.add(kSse41Rows);
     if (x86.avx2) list.add(kAvx2Rows);
     if (x86.avx512f && x86.avx512bw && x86.avx512dq && x86.avx512vl) list.add(kAvx512Rows);
+#elif defined(__wasm_simd128__)
+    list.add(kSse41Rows);
 #elif defined(__aarch64__)
     list.add(kNeonRows);
 #endif

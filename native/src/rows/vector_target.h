@@ -7,7 +7,11 @@
 // cannot keep a copy of an inline function that only newer processors run, and a macOS build of
 // both slices at once passes nothing to the slice that does not know the option.
 #define TW_PRAGMA(text) _Pragma(#text)
-#if defined(__clang__)
+#if defined(__wasm__)
+// One set of instructions for the whole module.
+#define TW_TARGET_BEGIN(features)
+#define TW_TARGET_END
+#elif defined(__clang__)
 #define TW_TARGET_BEGIN(features) \
     TW_PRAGMA(clang attribute push(__attribute__((target(features))), apply_to = function))
 #define TW_TARGET_END TW_PRAGMA(clang attribute pop)
