@@ -1,0 +1,79 @@
+// The cloud of a look's lattice, turned by mouse, touch and keys.
+import { inNextFrame, onAppearance } from '../redraw.mjs';
+import { counted } from '../words.mjs';
+import { cloudOf, drawCloud } from './cloud_drawing.mjs';
+
+const START = { turn: 2.5, tilt: 0.35 };
+const KEY_STEP = Math.PI / 36;
+const STEEPEST = Math.PI / 2;
+
+const canvas = document.querySelector('#look-cloud');
+const figures = document.querySelector('#cloud-figures');
+const context = canvas.getContext('2d');
+
+let cloud = null;
+let view = { ...START };
+
+function coloursOf(style) {
+    return { line: style.getPropertyValue('--wire'), text: style.color };
+}
+
+const request = inNextFrame(() => {
+    const { clientWidth: width, clientHeight: height } = canvas;
+    if (!cloud || !width) return;
+    const density = devicePixelRatio;
+    const [across, down] = [Math.round(width * density), Math.round(height * density)];
+    if (canvas.width !== across) canvas.width = across;
+    if (canvas.height !== down) canvas.height = down;
+    context.setTransform(density, 0, 0, density, 0, 0);
+    drawCloud(context, cloud, view, { width, height }, coloursOf(getComputedStyle(canvas)));
+});
+
+function turnBy(turn, tilt) {
+    view.turn += turn;
+    view.tilt = Math.min(Math.max(view.tilt + tilt, -STEEPEST), STEEPEST);
+    request();
+}
+
+function reset() {
+    view = { ...START };
+    request();
+}
+
+function onKey(event) {
+    const step = event.shiftKey ? KEY_STEP * 3 : KEY_STEP;
+    const moves = {
+        ArrowLeft: () => turnBy(-step, 0),
+        ArrowRight: () => turnBy(step, 0),
+        ArrowUp: () => turnBy(0, -step),
+        ArrowDown: () => turnBy(0, step),
+        Home: reset,
+    };
+    if (!moves[event.key]) return;
+    event.preventDefault();
+    moves[event.key]();
+}
+
+function onMove(event) {
+    if (!canvas.hasPointerCapture(event.pointerId)) return;
+    turnBy(event.movementX / 120, event.movementY / 120);
+}
+
+/** @param {Float32Array} samples @param {number} size */
+export function showCloud(samples, size) {
+    cloud = cloudOf(samples, size);
+    let outside = 0;
+    for (let at = 0; at < samples.length; at += 3) {
+        if ([0, 1, 2].some((i) => samples[at + i] < 0 || samples[at + i] > 1)) ++outside;
+    }
+    const all = samples.length / 3;
+    const drawn = cloud.count < all ? `, ${cloud.count.toLocaleString('en')} of them drawn` : '';
+    figures.textContent = `${counted(all, 'point')}${drawn}. ` +
+        (outside ? `${counted(outside, 'point')} outside 0 to 1, framed.` : 'All within 0 to 1.');
+    request();
+}
+
+canvas.addEventListener('pointerdown', (event) => canvas.setPointerCapture(event.pointerId));
+canvas.addEventListener('pointermove', onMove);
+canvas.addEventListener('keydown', onKey);
+onAppearance(canvas, request);

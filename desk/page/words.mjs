@@ -1,0 +1,26 @@
+// Numbers and names in sentences.
+
+/** With up to three significant digits. @param {number} value */
+export function spell(value) {
+    return String(Number(value.toPrecision(3)));
+}
+
+/** "1 look", "2 looks". */
+export function counted(count, one, many = `${one}s`) {
+    return `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
+}
+
+/** "0.1 0.2 0.3". @param {number[]} colour */
+export function spellColour(colour) {
+    return colour.map(spell).join(' ');
+}
+
+export function nameOf({ name }) {
+    return name || '(no name)';
+}
+
+/** A file's name without what file systems refuse. */
+export function fileNameOf({ name }, ending) {
+    const safe = name.replace(/[\\/:*?"<>|\p{Cc}]/gu, '_').replace(/^\.+|[. ]+$/g, '');
+    return `${safe || 'look'}${ending}`;
+}
