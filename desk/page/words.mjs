@@ -10,9 +10,14 @@ export function counted(count, one, many = `${one}s`) {
     return `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
 }
 
+/** Of a picture or a LUT, where less than a ten-thousandth is no more than a rounding. */
+export function spellValue(value) {
+    return spell(Math.round(value * 1e4) / 1e4);
+}
+
 /** "0.1 0.2 0.3". @param {number[]} colour */
 export function spellColour(colour) {
-    return colour.map(spell).join(' ');
+    return colour.map(spellValue).join(' ');
 }
 
 export function nameOf({ name }) {

@@ -7,7 +7,7 @@ const CHANNELS = ['red', 'green', 'blue'];
 const WIDTHS = { red: 4, green: 2.5, blue: 1.25 };
 const OTHER_WIDTH = 1.75;
 const MOST_NAMED = 28;
-const HEIGHT = 340;
+const HEIGHT = 380;
 const EDGE = { left: 46, right: 14, top: 48, bottom: 42 };
 const TICKS = [0, 0.25, 0.5, 0.75, 1];
 

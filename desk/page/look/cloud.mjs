@@ -3,7 +3,7 @@ import { inNextFrame, onAppearance } from '../redraw.mjs';
 import { counted } from '../words.mjs';
 import { cloudOf, drawCloud } from './cloud_drawing.mjs';
 
-const START = { turn: 2.5, tilt: 0.35 };
+const START = { turn: 2.85, tilt: 0.4 };
 const KEY_STEP = Math.PI / 36;
 const STEEPEST = Math.PI / 2;
 
@@ -69,7 +69,7 @@ export function showCloud(samples, size) {
     const all = samples.length / 3;
     const drawn = cloud.count < all ? `, ${cloud.count.toLocaleString('en')} of them drawn` : '';
     figures.textContent = `${counted(all, 'point')}${drawn}. ` +
-        (outside ? `${counted(outside, 'point')} outside 0 to 1, framed.` : 'All within 0 to 1.');
+        (outside ? `${counted(outside, 'point')} outside 0 to 1, hollow.` : 'All within 0 to 1.');
     request();
 }
 

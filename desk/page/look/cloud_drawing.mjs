@@ -113,19 +113,22 @@ function projected({ values, count }, project) {
     return { places, nearness };
 }
 
-/** What lies outside is drawn hollow, with a rim that stands out from the ground. */
-function drawPoints(context, cloud, project, scale, rim) {
+/** What lies outside is drawn hollow. */
+function drawPoints(context, cloud, project, scale) {
     const { places, nearness } = projected(cloud, project);
-    const side = Math.max(2.2, Math.min(7, scale * cloud.spacing * 0.16));
-    context.lineWidth = 1.5;
-    context.strokeStyle = rim;
+    const side = Math.max(2.2, Math.min(9, scale * cloud.spacing * 0.16));
+    context.lineWidth = 1.4;
     for (const at of order(nearness)) {
         const edge = side * (1 + 0.35 * nearness[at]);
         const x = places[at * 2] - edge / 2;
         const y = places[at * 2 + 1] - edge / 2;
-        context.fillStyle = cloud.colours[at];
-        context.fillRect(x, y, edge, edge);
-        if (cloud.outside[at]) context.strokeRect(x - 1.5, y - 1.5, edge + 3, edge + 3);
+        if (cloud.outside[at]) {
+            context.strokeStyle = cloud.colours[at];
+            context.strokeRect(x, y, edge, edge);
+        } else {
+            context.fillStyle = cloud.colours[at];
+            context.fillRect(x, y, edge, edge);
+        }
     }
 }
 
@@ -170,7 +173,7 @@ export function drawCloud(context, cloud, view, size, { line, text }) {
     context.clearRect(0, 0, width, height);
     drawLabels(context, project, false, size, text);
     drawCube(context, project, false, line);
-    drawPoints(context, cloud, project, Math.min(width, height) / cloud.radius, text);
+    drawPoints(context, cloud, project, Math.min(width, height) / cloud.radius);
     drawCube(context, project, true, line);
     drawLabels(context, project, true, size, text);
 }

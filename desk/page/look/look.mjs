@@ -43,19 +43,24 @@ async function takeText() {
     }
 }
 
-async function showLook() {
-    const { look } = app;
-    hold('in use', [look.key]);
-    element('in-use').textContent = nameOf(look);
-    element('copied-text').hidden = true;
+async function describe(look) {
     const description = await call('describeLook', { key: look.key });
     if (app.look !== look) return;
+    element('look-none').hidden = true;
     element('look-plots').hidden = false;
     showFacts(look, description);
     showCheck(nameOf(look), description.check);
     showAxis(look, description.axis);
     showCloud(description.samples, look.size);
-    compareAgain();
+    await compareAgain();
+}
+
+function showLook() {
+    const { look } = app;
+    hold('in use', [look.key]);
+    element('in-use').textContent = nameOf(look);
+    element('copied-text').hidden = true;
+    describe(look).catch((error) => complain(`cannot show the look: ${error.message}`));
 }
 
 export function startLook() {

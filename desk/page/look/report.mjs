@@ -1,5 +1,5 @@
 // What a look is, and what somebody ought to know about it, in words.
-import { nameOf, spell } from '../words.mjs';
+import { nameOf, spell, spellValue } from '../words.mjs';
 
 const element = (id) => document.querySelector(`#${id}`);
 
@@ -44,5 +44,5 @@ export function showFacts(look, { range }) {
     element('look-name').textContent = nameOf(look);
     element('look-id').textContent = look.id === '0' ? 'unknown' : look.id;
     element('look-size').textContent = `${look.size} points an axis`;
-    element('look-range').textContent = range.map(spell).join(' to ');
+    element('look-range').textContent = range.map(spellValue).join(' to ');
 }

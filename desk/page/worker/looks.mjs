@@ -1,4 +1,5 @@
 // The worker's methods for looks: found in files, judged, compared and written.
+import { counted } from '../words.mjs';
 
 const GREYS = 257;
 
@@ -12,14 +13,22 @@ function isCubeName(name) {
     return name.toLowerCase().endsWith('.cube');
 }
 
-/** What cannot be read, as the check would tell it. */
+function fatal(words, advice) {
+    return { weight: 'fatal', id: 'unreadable', words, advice };
+}
+
+/** Texts in a file that cannot be read, as the check would tell them. */
 function findingOf({ reason, count }) {
-    return {
-        weight: 'fatal',
-        id: 'unreadable',
-        words: `${reason} (${count === 1 ? '1 text' : `${count} texts`})`,
-        advice: 'Apply the look again.',
-    };
+    return fatal(`${reason} (${counted(count, 'text')})`, 'Apply the look again.');
+}
+
+/** The check of a file that is no look at all. */
+function nothing(words) {
+    return { works: false, findings: [fatal(words, '')] };
+}
+
+function refused(check) {
+    return { looks: [], refused: check };
 }
 
 export function lookMethods(shared) {
@@ -45,38 +54,32 @@ export function lookMethods(shared) {
     /** A file that is one look, or none that works. */
     function single(bytes, name, isText) {
         const check = engine.check(bytes, name);
-        if (!check.works) return { looks: [], refused: check };
+        if (!check.works) return refused(check);
         const look = isText ? engine.readText(bytes) : engine.readCube(bytes, name);
         checks.set(look, check);
         return { looks: [entryOf(look, 1)], refused: null };
     }
 
-    /** Any file's looks; null where there is nothing of the kind. */
-    async function found(bytes) {
-        const { looks: all, unreadable, beyond } = await engine.findLooks(bytes);
+    /** What the looks inside a file come to; null where there is nothing of the kind. */
+    function inside({ looks: all, unreadable, beyond }) {
         if (all.length === 0 && unreadable.length === 0) return null;
+        const unread = unreadable.map(findingOf);
         if (all.some(({ look }) => look.kind === 'lut')) {
-            return {
-                looks: all.map(({ look, count }) => entryOf(look, count)),
-                refused: null,
-                unreadable: unreadable.map(findingOf),
-                beyond,
-            };
+            const entries = all.map(({ look, count }) => entryOf(look, count));
+            return { looks: entries, refused: null, unreadable: unread, beyond };
         }
-        const check = all.length ? engine.check(all[0].look) : { works: false, findings: [] };
+        const own = all.flatMap(({ look }) => engine.check(look).findings);
         for (const { look } of all) look.free();
-        const findings = [...check.findings, ...unreadable.map(findingOf)];
-        return { looks: [], refused: { ...check, findings } };
+        return refused({ works: false, findings: [...own, ...unread] });
     }
 
     async function open(bytes, name) {
         const isText = engine.isText(bytes);
-        if (isText || isCubeName(name)) return single(bytes, name, isText);
-        const inside = await found(bytes);
-        if (inside) return inside;
-        const check = engine.check(bytes, name);
-        if (check.size === 0) throw new Error('it holds no look');
-        return single(bytes, name, false);
+        if (isText || isCubeName(name) || bytes.length === 0) return single(bytes, name, isText);
+        const found = inside(await engine.findLooks(bytes));
+        if (found) return found;
+        const isCube = engine.check(bytes, name).size > 0;
+        return isCube ? single(bytes, name, false) : refused(nothing('it holds no look'));
     }
 
     return {
@@ -85,7 +88,11 @@ export function lookMethods(shared) {
          * what does not work.
          */
         async openLook({ bytes, name }) {
-            return { unreadable: [], beyond: 0, ...await open(bytes, name) };
+            try {
+                return { unreadable: [], beyond: 0, ...await open(bytes, name) };
+            } catch (error) {
+                return refused(nothing(error.message));
+            }
         },
 
         /** What the page shows of a look with a LUT. */
