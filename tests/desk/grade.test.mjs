@@ -51,7 +51,8 @@ for (const cube of Object.keys(cubes)) {
                 assert.ok(Buffer.from(data).equals(Buffer.from(graded)), `Amount ${amount}`);
                 different.add(graded.join());
             }
-            assert.equal(different.size, 5);
+            // One percent may change nothing that 8 bits show.
+            assert.ok(different.size >= 4);
             look.free();
         });
     }
