@@ -90,6 +90,8 @@ function curveOf(axis, channel, dashed, { x, y }) {
         class: `${channel}${dashed ? ' other' : ''}`,
         points: points.join(' '),
         'stroke-width': dashed ? OTHER_WIDTH : WIDTHS[channel],
+        // The three take turns where they run together.
+        'stroke-dashoffset': CHANNELS.indexOf(channel) * -5,
     });
 }
 

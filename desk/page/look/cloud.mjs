@@ -3,7 +3,7 @@ import { inNextFrame, onAppearance } from '../redraw.mjs';
 import { counted } from '../words.mjs';
 import { cloudOf, drawCloud } from './cloud_drawing.mjs';
 
-const START = { turn: 2.85, tilt: 0.4 };
+const START = { turn: 3.22, tilt: 0.35 };
 const KEY_STEP = Math.PI / 36;
 const STEEPEST = Math.PI / 2;
 
@@ -15,7 +15,8 @@ let cloud = null;
 let view = { ...START };
 
 function coloursOf(style) {
-    return { line: style.getPropertyValue('--wire'), text: style.color };
+    const line = style.getPropertyValue('--wire');
+    return { line, text: style.color, ground: style.backgroundColor };
 }
 
 const request = inNextFrame(() => {

@@ -146,17 +146,19 @@ function drawCube(context, project, before, line) {
     context.stroke();
 }
 
-/** The names of the corners behind the cloud, or of those before it. */
-function drawLabels(context, project, before, { width, height }, colour) {
+function drawLabels(context, project, { width, height }, { text, ground }) {
     context.font = '12px system-ui, sans-serif';
     context.textAlign = 'center';
     context.textBaseline = 'middle';
-    context.fillStyle = colour;
+    context.lineJoin = 'round';
+    context.lineWidth = 4;
+    context.strokeStyle = ground;
+    context.fillStyle = text;
     for (const [label, corner] of LABELS) {
-        const [x, y, near] = project(...corner.map((value) => (value - 0.5) * 1.16), []);
-        if ((near > 0) !== before) continue;
-        context.fillText(label, Math.min(Math.max(x, 20), width - 20),
-                         Math.min(Math.max(y, 9), height - 9));
+        const [x, y] = project(...corner.map((value) => (value - 0.5) * 1.16), []);
+        const place = [Math.min(Math.max(x, 20), width - 20), Math.min(Math.max(y, 9), height - 9)];
+        context.strokeText(label, ...place);
+        context.fillText(label, ...place);
     }
 }
 
@@ -165,15 +167,14 @@ function drawLabels(context, project, before, { width, height }, colour) {
  * @param {ReturnType<typeof cloudOf>} cloud
  * @param {{turn: number, tilt: number}} view
  * @param {{width: number, height: number}} size
- * @param {{line: string, text: string}} colours
+ * @param {{line: string, text: string, ground: string}} colours
  */
-export function drawCloud(context, cloud, view, size, { line, text }) {
+export function drawCloud(context, cloud, view, size, colours) {
     const { width, height } = size;
     const project = projection(view, cloud, width, height);
     context.clearRect(0, 0, width, height);
-    drawLabels(context, project, false, size, text);
-    drawCube(context, project, false, line);
+    drawCube(context, project, false, colours.line);
     drawPoints(context, cloud, project, Math.min(width, height) / cloud.radius);
-    drawCube(context, project, true, line);
-    drawLabels(context, project, true, size, text);
+    drawCube(context, project, true, colours.line);
+    drawLabels(context, project, size, colours);
 }
