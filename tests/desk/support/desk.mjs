@@ -65,8 +65,12 @@ export class Desk {
         this.expectQuiet();
     }
 
+    takeProblems() {
+        return this.problems.splice(0);
+    }
+
     expectQuiet() {
-        assert.deepEqual(this.problems, []);
+        assert.deepEqual(this.takeProblems(), []);
     }
 
     /** Waits until `holds`, called with `args` in the page, is true, and gives what it gave. */

@@ -1,0 +1,70 @@
+// Pictures of each panel for people to look at; nothing is wider than the window.
+import assert from 'node:assert/strict';
+import { mkdir } from 'node:fs/promises';
+import { join } from 'node:path';
+import { test } from 'node:test';
+import { contentsOf, screenshotFolder } from './support/places.mjs';
+import { photograph, pngOf } from './support/pictures.mjs';
+import { withDesk } from './support/with_desk.mjs';
+
+const at = withDesk();
+const golden = contentsOf('examples/golden-hour.cube');
+const bleach = contentsOf('examples/bleach-bypass.cube');
+const longName = `${'A look with a name that goes on and on '.repeat(5)}.cube`;
+
+async function widest(desk) {
+    return desk.page.evaluate(() => ({
+        window: innerWidth,
+        page: document.documentElement.scrollWidth,
+        wide: [...document.querySelectorAll('main *')]
+            .filter((element) => element.getBoundingClientRect().right > innerWidth + 1)
+            .map((element) => `${element.tagName}#${element.id}`).slice(0, 5),
+    }));
+}
+
+/** Two frames, in which the canvases are drawn. */
+async function drawn(desk) {
+    await desk.page.evaluate(() => new Promise((resolve) => {
+        requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(resolve, 150)));
+    }));
+}
+
+for (const width of [360, 800, 1280]) {
+    for (const theme of ['light', 'dark']) {
+        test(`${width} pixels wide, ${theme}`, async () => {
+            const { desk } = at;
+            await mkdir(screenshotFolder, { recursive: true });
+            await desk.show({ width, height: 800, theme });
+            await desk.choose('#look-file', 'golden-hour.cube', golden);
+            await desk.untilText('#look-name', /golden-hour/);
+            await desk.choose('#other-file', 'bleach-bypass.cube', bleach);
+            await desk.untilText('#difference', /\d/);
+            await desk.choose('#picture-file', 'photograph.png', pngOf(photograph(960, 540)));
+            await desk.untilText('#picture-info', /960/);
+            for (const panel of ['look', 'picture', 'match']) {
+                await desk.tab(panel);
+                await drawn(desk);
+                await desk.page.screenshot({
+                    path: join(screenshotFolder, `${panel}-${width}-${theme}.png`), fullPage: true });
+                const { window, page, wide } = await widest(desk);
+                assert.ok(page <= window, `${panel}: ${page} pixels of ${window}: ${wide}`);
+            }
+        });
+    }
+}
+
+test('a long name makes nothing wider', async () => {
+    const { desk } = at;
+    await desk.show({ width: 360 });
+    await desk.choose('#look-file', longName, golden);
+    await desk.untilText('#look-name', /on and on/);
+    await desk.choose('#look-file', `${'x'.repeat(200)}.cube`, golden);
+    await desk.untilText('#look-name', /xxxxx/);
+    await desk.choose('#look-file', `${'y'.repeat(200)}.cube`, 'LUT_3D_SIZE 2\nno\n');
+    await desk.untilMessage(/yyyy/);
+    for (const panel of ['look', 'picture', 'match']) {
+        await desk.tab(panel);
+        const { window, page, wide } = await widest(desk);
+        assert.ok(page <= window, `${panel}: ${page} pixels of ${window}: ${wide}`);
+    }
+});
