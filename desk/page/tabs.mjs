@@ -13,9 +13,11 @@ function select(tab) {
     }
 }
 
-/** @param {'look'|'picture'|'match'} name */
+/** For a part of the page that the user leaves with it. @param {'look'|'picture'|'match'} name */
 export function showTab(name) {
-    select(document.querySelector(`#tab-${name}`));
+    const tab = document.querySelector(`#tab-${name}`);
+    select(tab);
+    tab.focus();
 }
 
 function neighbour(at, key) {

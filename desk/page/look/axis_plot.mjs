@@ -5,7 +5,8 @@ import { svg } from './svg.mjs';
 const CHANNELS = ['red', 'green', 'blue'];
 // Widest first, so that the three are told apart where they run together, and without their hue.
 const WIDTHS = { red: 4, green: 2.5, blue: 1.25 };
-const OTHER_WIDTH = 1.75;
+// Of the first look's widths.
+const OTHERS_SHARE = 0.7;
 const MOST_NAMED = 28;
 const HEIGHT = 380;
 const EDGE = { left: 46, right: 14, top: 48, bottom: 42 };
@@ -89,9 +90,7 @@ function curveOf(axis, channel, dashed, { x, y }) {
     return svg('polyline', {
         class: `${channel}${dashed ? ' other' : ''}`,
         points: points.join(' '),
-        'stroke-width': dashed ? OTHER_WIDTH : WIDTHS[channel],
-        // The three take turns where they run together.
-        'stroke-dashoffset': CHANNELS.indexOf(channel) * -5,
+        'stroke-width': WIDTHS[channel] * (dashed ? OTHERS_SHARE : 1),
     });
 }
 
@@ -108,7 +107,7 @@ function legend(other) {
         ...CHANNELS.flatMap((name, at) => entryOf(name, name, left + at * 70, 15, WIDTHS[name])),
         ...entryOf('no change', 'unchanged', left, 34, 1),
         ...other ? entryOf(nameOf(other.look).slice(0, MOST_NAMED), 'other plain', left + 98, 34,
-                           OTHER_WIDTH)
+                           WIDTHS.green * OTHERS_SHARE)
                  : [],
     ];
 }

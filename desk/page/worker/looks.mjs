@@ -1,4 +1,5 @@
 // The worker's methods for looks: found in files, judged, compared and written.
+import { TintwellError } from 'tintwell:engine';
 import { counted } from '../words.mjs';
 
 const GREYS = 257;
@@ -91,6 +92,7 @@ export function lookMethods(shared) {
             try {
                 return { unreadable: [], beyond: 0, ...await open(bytes, name) };
             } catch (error) {
+                if (!(error instanceof TintwellError)) throw error;
                 return refused(nothing(error.message));
             }
         },
@@ -116,12 +118,9 @@ export function lookMethods(shared) {
             return { text: engine.writeText(lookOf(key)) };
         },
 
-        /** Looks that the page no longer names. */
+        /** Looks that the page no longer names. A picture may still be on its way through one. */
         dropLooks({ keys }) {
-            for (const key of keys) {
-                looks.get(key)?.free();
-                looks.delete(key);
-            }
+            for (const key of keys) looks.delete(key);
         },
     };
 }
