@@ -1,2 +1,84 @@
+// The Picture task: a picture before and after the look in use.
+import { app } from '../app.mjs';
+import { call } from '../engine_client.mjs';
+import { bytesOf, onFile } from '../files.mjs';
+import { say } from '../message.mjs';
+import { startDivider } from './divider.mjs';
+import { startGestures } from './gestures.mjs';
+import { markup } from './markup.mjs';
+import { startSaving } from './saving.mjs';
+import { startStage } from './stage.mjs';
+import { startValues } from './values.mjs';
+
+const SAMPLE_NAME = 'sample';
+const LOOK_WORDS = new Map([
+    ['lut', ''],
+    ['pattern', 'The look in use asks for the calibration pattern: the effect shows that.'],
+    ['none', 'The look in use leaves the picture as it is.'],
+]);
+const NO_LOOK_WORDS = 'No look is in use: before and after are the same. Open one in Look.';
+
+function spelledInfo(name, { width, height, depth, kind }) {
+    const bits = depth === 16 ? '16 bits, shown and saved in 8' : '8 bits';
+    return `${name}: ${width} x ${height}, ${kind}, ${bits}`;
+}
+
+/** @param {HTMLElement} root  Gets the panel's contents. */
 export function startPicture(root) {
+    root.innerHTML = markup;
+    const element = (id) => root.querySelector(`#${id}`);
+    const stage = element('picture-view');
+    const amount = element('amount');
+    let name = SAMPLE_NAME;
+
+    function gradeNow() {
+        return { look: app.look?.key ?? null, amount: Number(amount.value) };
+    }
+
+    const { view, request, showPicture } = startStage(stage, gradeNow, () => {
+        element('zoom-value').textContent = `${Number((view.now.zoom * 100).toPrecision(3))} %`;
+        updateValues();
+    });
+    const updateValues = startValues({
+        stage, cross: root.querySelector('.cross'), output: element('values'), view, gradeNow,
+    });
+
+    function showGrade() {
+        element('amount-value').textContent = `${amount.value} %`;
+        element('picture-look').textContent = app.look ? LOOK_WORDS.get(app.look.kind)
+                                                       : NO_LOOK_WORDS;
+        request();
+        updateValues();
+    }
+
+    async function open(file) {
+        say(`Reading ${file.name}.`);
+        const bytes = await bytesOf(file);
+        const info = await call('openPicture', { bytes }, [bytes.buffer]);
+        name = file.name.replace(/\.[^.]*$/, '');
+        element('picture-info').textContent = spelledInfo(file.name, info);
+        showPicture(info);
+        say('');
+    }
+
+    async function showSample() {
+        const sample = await call('samplePicture');
+        if (name !== SAMPLE_NAME) return;
+        element('picture-info').textContent =
+            `Sample, an evening landscape: ${sample.width} x ${sample.height}, 8 bits`;
+        showPicture(sample);
+    }
+
+    startDivider(element('divider'), stage);
+    startGestures(stage, view);
+    startSaving(element('save-picture'), element('save-progress'), gradeNow, () => name);
+    element('zoom-out').addEventListener('click', () => view.step(-1));
+    element('zoom-in').addEventListener('click', () => view.step(1));
+    element('zoom-fit').addEventListener('click', () => view.fit());
+    element('zoom-pixels').addEventListener('click', () => view.zoomTo(1));
+    amount.addEventListener('input', showGrade);
+    app.addEventListener('look', showGrade);
+    onFile(element('picture-file'), root.closest('[role=tabpanel]'), open);
+    showGrade();
+    showSample();
 }

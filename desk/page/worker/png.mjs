@@ -40,7 +40,8 @@ export function encodePng({ data, width, height }) {
     return encode({ ...picture, width, height, depth: 8 }, { zlib: { level: 1 } });
 }
 
-function isOpaque(rgba) {
+/** Whether all alpha is 255. */
+export function isOpaque(rgba) {
     for (let at = 3; at < rgba.length; at += 4) if (rgba[at] !== 255) return false;
     return true;
 }

@@ -41,7 +41,8 @@ function chunksOf(bytes) {
         const end = at + 12 + view.getUint32(at);
         if (end > bytes.length) break;
         const kind = String.fromCharCode(...bytes.subarray(at + 4, at + 8));
-        chunks.push({ kind, contents: bytes.subarray(at + 8, end - 4), all: bytes.subarray(at, end) });
+        const all = bytes.subarray(at, end);
+        chunks.push({ kind, contents: all.subarray(8, -4), all });
         if (kind === 'IEND') return chunks;
         at = end;
     }

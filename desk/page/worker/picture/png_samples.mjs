@@ -2,7 +2,12 @@
 
 /**
  * @param {object} decoded  As fast-png gives it.
- * @param {{width: number, height: number, depth: number, channels: number, indexed: boolean}} header
+ * @param {object} header
+ * @param {number} header.width
+ * @param {number} header.height
+ * @param {number} header.depth
+ * @param {number} header.channels
+ * @param {boolean} header.indexed
  * @returns {Uint8Array|Uint16Array}  16 bits of a 16-bit file, else 8.
  */
 export function samplesOf(decoded, header) {

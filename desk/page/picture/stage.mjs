@@ -1,0 +1,66 @@
+// Shows the picture as it is wished: the view, the look and the Amount.
+import { call, listen } from '../engine_client.mjs';
+import { complain } from '../message.mjs';
+import { inNextFrame } from '../redraw.mjs';
+import { Layers } from './layers.mjs';
+import { ViewState } from './view.mjs';
+
+/** Tells a stage's size in the screen's own pixels, now and whenever it changes. */
+function observeSize(stage, tell) {
+    const observer = new ResizeObserver(([{ contentRect, devicePixelContentBoxSize }]) => {
+        const [exact] = devicePixelContentBoxSize ?? [];
+        tell(exact?.inlineSize ?? Math.round(contentRect.width * devicePixelRatio),
+             exact?.blockSize ?? Math.round(contentRect.height * devicePixelRatio));
+    });
+    try {
+        observer.observe(stage, { box: 'device-pixel-content-box' });
+    } catch {
+        observer.observe(stage);
+    }
+}
+
+/**
+ * @param {HTMLElement} stage
+ * @param {() => {look: number|null, amount: number}} gradeNow
+ * @param {(view: ViewState) => void} onView  Called after each change of the view.
+ * @returns {{view: ViewState, request: () => void, showPicture: (picture: {width: number,
+ *     height: number, isOpaque: boolean}) => void}}  `request` shows a new grade.
+ */
+export function startStage(stage, gradeNow, onView) {
+    const layers = new Layers(stage);
+    const request = inNextFrame(show);
+    const view = new ViewState(() => {
+        onView(view);
+        request();
+    });
+    let hasPicture = false;
+    let lastShown = 0;
+
+    async function show() {
+        const wanted = view.now;
+        if (!hasPicture || !wanted.width || !wanted.height) return;
+        layers.moveTo(wanted, view.picture);
+        const number = ++lastShown;
+        stage.dataset.shown = 'partly';
+        try {
+            await call('showPicture', { view: wanted, grade: gradeNow() });
+            if (number === lastShown) stage.dataset.shown = 'all';
+        } catch (error) {
+            if (number === lastShown) complain(`cannot show the picture: ${error.message}`);
+        }
+    }
+
+    listen('picture.strip', (strip) => layers.draw(strip));
+    observeSize(stage, (width, height) => {
+        if (width && height) view.setStage(width, height);
+    });
+    return {
+        view,
+        request,
+        showPicture(picture) {
+            hasPicture = true;
+            layers.begin(picture);
+            view.setPicture(picture);
+        },
+    };
+}
