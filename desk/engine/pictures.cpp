@@ -30,6 +30,11 @@ tw::ImageF imageOf(Floats& pixels, int width, int height) {
     return {pixels.values.data(), width, height, std::int64_t{width} * 16, tw::kOrderRGBA};
 }
 
+void checkSteps(int steps) {
+    if (steps < 2 || steps > tw::kMostPatternSteps)
+        throw Refusal("a pattern has 2 to 64 steps a channel");
+}
+
 float fractionOf(double amount) {
     if (!(amount >= 0.0 && amount <= 100.0)) throw Refusal("an Amount is 0 to 100");
     return static_cast<float>(amount / 100.0);
@@ -58,8 +63,7 @@ void renderF(Floats& pixels, int width, int height, const Look& look, double amo
 }
 
 std::unique_ptr<Bytes> pattern(int steps, int width, int height) {
-    if (steps < 2 || steps > tw::kMostPatternSteps)
-        throw Refusal("a pattern has 2 to 64 steps a channel");
+    checkSteps(steps);
     checkSize(width, height);
     auto pixels = std::make_unique<Bytes>(static_cast<double>(width) * height * 4);
     tw::fillProbe8(steps, imageOf(*pixels, width, height));
@@ -78,6 +82,8 @@ std::unique_ptr<Bytes> scene(int width, int height) {
 looks::Measurement measure(const Floats& pixels, int width, int height,
                            const looks::PatternFrame& frame) {
     checkSize(pixels.values.size(), width, height);
+    checkSteps(frame.size);
+    if (frame.width != 0 || frame.height != 0) checkSize(frame.width, frame.height);
     looks::Measurement measurement;
     std::string reason;
     if (!looks::measurePattern({pixels.values.data(), width, height}, frame, measurement, reason))

@@ -107,6 +107,8 @@ const MOST_BYTES = 1 << 30;
 // What a look may be unpacked to: a project that is packed a hundred times over is none.
 const MOST_UNPACKED = 2 ** 34;
 const PIECE = 1 << 20;
+// As tintwell-host reads files of 8 bits: the last bit of a measured value hangs on it.
+const A_255TH = Math.fround(1 / 255);
 
 /** Makes what the engine says to the user a TintwellError. */
 function told(call) {
@@ -374,7 +376,7 @@ class Engine {
         const { frameWidth = 0, frameHeight = 0, id = 0, name = '' } = options;
         checkWhole(steps, frameWidth, frameHeight);
         const isOf8Bits = !(data instanceof Float32Array);
-        const floats = isOf8Bits ? Float32Array.from(data, (value) => value / 255) : data;
+        const floats = isOf8Bits ? Float32Array.from(data, (value) => value * A_255TH) : data;
         return this.#with(this.#module.Floats, floats, (copy) => {
             const frame = { size: steps, width: frameWidth, height: frameHeight };
             const report = {};
