@@ -5,7 +5,7 @@ import { complain, say } from '../message.mjs';
 import { inNextFrame } from '../redraw.mjs';
 import { gridOf, isMeasurable, LEAST_PATCH, leastFrame, mostSteps, whyNoPattern } from './plan.mjs';
 
-const MOST_SHOWN = 480;
+const MOST_SHOWN = 960;
 
 const element = (id) => document.querySelector(`#${id}`);
 const fields = ['steps', 'frame-width', 'frame-height'].map(element);
