@@ -3,7 +3,7 @@ import { inNextFrame, onAppearance } from '../redraw.mjs';
 import { counted } from '../words.mjs';
 import { cloudOf, drawCloud } from './cloud_drawing.mjs';
 
-const START = { turn: 3.22, tilt: 0.35 };
+const START = { turn: 3.95, tilt: 0.55 };
 const KEY_STEP = Math.PI / 36;
 const STEEPEST = Math.PI / 2;
 

@@ -146,7 +146,8 @@ function drawCube(context, project, before, line) {
     context.stroke();
 }
 
-function drawLabels(context, project, { width, height }, { text, ground }) {
+/** The names of the corners behind the cloud, or of those before it. */
+function drawLabels(context, project, before, { width, height }, { text, ground }) {
     context.font = '12px system-ui, sans-serif';
     context.textAlign = 'center';
     context.textBaseline = 'middle';
@@ -155,7 +156,8 @@ function drawLabels(context, project, { width, height }, { text, ground }) {
     context.strokeStyle = ground;
     context.fillStyle = text;
     for (const [label, corner] of LABELS) {
-        const [x, y] = project(...corner.map((value) => (value - 0.5) * 1.16), []);
+        const [x, y, near] = project(...corner.map((value) => (value - 0.5) * 1.16), []);
+        if ((near > -0.5) !== before) continue;
         const place = [Math.min(Math.max(x, 20), width - 20), Math.min(Math.max(y, 9), height - 9)];
         context.strokeText(label, ...place);
         context.fillText(label, ...place);
@@ -173,8 +175,9 @@ export function drawCloud(context, cloud, view, size, colours) {
     const { width, height } = size;
     const project = projection(view, cloud, width, height);
     context.clearRect(0, 0, width, height);
+    drawLabels(context, project, false, size, colours);
     drawCube(context, project, false, colours.line);
     drawPoints(context, cloud, project, Math.min(width, height) / cloud.radius);
     drawCube(context, project, true, colours.line);
-    drawLabels(context, project, size, colours);
+    drawLabels(context, project, true, size, colours);
 }
