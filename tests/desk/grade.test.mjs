@@ -8,7 +8,7 @@ import { crossed33 } from './support/looks.mjs';
 import { loadEngine } from './support/module.mjs';
 import { cutout, photograph, pictureOfPng, pngOf } from './support/pictures.mjs';
 import { contentsOf, makeTemporaryFolder } from './support/places.mjs';
-import { tintwellHost } from './support/program.mjs';
+import { gradedByProgram, tintwellHost } from './support/program.mjs';
 
 const engine = await loadEngine();
 const cubes = {
@@ -32,20 +32,15 @@ before(async () => {
 
 after(() => folder.remove());
 
-async function gradedByProgram(cube, picture, amount) {
-    const out = inFolder(`graded-${amount}-${picture}`);
-    await tintwellHost('render', inFolder(picture), out, '--lut', inFolder(cube),
-                       '--amount', amount, '--depth', '8');
-    return pictureOfPng(await readFile(out));
-}
-
 for (const cube of Object.keys(cubes)) {
     for (const [name, [picture]] of Object.entries(pictures)) {
         test(`${name} through ${cube}`, async () => {
             const look = engine.readCube(cubes[cube], cube);
             const different = new Set();
             for (const amount of [0, 1, 37, 50, 100]) {
-                const { data, width, height } = await gradedByProgram(cube, name, amount);
+                const { data, width, height } = await gradedByProgram({
+                    picture: inFolder(name), look: inFolder(cube), amount,
+                    out: inFolder('graded.png') });
                 const graded = engine.grade(picture, look, amount);
                 assert.deepEqual([width, height], [picture.width, picture.height]);
                 assert.ok(Buffer.from(data).equals(Buffer.from(graded)), `Amount ${amount}`);

@@ -221,6 +221,7 @@ test('a file that is no look is refused with the engine\'s sentence, and the loo
         ['empty.cube', '', 'the file is empty'],
         ['cut.cube', cut, engine.check(cut, 'cut.cube').findings[0].words],
         ['damaged.twlut', 'TWLUT3 1 x 3 0 1 AAAA', 'LUT data is truncated'],
+        ['pattern.twlut', 'TWLUTP 9', engine.check('TWLUTP 9').findings[0].words],
     ]) {
         await desk.choose('#look-file', name, contents);
         await desk.until((text) => document.querySelector('#message [role=alert]')

@@ -9,7 +9,9 @@ export async function launch() {
     const isRoot = process.getuid?.() === 0;
     return puppeteer.launch({
         executablePath,
-        args: ['--disable-dev-shm-usage', ...(isRoot ? ['--no-sandbox'] : [])],
+        // The screen shows the values as they are.
+        args: ['--disable-dev-shm-usage', '--force-color-profile=srgb',
+               ...(isRoot ? ['--no-sandbox'] : [])],
     });
 }
 

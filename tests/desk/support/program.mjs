@@ -1,6 +1,8 @@
 // The program that runs the effect, with which the tests compare.
 import { execFile } from 'node:child_process';
+import { readFile } from 'node:fs/promises';
 import { promisify } from 'node:util';
+import { pictureOfPng } from './pictures.mjs';
 import { program } from './places.mjs';
 
 const run = promisify(execFile);
@@ -9,6 +11,15 @@ const run = promisify(execFile);
 export async function tintwellHost(...options) {
     const { stdout } = await run(program, options.map(String), { maxBuffer: 1 << 28 });
     return stdout;
+}
+
+/**
+ * What the program makes of a picture in 8 bits.
+ * @param {{picture: string, look: string, amount: number, out: string}} files  Paths.
+ */
+export async function gradedByProgram({ picture, look, amount, out }) {
+    await tintwellHost('render', picture, out, '--lut', look, '--amount', amount, '--depth', '8');
+    return pictureOfPng(await readFile(out));
 }
 
 /** The last line of what the program complains. */
