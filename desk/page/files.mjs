@@ -23,8 +23,18 @@ function holdsFiles(event) {
 
 function showInInput(input, file) {
     const one = new DataTransfer();
-    one.items.add(file);
+    if (file) one.items.add(file);
     input.files = one.files;
+}
+
+/** The same file, changed meanwhile, can be chosen again. */
+function letChooseAgain(input) {
+    let shown;
+    input.addEventListener('click', () => {
+        [shown] = input.files;
+        input.value = '';
+    });
+    input.addEventListener('cancel', () => showInInput(input, shown));
 }
 
 /**
@@ -52,6 +62,7 @@ export function onFile(input, dropElement, handler) {
         last = last.then(() => take(file));
     }
 
+    letChooseAgain(input);
     input.addEventListener('change', () => {
         if (input.files.length) enqueue(input.files[0]);
     });

@@ -30,6 +30,11 @@ function use(look) {
     say(`In use: ${nameOf(look)}.`);
 }
 
+async function openFile(file) {
+    say(`Reading ${file.name}.`);
+    await open(await bytesOf(file), file.name, file.name);
+}
+
 async function takeText() {
     const text = element('look-text').value.trim();
     if (!text) {
@@ -64,8 +69,7 @@ function showLook() {
 }
 
 export function startLook() {
-    onFile(element('look-file'), element('look'),
-           async (file) => open(await bytesOf(file), file.name, file.name));
+    onFile(element('look-file'), element('look'), openFile);
     element('look-take-text').addEventListener('click', takeText);
     element('save-cube').addEventListener('click', () => saveCube(app.look));
     element('copy-text').addEventListener('click',

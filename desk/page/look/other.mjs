@@ -3,6 +3,7 @@ import { app } from '../app.mjs';
 import { call } from '../engine_client.mjs';
 import { bytesOf, onFile } from '../files.mjs';
 import { hold } from '../kept.mjs';
+import { say } from '../message.mjs';
 import { nameOf, spell } from '../words.mjs';
 import { showOtherAxis } from './curves.mjs';
 
@@ -13,7 +14,9 @@ const remove = document.querySelector('#other-remove');
 let other = null;
 
 async function take(file) {
-    const { looks, refused } = await call('openLook', { bytes: await bytesOf(file), name: file.name });
+    say(`Reading ${file.name}.`);
+    const bytes = await bytesOf(file);
+    const { looks, refused } = await call('openLook', { bytes, name: file.name }, [bytes.buffer]);
     const usable = looks.filter(({ kind }) => kind === 'lut');
     if (refused) throw new Error(refused.findings[0].words);
     if (usable.length > 1) {
@@ -26,6 +29,7 @@ async function take(file) {
     showOtherAxis(other, axis);
     remove.hidden = false;
     await compareAgain();
+    say('');
 }
 
 function forget() {
@@ -46,7 +50,7 @@ function inWords({ largest, mean }, name) {
 
 /** When the look in use, or the second one, is another one. */
 export async function compareAgain() {
-    if (!other) return;
+    if (!other || !app.look) return;
     const [one, two] = [app.look, other];
     const found = await call('compareLooks', { one: one.key, other: two.key });
     if (app.look === one && other === two) difference.textContent = inWords(found, nameOf(two));

@@ -20,7 +20,7 @@ async function measure(file) {
     const { steps, width, height } = patternNow();
     const reason = whyNoPattern({ steps, width, height });
     if (reason) throw new Error(reason);
-    say(`Measuring ${file.name} …`);
+    say(`Measuring ${file.name}.`);
     const bytes = await bytesOf(file);
     const result = await call(
         'measureMatch', { bytes, steps, frame: { width, height } }, [bytes.buffer]);
