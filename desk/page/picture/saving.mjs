@@ -11,22 +11,17 @@ import { complain, say } from '../message.mjs';
  * @param {() => string} nameNow  The picture's, without its ending.
  */
 export function startSaving(button, progress, gradeNow, nameNow) {
-    function tell({ share }) {
-        // When all is graded, how long it takes to pack it is not known.
-        if (share < 1) progress.value = share;
-        else progress.removeAttribute('value');
-    }
-
     async function saveNow() {
         const fileName = `${nameNow()}-graded.png`;
         const grade = gradeNow();
+        const hadFocus = document.activeElement === button;
         button.disabled = true;
         progress.value = 0;
         progress.hidden = false;
         hold('saving', grade.look === null ? [] : [grade.look]);
         try {
-            const { bytes } = await call('savePicture', { grade });
-            save(bytes, fileName, 'image/png');
+            const { file } = await call('savePicture', { grade });
+            save(file, fileName, 'image/png');
             say(`Saved ${fileName}.`);
         } catch (error) {
             complain(`cannot save the picture: ${error.message}`);
@@ -34,8 +29,12 @@ export function startSaving(button, progress, gradeNow, nameNow) {
         hold('saving', []);
         progress.hidden = true;
         button.disabled = false;
+        // A disabled button loses it.
+        if (hadFocus && document.activeElement === document.body) button.focus();
     }
 
-    listen('picture.progress', tell);
+    listen('picture.progress', ({ share }) => {
+        progress.value = share;
+    });
     button.addEventListener('click', saveNow);
 }

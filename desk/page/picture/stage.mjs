@@ -28,25 +28,30 @@ function observeSize(stage, tell) {
  */
 export function startStage(stage, gradeNow, onView) {
     const layers = new Layers(stage);
-    const request = inNextFrame(show);
+    const showSoon = inNextFrame(show);
     const view = new ViewState(() => {
         onView(view);
         request();
     });
     let hasPicture = false;
-    let lastShown = 0;
+    let lastWish = 0;
+
+    function request() {
+        ++lastWish;
+        stage.dataset.shown = 'partly';
+        showSoon();
+    }
 
     async function show() {
         const wanted = view.now;
         if (!hasPicture || !wanted.width || !wanted.height) return;
         layers.moveTo(wanted, view.picture);
-        const number = ++lastShown;
-        stage.dataset.shown = 'partly';
+        const wish = lastWish;
         try {
-            await call('showPicture', { view: wanted, grade: gradeNow() });
-            if (number === lastShown) stage.dataset.shown = 'all';
+            const { done } = await call('showPicture', { view: wanted, grade: gradeNow() });
+            if (wish === lastWish && done) stage.dataset.shown = 'all';
         } catch (error) {
-            if (number === lastShown) complain(`cannot show the picture: ${error.message}`);
+            if (wish === lastWish) complain(`cannot show the picture: ${error.message}`);
         }
     }
 

@@ -1,8 +1,8 @@
 // The worker's methods for the picture: opened, shown, asked and saved.
-import { dependsOnPlace, gradePiece, gradeWhole } from './picture/grading.mjs';
+import { dependsOnPlace, gradedPng, gradePiece } from './picture/grading.mjs';
 import { Rendering } from './picture/rendering.mjs';
 import { Source } from './picture/source.mjs';
-import { decodePicture, encodePng } from './png.mjs';
+import { decodePicture } from './png.mjs';
 
 const SAMPLE = { width: 1280, height: 720 };
 
@@ -98,12 +98,11 @@ export function pictureMethods(shared) {
 
         /** The whole graded picture as a PNG. */
         async savePicture({ grade }) {
-            const { data, width, height } = sourceNow();
+            const of = sourceNow();
+            const looked = gradeOf(grade);
             const tell = (share) => shared.tell('picture.progress', { share });
-            const graded = await gradeWhole(
-                engine, { data, width, height }, gradeOf(grade), tell);
-            const bytes = encodePng({ data: graded, width, height });
-            return { bytes, transfer: [bytes.buffer] };
+            const file = await gradedPng(engine, of, wholeGraded(of, looked), looked, tell);
+            return { file };
         },
     };
 }

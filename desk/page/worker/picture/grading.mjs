@@ -1,7 +1,8 @@
 // Graded pixels of a picture, in pieces that come to the same as the whole at once.
+import { PngWriter } from './png_writing.mjs';
 import { nextTurn } from './turns.mjs';
 
-const PIXELS_AT_ONCE = 1 << 18;
+const PIXELS_AT_ONCE = 1 << 16;
 
 /**
  * @typedef {object} Grade
@@ -9,29 +10,38 @@ const PIXELS_AT_ONCE = 1 << 18;
  * @property {number} amount
  */
 
-/** Pixels of any place in the picture. Not for the pattern, which has another colour in each. */
+/**
+ * Pixels of any place in the picture. Not for looks where dependsOnPlace.
+ * @param {Uint8Array} data
+ * @param {number} width
+ * @param {Grade} grade
+ */
 export function gradePiece(engine, data, width, { look, amount }) {
     if (!look) return data.slice();
     return engine.grade({ data, width, height: data.length / 4 / width }, look, amount);
 }
 
+/** Whether a pixel's colour depends on where it is: in the pattern. */
 export function dependsOnPlace({ look }) {
     return look?.kind === 'pattern';
 }
 
 /**
- * The whole picture graded; `tell` is called with the share that is done.
- * @param {{data: Uint8Array, width: number, height: number}} picture
+ * The whole graded picture as a PNG; `tell` is called with the share that is done.
+ * @param {import('./source.mjs').Source} source
+ * @param {import('./source.mjs').Source|null} graded  Where that has been needed anyway.
  * @param {Grade} grade
+ * @returns {Promise<Blob>}
  */
-export async function gradeWhole(engine, { data, width, height }, grade, tell) {
-    if (dependsOnPlace(grade)) return engine.grade({ data, width, height }, grade.look);
-    const graded = new Uint8Array(data.length);
-    const step = Math.max(1, Math.floor(PIXELS_AT_ONCE / width)) * width * 4;
+export async function gradedPng(engine, source, graded, grade, tell) {
+    const { data, width, height, isOpaque } = graded ?? source;
+    const png = new PngWriter({ width, height, isOpaque });
+    const step = Math.ceil(PIXELS_AT_ONCE / width) * width * 4;
     for (let at = 0; at < data.length; at += step) {
-        graded.set(gradePiece(engine, data.subarray(at, at + step), width, grade), at);
+        const piece = data.subarray(at, at + step);
+        await png.write(graded ? piece : gradePiece(engine, piece, width, grade));
         tell(Math.min(1, (at + step) / data.length));
         await nextTurn();
     }
-    return graded;
+    return png.finish();
 }
