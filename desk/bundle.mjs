@@ -46,7 +46,8 @@ const worker = await script('worker/main.mjs', {
 });
 const main = await script('main.mjs', { 'tintwell:worker': { text: worker } });
 const sheets = ['style.css', 'look/look.css', 'picture/picture.css', 'match/match.css'];
-const style = (await Promise.all(sheets.map((sheet) => readFile(join(page, sheet), 'utf8')))).join('');
+const styles = await Promise.all(sheets.map((sheet) => readFile(join(page, sheet), 'utf8')));
+const style = styles.join('');
 const policy = [
     "default-src 'none'",
     `script-src ${hashOf(main)} 'wasm-unsafe-eval'`,

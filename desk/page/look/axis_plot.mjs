@@ -56,16 +56,23 @@ function outsideOf({ low, high, x, y }) {
     return [...low < 0 ? [band(low, 0)] : [], ...high > 1 ? [band(1, high)] : []];
 }
 
+function kindOf(tick) {
+    return tick === 0 || tick === 1 ? 'limit' : 'grid';
+}
+
 function gridOf({ low, high, x, y }) {
     const lines = [];
     for (const tick of TICKS) {
-        lines.push(svg('line', { class: 'grid', x1: x(tick), x2: x(tick), y1: y(low), y2: y(high) }));
-        lines.push(svg('text', { x: x(tick), y: y(low) + 17, 'text-anchor': 'middle' }, spell(tick)));
+        const at = x(tick);
+        lines.push(
+            svg('line', { class: 'grid', x1: at, x2: at, y1: y(low), y2: y(high) }),
+            svg('text', { x: at, y: y(low) + 17, 'text-anchor': 'middle' }, spell(tick)));
     }
     for (const tick of outputTicks([low, high])) {
-        const kind = tick === 0 || tick === 1 ? 'limit' : 'grid';
-        lines.push(svg('line', { class: kind, x1: x(0), x2: x(1), y1: y(tick), y2: y(tick) }));
-        lines.push(svg('text', { x: x(0) - 7, y: y(tick) + 4, 'text-anchor': 'end' }, spell(tick)));
+        const at = y(tick);
+        lines.push(
+            svg('line', { class: kindOf(tick), x1: x(0), x2: x(1), y1: at, y2: at }),
+            svg('text', { x: x(0) - 7, y: at + 4, 'text-anchor': 'end' }, spell(tick)));
     }
     return lines;
 }

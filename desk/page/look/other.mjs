@@ -21,7 +21,8 @@ async function take(file) {
     if (refused) throw new Error(refused.findings[0].words);
     if (usable.length > 1) {
         await call('dropLooks', { keys: looks.map(({ key }) => key) });
-        throw new Error(`it holds ${usable.length} looks; open it above and save one as a .cube file`);
+        throw new Error(`it holds ${usable.length} looks; open it as the look file, and save ` +
+                        'the one to compare with as a .cube file');
     }
     [other] = usable;
     hold('other', [other.key]);

@@ -21,6 +21,11 @@ function itemOf({ weight, words, advice }) {
     return item;
 }
 
+function inWords({ largest, mean }) {
+    return `The stored text keeps the file's values within ${spell(largest)} steps of 8 bits, ` +
+           `${spell(mean)} on average.`;
+}
+
 /**
  * @param {string} origin  The file or look that was judged.
  * @param {import('../../engine/tintwell.mjs').Check} check
@@ -32,10 +37,7 @@ export function showCheck(origin, check) {
     verdict.textContent = check.works ? 'works' : 'would not work';
     verdict.className = check.works ? 'works' : 'refused';
     element('look-findings').replaceChildren(...check.findings.map(itemOf));
-    element('look-precision').textContent = check.precision
-        ? `The stored text keeps the file's values within ${spell(check.precision.largest)} steps ` +
-          `of 8 bits, ${spell(check.precision.mean)} on average.`
-        : '';
+    element('look-precision').textContent = check.precision ? inWords(check.precision) : '';
 }
 
 /** @param {import('../app.mjs').LookInfo} look */

@@ -42,7 +42,8 @@ export function describeMeasurement(fileName, { report, picture, look, range }) 
         ['Look', `${look.size} points an axis, values ${range.map(spellValue).join(' to ')}`],
     ];
     if (report.poor) {
-        lines.push(['Warning', 'less compression, a larger frame or fewer steps make it more exact']);
+        lines.push(
+            ['Advice', 'less compression, a larger frame or fewer steps make it more exact']);
     }
     const list = document.createElement('dl');
     list.append(...lines.map(lineOf));

@@ -2,7 +2,8 @@
 import { TintwellError } from 'tintwell:engine';
 import { counted } from '../words.mjs';
 
-const GREYS = 257;
+// So that each tenth is one of them.
+const GREYS = 401;
 
 /** @returns {import('../app.mjs').LookInfo} */
 export function infoOf(key, look) {
