@@ -63,11 +63,14 @@ export function pngOf(picture, { alpha = true } = {}) {
 export function pictureOfPng(bytes) {
     const { width, height, data, channels, depth } = decodePng(bytes);
     if (depth !== 8) throw new Error(`the PNG file has ${depth} bits`);
-    const colour = (at) => {
-        const value = data.subarray(at * channels, (at + 1) * channels);
-        if (channels === 4) return value;
-        if (channels === 3) return [...value, 255];
-        return [value[0], value[0], value[0], channels === 2 ? value[1] : 255];
-    };
-    return pictureOf(width, height, (x, y) => colour(y * width + x));
+    if (channels === 4) return { width, height, data };
+    const rgba = new Uint8Array(width * height * 4).fill(255);
+    const isGrey = channels < 3;
+    for (let from = 0, to = 0; from < data.length; from += channels, to += 4) {
+        rgba[to] = data[from];
+        rgba[to + 1] = data[from + (isGrey ? 0 : 1)];
+        rgba[to + 2] = data[from + (isGrey ? 0 : 2)];
+        if (channels === 2) rgba[to + 3] = data[from + 1];
+    }
+    return { width, height, data: rgba };
 }

@@ -1,9 +1,10 @@
 // The program that runs the effect, with which the tests compare.
 import { execFile } from 'node:child_process';
-import { readFile } from 'node:fs/promises';
+import { readFile, writeFile } from 'node:fs/promises';
+import { join } from 'node:path';
 import { promisify } from 'node:util';
 import { pictureOfPng } from './pictures.mjs';
-import { program } from './places.mjs';
+import { inTemporaryFolder, program } from './places.mjs';
 
 const run = promisify(execFile);
 
@@ -14,12 +15,22 @@ export async function tintwellHost(...options) {
 }
 
 /**
- * What the program makes of a picture in 8 bits.
- * @param {{picture: string, look: string, amount: number, out: string}} files  Paths.
+ * What the program makes of PNG files in 8 bits, all in one run.
+ * @param {Uint8Array[]} files
+ * @param {Uint8Array|string} cube
+ * @param {number} amount
  */
-export async function gradedByProgram({ picture, look, amount, out }) {
-    await tintwellHost('render', picture, out, '--lut', look, '--amount', amount, '--depth', '8');
-    return pictureOfPng(await readFile(out));
+export async function gradedByProgram(files, cube, amount) {
+    return inTemporaryFolder(async (folder) => {
+        const numbered = (name, at) => join(folder, `${name}.${String(at + 1).padStart(4, '0')}.png`);
+        await Promise.all(files.map((file, at) => writeFile(numbered('in', at), file)));
+        await writeFile(join(folder, 'look.cube'), cube);
+        await tintwellHost(
+            'render', join(folder, 'in.%04d.png'), join(folder, 'out.%04d.png'),
+            '--lut', join(folder, 'look.cube'), '--amount', amount, '--depth', '8');
+        return Promise.all(files.map(async (_, at) =>
+            pictureOfPng(await readFile(numbered('out', at)))));
+    });
 }
 
 /** The last line of what the program complains. */
