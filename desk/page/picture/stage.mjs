@@ -5,12 +5,18 @@ import { inNextFrame } from '../redraw.mjs';
 import { Layers } from './layers.mjs';
 import { ViewState } from './view.mjs';
 
+/** `exact` is what the screen says; where it knows nothing of a page's zoom, the ratio is right. */
+function pixels(length, exact) {
+    const about = Math.round(length * devicePixelRatio);
+    return Math.abs(exact - about) <= 1 ? exact : about;
+}
+
 /** Tells a stage's size in the screen's own pixels, now and whenever it changes. */
 function observeSize(stage, tell) {
     const observer = new ResizeObserver(([{ contentRect, devicePixelContentBoxSize }]) => {
         const [exact] = devicePixelContentBoxSize ?? [];
-        tell(exact?.inlineSize ?? Math.round(contentRect.width * devicePixelRatio),
-             exact?.blockSize ?? Math.round(contentRect.height * devicePixelRatio));
+        tell(pixels(contentRect.width, exact?.inlineSize),
+             pixels(contentRect.height, exact?.blockSize));
     });
     try {
         observer.observe(stage, { box: 'device-pixel-content-box' });
