@@ -30,17 +30,19 @@ export function startPicture(root) {
     const stage = element('picture-view');
     const amount = element('amount');
     let name = SAMPLE_NAME;
+    let key = null;
 
-    function gradeNow() {
-        return { look: app.look?.key ?? null, amount: Number(amount.value) };
+    function wishNow() {
+        const grade = { look: app.look?.key ?? null, amount: Number(amount.value) };
+        return { picture: key, grade };
     }
 
-    const { view, request, showPicture } = startStage(stage, gradeNow, () => {
+    const { view, request, showPicture } = startStage(stage, wishNow, () => {
         element('zoom-value').textContent = `${Number((view.now.zoom * 100).toPrecision(3))} %`;
         updateValues();
     });
     const updateValues = startValues({
-        stage, cross: root.querySelector('.cross'), output: element('values'), view, gradeNow,
+        stage, cross: root.querySelector('.cross'), output: element('values'), view, wishNow,
     });
 
     function showGrade() {
@@ -51,27 +53,31 @@ export function startPicture(root) {
         updateValues();
     }
 
+    function take(picture) {
+        key = picture.key;
+        showPicture(picture);
+    }
+
     async function open(file) {
         say(`Reading ${file.name}.`);
         const bytes = await bytesOf(file);
         const info = await call('openPicture', { bytes }, [bytes.buffer]);
         name = file.name.replace(/\.[^.]*$/, '');
         element('picture-info').textContent = spelledInfo(file.name, info);
-        showPicture(info);
+        take(info);
         say('');
     }
 
     async function showSample() {
         const sample = await call('samplePicture');
-        if (name !== SAMPLE_NAME) return;
         element('picture-info').textContent =
             `Sample, an evening landscape: ${sample.width} x ${sample.height}, 8 bits`;
-        showPicture(sample);
+        take(sample);
     }
 
     startDivider(element('divider'), stage);
     startGestures(stage, view);
-    startSaving(element('save-picture'), element('save-progress'), gradeNow, () => name);
+    startSaving(element('save-picture'), element('save-progress'), wishNow, () => name);
     element('zoom-out').addEventListener('click', () => view.step(-1));
     element('zoom-in').addEventListener('click', () => view.step(1));
     element('zoom-fit').addEventListener('click', () => view.fit());

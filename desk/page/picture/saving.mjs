@@ -7,20 +7,21 @@ import { complain, say } from '../message.mjs';
 /**
  * @param {HTMLButtonElement} button
  * @param {HTMLProgressElement} progress
- * @param {() => {look: number|null, amount: number}} gradeNow
+ * @param {() => object} wishNow  The picture and the grade, as the worker takes them.
  * @param {() => string} nameNow  The picture's, without its ending.
  */
-export function startSaving(button, progress, gradeNow, nameNow) {
+export function startSaving(button, progress, wishNow, nameNow) {
     async function saveNow() {
         const fileName = `${nameNow()}-graded.png`;
-        const grade = gradeNow();
+        const wish = wishNow();
+        const { look } = wish.grade;
         const hadFocus = document.activeElement === button;
         button.disabled = true;
         progress.value = 0;
         progress.hidden = false;
-        hold('saving', grade.look === null ? [] : [grade.look]);
+        hold('saving', look === null ? [] : [look]);
         try {
-            const { file } = await call('savePicture', { grade });
+            const { file } = await call('savePicture', wish);
             save(file, fileName, 'image/png');
             say(`Saved ${fileName}.`);
         } catch (error) {

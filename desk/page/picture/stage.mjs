@@ -27,12 +27,12 @@ function observeSize(stage, tell) {
 
 /**
  * @param {HTMLElement} stage
- * @param {() => {look: number|null, amount: number}} gradeNow
+ * @param {() => object} wishNow  The picture and the grade, as the worker takes them.
  * @param {(view: ViewState) => void} onView  Called after each change of the view.
  * @returns {{view: ViewState, request: () => void, showPicture: (picture: {width: number,
  *     height: number, isOpaque: boolean}) => void}}  `request` shows a new grade.
  */
-export function startStage(stage, gradeNow, onView) {
+export function startStage(stage, wishNow, onView) {
     const layers = new Layers(stage);
     const showSoon = inNextFrame(show);
     const view = new ViewState(() => {
@@ -54,7 +54,7 @@ export function startStage(stage, gradeNow, onView) {
         layers.moveTo(wanted, view.picture);
         const wish = lastWish;
         try {
-            const { done } = await call('showPicture', { view: wanted, grade: gradeNow() });
+            const { done } = await call('showPicture', { view: wanted, ...wishNow() });
             if (wish === lastWish && done) stage.dataset.shown = 'all';
         } catch (error) {
             if (wish === lastWish) complain(`cannot show the picture: ${error.message}`);

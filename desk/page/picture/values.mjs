@@ -24,10 +24,10 @@ function part(words) {
  * @param {HTMLElement} panel.cross
  * @param {HTMLOutputElement} panel.output
  * @param {import('./view.mjs').ViewState} panel.view
- * @param {() => object} panel.gradeNow
+ * @param {() => object} panel.wishNow
  * @returns {() => void}  To be called when the view, the picture or the grade has changed.
  */
-export function startValues({ stage, cross, output, view, gradeNow }) {
+export function startValues({ stage, cross, output, view, wishNow }) {
     // Of the two only one is there: the pointer's place on the stage or the cross's pixel.
     let pointer = null;
     let marked = null;
@@ -49,7 +49,7 @@ export function startValues({ stage, cross, output, view, gradeNow }) {
         }
         asking = true;
         try {
-            show(pixel, await call('pictureValues', { ...pixel, grade: gradeNow() }));
+            show(pixel, await call('pictureValues', { ...pixel, ...wishNow() }));
         } catch {
             output.textContent = INVITATION;
         }

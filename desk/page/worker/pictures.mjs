@@ -13,33 +13,38 @@ function pixelIn({ data, width }, { x, y }) {
 }
 
 /**
- * Each method takes `grade`: the key of a look or null, and the Amount. Topics: "picture.strip" and
- * "picture.progress".
+ * The methods take `picture`, the key of what they are about, and `grade`: the key of a look or
+ * null, and the Amount. Topics: "picture.strip" and "picture.progress".
  */
 export function pictureMethods(shared) {
     const { engine, looks } = shared;
     let source = null;
+    let sourceKey = null;
     let rendering = null;
     let newest = 0;
     // The last look that had to grade the whole picture, and what came out.
     let whole = {};
 
-    function sourceNow() {
-        if (!source) {
-            const { width, height } = SAMPLE;
-            const data = new Uint8Array(engine.scene(width, height).buffer);
-            source = new Source({ data, width, height });
-        }
+    /** Of one picture at a time, the last one. */
+    function sourceOf(key) {
+        if (key !== sourceKey)
+            throw new Error('the picture is no longer there; open its file again');
         return source;
     }
 
+    /** Takes the place of the picture there was. */
     function use(picture) {
         source = new Source(picture);
+        sourceKey = Math.random();
         rendering = null;
         whole = {};
+        const { width, height, isOpaque } = source;
+        return { key: sourceKey, width, height, isOpaque };
     }
 
     function gradeOf({ look, amount }) {
+        if (look !== null && !looks.has(look))
+            throw new Error('the look is no longer there; open its file again');
         return { look: looks.get(look) ?? null, amount };
     }
 
@@ -61,23 +66,21 @@ export function pictureMethods(shared) {
     }
 
     return {
-        /** Takes a picture file in place of the picture there was. */
         async openPicture({ bytes }) {
             const { data, width, height, depth, kind } = await decodePicture(bytes);
-            use({ data, width, height });
-            return { width, height, depth, kind, isOpaque: source.isOpaque };
+            return { ...use({ data, width, height }), depth, kind };
         },
 
         /** What there is without a file. */
         samplePicture() {
-            const { width, height, isOpaque } = sourceNow();
-            return { width, height, isOpaque };
+            const { width, height } = SAMPLE;
+            return use({ data: new Uint8Array(engine.scene(width, height).buffer), width, height });
         },
 
         /** Tells the strips of a view; `done` is false where a newer call came in between. */
-        async showPicture({ view, grade }) {
+        async showPicture({ picture, view, grade }) {
             const number = ++newest;
-            const of = sourceNow();
+            const of = sourceOf(picture);
             const looked = gradeOf(grade);
             const graded = wholeGraded(of, looked);
             if (!rendering?.isOf(of, graded, view)) rendering = new Rendering(of, graded, view);
@@ -86,8 +89,8 @@ export function pictureMethods(shared) {
         },
 
         /** One pixel of the picture, before and after. */
-        pictureValues({ x, y, grade }) {
-            const of = sourceNow();
+        pictureValues({ picture, x, y, grade }) {
+            const of = sourceOf(picture);
             const looked = gradeOf(grade);
             const before = pixelIn(of, { x, y });
             const graded = wholeGraded(of, looked);
@@ -97,8 +100,8 @@ export function pictureMethods(shared) {
         },
 
         /** The whole graded picture as a PNG. */
-        async savePicture({ grade }) {
-            const of = sourceNow();
+        async savePicture({ picture, grade }) {
+            const of = sourceOf(picture);
             const looked = gradeOf(grade);
             const tell = (share) => shared.tell('picture.progress', { share });
             const file = await gradedPng(engine, of, wholeGraded(of, looked), looked, tell);
