@@ -6,6 +6,7 @@ import { cloudOf, drawCloud } from './cloud_drawing.mjs';
 const START = { turn: 3.95, tilt: 0.55 };
 const KEY_STEP = Math.PI / 36;
 const STEEPEST = Math.PI / 2;
+const PIXELS_A_RADIAN = 120;
 
 const canvas = document.querySelector('#look-cloud');
 const figures = document.querySelector('#cloud-figures');
@@ -13,6 +14,8 @@ const context = canvas.getContext('2d');
 
 let cloud = null;
 let view = { ...START };
+// The last event of a drag.
+let grip = null;
 
 function coloursOf(style) {
     const line = style.getPropertyValue('--wire');
@@ -55,9 +58,17 @@ function onKey(event) {
     moves[event.key]();
 }
 
+function onGrip(event) {
+    if (!event.isPrimary) return;
+    canvas.setPointerCapture(event.pointerId);
+    grip = event;
+}
+
 function onMove(event) {
-    if (!canvas.hasPointerCapture(event.pointerId)) return;
-    turnBy(event.movementX / 120, event.movementY / 120);
+    if (!event.isPrimary || !canvas.hasPointerCapture(event.pointerId)) return;
+    turnBy((event.clientX - grip.clientX) / PIXELS_A_RADIAN,
+           (event.clientY - grip.clientY) / PIXELS_A_RADIAN);
+    grip = event;
 }
 
 /** @param {Float32Array} samples @param {number} size */
@@ -74,7 +85,7 @@ export function showCloud(samples, size) {
     request();
 }
 
-canvas.addEventListener('pointerdown', (event) => canvas.setPointerCapture(event.pointerId));
+canvas.addEventListener('pointerdown', onGrip);
 canvas.addEventListener('pointermove', onMove);
 canvas.addEventListener('keydown', onKey);
 onAppearance(canvas, request);
