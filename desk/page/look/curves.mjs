@@ -22,11 +22,16 @@ function cellOf(tag, text, scope) {
     return cell;
 }
 
+/** Never "-0.000". */
+function thousandths(value) {
+    return (Math.round(value * 1000) / 1000 + 0).toFixed(3);
+}
+
 function rowOf(grey) {
     const row = document.createElement('tr');
     row.append(cellOf('th', spell(grey), 'row'));
     for (const { axis } of [shown, ...other ? [other] : []])
-        row.append(...colourAt(axis, grey).map((value) => cellOf('td', value.toFixed(3))));
+        row.append(...colourAt(axis, grey).map((value) => cellOf('td', thousandths(value))));
     return row;
 }
 
