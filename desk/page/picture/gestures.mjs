@@ -4,12 +4,13 @@ const WHEEL_SPEED = 0.002;
 const PINCH_SPEED = 0.01;
 const PAN_STEP = 40;
 
-/** Where an event is on the stage, in the screen's own pixels. */
+/** Where an event is on the stage, whose pixels begin at a whole one of the screen. */
 export function placeOn(stage, { clientX, clientY }) {
     const { left, top } = stage.getBoundingClientRect();
+    const ratio = devicePixelRatio;
     return {
-        x: (clientX - left - stage.clientLeft) * devicePixelRatio,
-        y: (clientY - top - stage.clientTop) * devicePixelRatio,
+        x: clientX * ratio - Math.round(left * ratio),
+        y: clientY * ratio - Math.round(top * ratio),
     };
 }
 
