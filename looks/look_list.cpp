@@ -59,7 +59,7 @@ bool LookList::add(const FoundText& text, std::size_t place) {
     if (!tw::parseEmbeddedText(text.text, lut, &reason)) {
         auto same =
             std::find_if(unreadable_.begin(), unreadable_.end(),
-                         [&reason](const UnreadableText& text) { return text.reason == reason; });
+                         [&reason](const UnreadableText& other) { return other.reason == reason; });
         if (same == unreadable_.end()) same = unreadable_.insert(same, {reason, {}});
         return note(same->found, place);
     }

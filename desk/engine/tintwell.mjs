@@ -210,6 +210,12 @@ function idText(id) {
     return String(whole);
 }
 
+function floatsOf(bytes) {
+    const floats = new Float32Array(bytes.length);
+    for (let at = 0; at < bytes.length; ++at) floats[at] = bytes[at] * A_255TH;
+    return floats;
+}
+
 async function* piecesOf(bytes) {
     if (bytes[0] !== 0x1f || bytes[1] !== 0x8b) {
         for (let at = 0; at < bytes.length; at += PIECE) yield bytes.subarray(at, at + PIECE);
@@ -376,7 +382,7 @@ class Engine {
         const { frameWidth = 0, frameHeight = 0, id = 0, name = '' } = options;
         checkWhole(steps, frameWidth, frameHeight);
         const isOf8Bits = !(data instanceof Float32Array);
-        const floats = isOf8Bits ? Float32Array.from(data, (value) => value * A_255TH) : data;
+        const floats = isOf8Bits ? floatsOf(data) : data;
         return this.#with(this.#module.Floats, floats, (copy) => {
             const frame = { size: steps, width: frameWidth, height: frameHeight };
             const report = {};
