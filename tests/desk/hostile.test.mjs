@@ -75,10 +75,7 @@ async function expectItWorks() {
     const graded = engine.grade(picture, engine.readCube(crossed33));
     assert.deepEqual([...pictureOfPng(bytes).data], [...graded]);
     await desk.tab('match');
-    await desk.page.$eval('#steps', (field) => {
-        field.value = 3;
-        field.dispatchEvent(new Event('input', { bubbles: true }));
-    });
+    await desk.fill('#steps', 3);
     await desk.choose('#graded-file', 'graded.png',
                       contentsOf('examples/panel/patterns/graded_3_280x160.png'));
     await desk.untilText('#measurement', /graded\.png/);

@@ -17,19 +17,10 @@ const vector = contentsOf('examples/panel/patterns/graded_3_280x160.png');
 
 const at = withDesk();
 
-async function fill(selector, text) {
-    const { desk } = at;
-    await desk.page.focus(selector);
-    await desk.page.keyboard.down('Control');
-    await desk.press('a');
-    await desk.page.keyboard.up('Control');
-    await desk.page.keyboard.type(`${text}`);
-}
-
 async function askFor(steps, width, height) {
-    await fill('#steps', steps);
-    await fill('#frame-width', width);
-    await fill('#frame-height', height);
+    await at.desk.fill('#steps', steps);
+    await at.desk.fill('#frame-width', width);
+    await at.desk.fill('#frame-height', height);
 }
 
 async function measured(name, contents, pattern) {
@@ -108,10 +99,10 @@ test('the look of a graded pattern is the one that the program measures', async 
     const { desk } = at;
     await refuseClipboard();
     await desk.tab('match');
-    await fill('#steps', 3);
+    await desk.fill('#steps', 3);
     await measured('graded_3.png', vector);
-    await fill('#match-name', 'Köln "Dusk"');
-    await fill('#match-id', '9223372036854775807');
+    await desk.fill('#match-name', 'Köln "Dusk"');
+    await desk.fill('#match-id', '9223372036854775807');
     const [cube, text] = await measuredByProgram(
         vector, '--size', 3, '--name', 'Köln "Dusk"', '--id', '9223372036854775807');
     const saved = await desk.savedBy('#match-cube');
@@ -132,7 +123,7 @@ test('from the pattern to the look, and on to the picture', async () => {
     const contents = pngOf(graded);
     await desk.drop('#match', 'graded.png', contents);
     await desk.untilText('#measurement', /graded\.png/);
-    await fill('#match-name', 'Found');
+    await desk.fill('#match-name', 'Found');
     await desk.page.click('#use-match');
     await desk.until(() => !document.querySelector('#picture').hidden);
     await desk.untilText('#in-use', /^Found$/);
@@ -149,7 +140,7 @@ test('with the keyboard alone', async () => {
     await desk.tabTo('#steps');
     await desk.press('ArrowUp', 'ArrowUp');
     assert.equal(await desk.value('#steps'), '19');
-    await fill('#steps', 3);
+    await desk.fill('#steps', 3);
     await desk.tabTo('#save-pattern');
     const { name } = await desk.saved(() => desk.press('Enter'));
     assert.match(name, /1920x1080/);
@@ -174,10 +165,10 @@ test('a pattern of 16 bits is measured in all of them', async () => {
             return patch < 27 ? levels[Math.floor(patch / 3 ** channel) % 3] : levels[0];
         } });
     await desk.tab('match');
-    await fill('#steps', 3);
+    await desk.fill('#steps', 3);
     await measured('deep.png', contents);
     assert.match(await desk.text('#measurement'), /16 bits/);
-    await fill('#match-name', 'deep');
+    await desk.fill('#match-name', 'deep');
     const [cube, text] = await measuredByProgram(contents, '--size', 3, '--name', 'deep');
     assert.ok((await desk.savedBy('#match-cube')).bytes.equals(cube));
     assert.equal(`${await copiedText()}\n`, text.toString());
@@ -186,7 +177,7 @@ test('a pattern of 16 bits is measured in all of them', async () => {
 test('a picture that is no pattern is refused with the reason, and the match stays', async () => {
     const { desk } = at;
     await desk.tab('match');
-    await fill('#steps', 3);
+    await desk.fill('#steps', 3);
     await measured('graded_3.png', vector);
     const bomb = Buffer.concat([
         SIGNATURE, headerOf({ width: 16000, height: 12000, depth: 8, colours: 2 }),
@@ -202,7 +193,7 @@ test('a picture that is no pattern is refused with the reason, and the match sta
         await desk.untilMessage(new RegExp(`^cannot use '${name}': .*(${words})`));
         assert.equal(await desk.page.$eval('#match-cube', (button) => button.disabled), false);
     }
-    await fill('#steps', 4);
+    await desk.fill('#steps', 4);
     await desk.choose('#graded-file', 'graded_3.png', vector);
     await desk.untilMessage(/it shows a pattern of 3 steps, not of 4/);
 });
@@ -210,13 +201,13 @@ test('a picture that is no pattern is refused with the reason, and the match sta
 test('a name or match that no text holds is refused', async () => {
     const { desk } = at;
     await desk.tab('match');
-    await fill('#steps', 3);
+    await desk.fill('#steps', 3);
     await measured('graded_3.png', vector);
     for (const [name, id, words] of [['-', '1', /cannot be named/], ['x', '1.5', /64 bits/],
                                      ['x', '9223372036854775808', /64 bits/],
                                      ['x'.repeat(400), '1', /too long/]]) {
         await desk.page.$eval('#match-name', (field, value) => { field.value = value; }, name);
-        await fill('#match-id', id);
+        await desk.fill('#match-id', id);
         await desk.page.click('#use-match');
         await desk.untilMessage(words);
         assert.notEqual(await desk.page.$('#message [role=alert]'), null);

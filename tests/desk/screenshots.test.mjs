@@ -4,12 +4,14 @@ import { mkdir } from 'node:fs/promises';
 import { join } from 'node:path';
 import { test } from 'node:test';
 import { contentsOf, screenshotFolder } from './support/places.mjs';
+import { choosePicture, shown } from './support/picture_panel.mjs';
 import { photograph, pngOf } from './support/pictures.mjs';
 import { withDesk } from './support/with_desk.mjs';
 
 const at = withDesk();
 const golden = contentsOf('examples/golden-hour.cube');
 const bleach = contentsOf('examples/bleach-bypass.cube');
+const graded = contentsOf('examples/panel/patterns/graded_3_280x160.png');
 const longName = `${'A look with a name that goes on and on '.repeat(5)}.cube`;
 
 async function widest(desk) {
@@ -25,8 +27,22 @@ async function widest(desk) {
 /** Two frames, in which the canvases are drawn. */
 async function drawn(desk) {
     await desk.page.evaluate(() => new Promise((resolve) => {
-        requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(resolve, 150)));
+        requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(resolve, 100)));
     }));
+}
+
+/** All panels with something in them. */
+async function fill(desk) {
+    await desk.choose('#look-file', 'golden-hour.cube', golden);
+    await desk.untilText('#look-name', /golden-hour/);
+    await desk.choose('#other-file', 'bleach-bypass.cube', bleach);
+    await desk.untilText('#difference', /\d/);
+    await desk.tab('picture');
+    await choosePicture(desk, 'photograph.png', pngOf(photograph(960, 540)));
+    await desk.tab('match');
+    await desk.fill('#steps', 3);
+    await desk.choose('#graded-file', 'graded.png', graded);
+    await desk.untilText('#measurement', /graded/);
 }
 
 for (const width of [360, 800, 1280]) {
@@ -35,15 +51,11 @@ for (const width of [360, 800, 1280]) {
             const { desk } = at;
             await mkdir(screenshotFolder, { recursive: true });
             await desk.show({ width, height: 800, theme });
-            await desk.choose('#look-file', 'golden-hour.cube', golden);
-            await desk.untilText('#look-name', /golden-hour/);
-            await desk.choose('#other-file', 'bleach-bypass.cube', bleach);
-            await desk.untilText('#difference', /\d/);
-            await desk.choose('#picture-file', 'photograph.png', pngOf(photograph(960, 540)));
-            await desk.untilText('#picture-info', /960/);
+            await fill(desk);
             for (const panel of ['look', 'picture', 'match']) {
                 await desk.tab(panel);
                 await drawn(desk);
+                if (panel === 'picture') await shown(desk);
                 await desk.page.screenshot({
                     path: join(screenshotFolder, `${panel}-${width}-${theme}.png`), fullPage: true });
                 const { window, page, wide } = await widest(desk);

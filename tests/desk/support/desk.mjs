@@ -172,6 +172,15 @@ export class Desk {
         for (const key of keys) await this.page.keyboard.press(key);
     }
 
+    /** Types over what a field holds. */
+    async fill(selector, text) {
+        await this.page.focus(selector);
+        await this.page.keyboard.down('Control');
+        await this.press('a');
+        await this.page.keyboard.up('Control');
+        await this.page.keyboard.type(`${text}`);
+    }
+
     /** Presses Tab until the element has the focus. */
     async tabTo(selector) {
         for (let presses = 0; presses < 60; ++presses) {
