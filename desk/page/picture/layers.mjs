@@ -40,8 +40,12 @@ export class Layers {
         const { canvas } = context;
         const old = this.#view;
         if (old && canvas.width) this.#keep(canvas);
-        canvas.width = view.width;
-        canvas.height = view.height;
+        if (canvas.width === view.width && canvas.height === view.height) {
+            context.clearRect(0, 0, view.width, view.height);
+        } else {
+            canvas.width = view.width;
+            canvas.height = view.height;
+        }
         if (!old || !this.#scratch.width) return;
         const ratio = view.zoom / old.zoom;
         context.imageSmoothingEnabled = view.zoom < 1;

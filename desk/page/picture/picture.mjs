@@ -2,7 +2,6 @@
 import { app } from '../app.mjs';
 import { call } from '../engine_client.mjs';
 import { bytesOf, onFile } from '../files.mjs';
-import { say } from '../message.mjs';
 import { startDivider } from './divider.mjs';
 import { startGestures } from './gestures.mjs';
 import { markup } from './markup.mjs';
@@ -29,6 +28,7 @@ export function startPicture(root) {
     const element = (id) => root.querySelector(`#${id}`);
     const stage = element('picture-view');
     const amount = element('amount');
+    const info = element('picture-info');
     let name = SAMPLE_NAME;
     let key = null;
 
@@ -59,19 +59,23 @@ export function startPicture(root) {
     }
 
     async function open(file) {
-        say(`Reading ${file.name}.`);
-        const bytes = await bytesOf(file);
-        const info = await call('openPicture', { bytes }, [bytes.buffer]);
-        name = file.name.replace(/\.[^.]*$/, '');
-        element('picture-info').textContent = spelledInfo(file.name, info);
-        take(info);
-        say('');
+        const before = info.textContent;
+        info.textContent = `Reading ${file.name}`;
+        try {
+            const bytes = await bytesOf(file);
+            const picture = await call('openPicture', { bytes }, [bytes.buffer]);
+            name = file.name.replace(/\.[^.]*$/, '');
+            info.textContent = spelledInfo(file.name, picture);
+            take(picture);
+        } catch (error) {
+            info.textContent = before;
+            throw error;
+        }
     }
 
     async function showSample() {
         const sample = await call('samplePicture');
-        element('picture-info').textContent =
-            `Sample, an evening landscape: ${sample.width} x ${sample.height}, 8 bits`;
+        info.textContent = spelledInfo('Sample', { ...sample, depth: 8, kind: 'computed' });
         take(sample);
     }
 
