@@ -1,25 +1,17 @@
 // Hostile files leave the page working, and each that is refused is told why.
 import assert from 'node:assert/strict';
-import { writeFile, readFile } from 'node:fs/promises';
-import { join } from 'node:path';
 import { test } from 'node:test';
 import { hostileFiles } from './support/hostile_files.mjs';
 import { crossed33 } from './support/looks.mjs';
 import { loadEngine } from './support/module.mjs';
 import { choosePicture, useLook } from './support/picture_panel.mjs';
 import { photograph, pictureOfPng, pngOf } from './support/pictures.mjs';
-import { contentsOf, inTemporaryFolder } from './support/places.mjs';
-import { tintwellHost } from './support/program.mjs';
+import { contentsOf } from './support/places.mjs';
+import { jpegByProgram } from './support/program.mjs';
 import { withDesk } from './support/with_desk.mjs';
 
 const at = withDesk();
-const jpeg = await inTemporaryFolder(async (folder) => {
-    const [from, to, look] = ['in.png', 'out.jpg', 'look.cube'].map((name) => join(folder, name));
-    await writeFile(from, pngOf(photograph(40, 30), { alpha: false }));
-    await writeFile(look, crossed33);
-    await tintwellHost('render', from, to, '--lut', look);
-    return readFile(to);
-});
+const jpeg = await jpegByProgram(pngOf(photograph(40, 30), { alpha: false }));
 const files = hostileFiles(jpeg);
 
 test('there are 200 of them, and they differ', () => {

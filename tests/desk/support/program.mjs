@@ -3,6 +3,7 @@ import { execFile } from 'node:child_process';
 import { readFile, writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { promisify } from 'node:util';
+import { cubeOf, identity } from './looks.mjs';
 import { pictureOfPng } from './pictures.mjs';
 import { inTemporaryFolder, program } from './places.mjs';
 
@@ -30,6 +31,17 @@ export async function gradedByProgram(files, cube, amount) {
             '--lut', join(folder, 'look.cube'), '--amount', amount, '--depth', '8');
         return Promise.all(files.map(async (_, at) =>
             pictureOfPng(await readFile(numbered('out', at)))));
+    });
+}
+
+/** A JPEG file of a PNG file. */
+export function jpegByProgram(png) {
+    return inTemporaryFolder(async (folder) => {
+        const [from, to, look] = ['in.png', 'out.jpg', 'look.cube'].map((name) => join(folder, name));
+        await writeFile(from, png);
+        await writeFile(look, cubeOf(2, identity));
+        await tintwellHost('render', from, to, '--lut', look, '--amount', 0, '--compression', 90);
+        return readFile(to);
     });
 }
 
