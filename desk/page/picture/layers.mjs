@@ -1,10 +1,17 @@
 // The two canvases of the stage, and the board that shows through transparent pixels.
 import { regionOf } from '../worker/picture/resampling.mjs';
 
+function copyOf(canvas) {
+    const copy = document.createElement('canvas');
+    copy.width = canvas.width;
+    copy.height = canvas.height;
+    copy.getContext('2d').drawImage(canvas, 0, 0);
+    return copy;
+}
+
 export class Layers {
     #board;
     #contexts;
-    #scratch = document.createElement('canvas');
     #view = null;
 
     constructor(stage) {
@@ -39,24 +46,19 @@ export class Layers {
     #move(context, view) {
         const { canvas } = context;
         const old = this.#view;
-        if (old && canvas.width) this.#keep(canvas);
-        if (canvas.width === view.width && canvas.height === view.height) {
-            context.clearRect(0, 0, view.width, view.height);
-        } else {
+        const fits = canvas.width === view.width && canvas.height === view.height;
+        const shown = fits ? canvas : copyOf(canvas);
+        if (!fits || !old) {
             canvas.width = view.width;
             canvas.height = view.height;
         }
-        if (!old || !this.#scratch.width) return;
+        if (!old) return;
         const ratio = view.zoom / old.zoom;
+        // Takes the place of all there is; what is drawn may then be the canvas itself.
+        context.globalCompositeOperation = 'copy';
         context.imageSmoothingEnabled = view.zoom < 1;
-        context.drawImage(this.#scratch, view.left - old.left * ratio, view.top - old.top * ratio,
+        context.drawImage(shown, view.left - old.left * ratio, view.top - old.top * ratio,
                           old.width * ratio, old.height * ratio);
-    }
-
-    #keep(canvas) {
-        this.#scratch.width = canvas.width;
-        this.#scratch.height = canvas.height;
-        this.#scratch.getContext('2d').drawImage(canvas, 0, 0);
     }
 
     #placeBoard({ x, y, width, height }) {
