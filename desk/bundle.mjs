@@ -1,13 +1,25 @@
 // Ties the page, its worker and the engine into one HTML file that a browser opens from disk, where
 // it may load nothing beside it: node bundle.mjs ENGINE-FOLDER OUT.html
 import { createHash } from 'node:crypto';
-import { readFile, writeFile } from 'node:fs/promises';
+import { readFile, readdir, writeFile } from 'node:fs/promises';
 import { join, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { build } from 'esbuild';
 
 const [engine, out] = process.argv.slice(2).map((path) => resolve(path));
 const page = fileURLToPath(new URL('page', import.meta.url));
+
+/** The packages that scripts hold, with the notices that their licences ask for. */
+const packages = new Set();
+
+async function notices() {
+    const texts = [...packages].sort().map(async (name) => {
+        const folder = fileURLToPath(new URL(`node_modules/${name}/`, import.meta.url));
+        const file = (await readdir(folder)).find((each) => /^licen[cs]e/i.test(each));
+        return `${name}\n\n${await readFile(join(folder, file), 'utf8')}`;
+    });
+    return (await Promise.all(texts)).join('\n\n').replaceAll('--', '- -');
+}
 
 /** One script without imports. `parts` are modules by name, with their contents or paths. */
 async function script(entry, parts) {
@@ -25,6 +37,7 @@ async function script(entry, parts) {
         entryPoints: [join(page, entry)],
         bundle: true,
         write: false,
+        metafile: true,
         format: 'iife',
         target: 'es2022',
         charset: 'utf8',
@@ -33,6 +46,10 @@ async function script(entry, parts) {
         define: { 'import.meta.url': '"about:blank"' },
         plugins: [plugin],
     });
+    for (const input of Object.keys(result.metafile.inputs)) {
+        const name = input.match(/node_modules\/((?:@[^/]+\/)?[^/]+)/)?.[1];
+        if (name) packages.add(name);
+    }
     return result.outputFiles[0].text.replaceAll('</script', '<\\/script');
 }
 
@@ -61,5 +78,6 @@ const html = (await readFile(join(page, 'index.html'), 'utf8'))
     .replace('<!-- policy -->',
              () => `<meta http-equiv="Content-Security-Policy" content="${policy}">`)
     .replace('<!-- style -->', () => `<style>${style}</style>`)
+    .replace('<!-- notices -->', await notices())
     .replace('<!-- script -->', () => `<script>${main}</script>`);
 await writeFile(out, html);

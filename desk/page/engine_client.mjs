@@ -1,26 +1,16 @@
 // The engine's worker as the page sees it.
 import workerSource from 'tintwell:worker';
 
-let worker;
+const source = new Blob([workerSource], { type: 'text/javascript' });
+const url = URL.createObjectURL(source);
+const worker = new Worker(url);
+URL.revokeObjectURL(url);
+
 let lastCall = 0;
 const waiting = new Map();
 const listeners = new Map();
 
-/** Ends what the worker still does and forgets its looks and pictures. */
-function start() {
-    const source = new Blob([workerSource], { type: 'text/javascript' });
-    const url = URL.createObjectURL(source);
-    worker = new Worker(url);
-    URL.revokeObjectURL(url);
-    worker.onmessage = ({ data }) => receive(data);
-    worker.onerror = (event) => {
-        event.preventDefault();
-        for (const { reject } of waiting.values()) reject(new Error('the engine had to start again'));
-        waiting.clear();
-        worker.terminate();
-        start();
-    };
-}
+worker.onmessage = ({ data }) => receive(data);
 
 function receive({ call, result, message, topic, value }) {
     if (topic !== undefined) {
@@ -52,4 +42,10 @@ export function listen(topic, listener) {
     listeners.set(topic, listener);
 }
 
-start();
+/** Calls `listener` when the engine has failed: its looks and pictures are gone. */
+export function whenLost(listener) {
+    worker.onerror = (event) => {
+        event.preventDefault();
+        listener();
+    };
+}

@@ -37,7 +37,7 @@ onmessage = async ({ data: { call, method, args } }) => {
         postMessage({ call, result }, transfer);
     } catch (error) {
         postMessage({ call, message: error.message });
-        // Nothing here can be relied on any more: the page starts another worker.
+        // Nothing here can be relied on any more: the page starts again.
         if (error instanceof EngineLost) setTimeout(() => { throw error; });
     }
 };
