@@ -74,10 +74,11 @@ const policy = [
     "base-uri 'none'",
     "form-action 'none'",
 ].join('; ');
+const licences = `<!-- Contains third-party work:\n\n${await notices()} -->`;
 const html = (await readFile(join(page, 'index.html'), 'utf8'))
     .replace('<!-- policy -->',
              () => `<meta http-equiv="Content-Security-Policy" content="${policy}">`)
     .replace('<!-- style -->', () => `<style>${style}</style>`)
-    .replace('<!-- notices -->', await notices())
+    .replace('<!-- notices -->', () => licences)
     .replace('<!-- script -->', () => `<script>${main}</script>`);
 await writeFile(out, html);
