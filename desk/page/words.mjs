@@ -2,7 +2,7 @@
 
 /** With up to three significant digits. @param {number} value */
 export function spell(value) {
-    return String(Number(value.toPrecision(3)));
+    return Number.isFinite(value) ? String(Number(value.toPrecision(3))) : 'no number';
 }
 
 /** "1 look", "2 looks". */

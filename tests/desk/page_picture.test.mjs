@@ -27,7 +27,7 @@ test('a picture is there before a file is chosen, and a look grades it', async (
     await desk.tab('picture');
     await shown(desk);
     await desk.until(() => document.querySelector('#picture-info').textContent.match(/\d+ x \d+/));
-    const scene = engine.scene(1280, 720);
+    const scene = engine.scene(960, 540);
     await desk.page.focus('#picture-view');
     await desk.page.keyboard.down('Shift');
     await desk.press('ArrowRight');

@@ -15,7 +15,7 @@ const TICKS = [0, 0.25, 0.5, 0.75, 1];
 function rangeOf(axes) {
     let [low, high] = [0, 1];
     for (const axis of axes) {
-        for (const value of axis) {
+        for (const value of axis.filter(Number.isFinite)) {
             low = Math.min(low, value);
             high = Math.max(high, value);
         }
@@ -92,6 +92,7 @@ function curveOf(axis, channel, dashed, { x, y }) {
     const points = [];
     for (let at = 0; at < count; ++at) {
         const value = axis[at * 3 + CHANNELS.indexOf(channel)];
+        if (!Number.isFinite(value)) continue;
         points.push(`${x(at / (count - 1)).toFixed(1)},${y(value).toFixed(1)}`);
     }
     return svg('polyline', {

@@ -43,6 +43,7 @@ export function cloudOf(samples, size) {
             for (const red of axis) {
                 const at = ((blue * size + green) * size + red) * 3;
                 const colour = [...samples.subarray(at, at + 3)];
+                if (!colour.every(Number.isFinite)) continue;
                 const centred = colour.map((value) => value - 0.5);
                 values.push(...centred);
                 colours.push(cssOf(colour));

@@ -24,6 +24,7 @@ function cellOf(tag, text, scope) {
 
 /** Never "-0.000". */
 function thousandths(value) {
+    if (!Number.isFinite(value)) return 'no number';
     return (Math.round(value * 1000) / 1000 + 0).toFixed(3);
 }
 

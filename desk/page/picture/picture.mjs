@@ -90,5 +90,11 @@ export function startPicture(root) {
     app.addEventListener('look', showGrade);
     onFile(element('picture-file'), root.closest('[role=tabpanel]'), open);
     showGrade();
-    showSample();
+    // Not before it is seen: computing it would keep the first look waiting.
+    const seen = new IntersectionObserver(([{ isIntersecting }]) => {
+        if (!isIntersecting) return;
+        seen.disconnect();
+        showSample();
+    });
+    seen.observe(root);
 }

@@ -4,7 +4,7 @@ import { Rendering } from './picture/rendering.mjs';
 import { Source } from './picture/source.mjs';
 import { decodePicture } from './png.mjs';
 
-const SAMPLE = { width: 1280, height: 720 };
+const SAMPLE = { width: 960, height: 540 };
 
 /** The pixel at `at`, as four numbers. */
 function pixelIn({ data, width }, { x, y }) {
