@@ -33,7 +33,7 @@ test('a picture is there before a file is chosen, and a look grades it', async (
     await desk.press('ArrowRight');
     await desk.page.keyboard.up('Shift');
     const { x, y, before, after } = await values(desk);
-    assert.deepEqual(before, pixelOf({ data: scene, width: 1280 }, x, y));
+    assert.deepEqual(before, pixelOf({ data: scene, width: 960 }, x, y));
     assert.deepEqual(after, before);
 });
 
