@@ -88,8 +88,10 @@ test('what a check finds is what the program finds', () => inTemporaryFolder(asy
     };
     for (const [name, contents] of Object.entries(files))
         await writeFile(join(folder, name), contents);
-    for (const [name, contents] of Object.entries(files)) {
-        const [told] = JSON.parse(await checked(join(folder, name)));
+    const all = JSON.parse(await checked(Object.keys(files).map((name) => join(folder, name))));
+    assert.equal(all.length, Object.keys(files).length);
+    for (const [at, [name, contents]] of Object.entries(files).entries()) {
+        const told = all[at];
         const { works, name: found, id, size, findings, facts, precision } =
             engine.check(contents, name);
         assert.deepEqual(findings, told.findings, name);
@@ -103,8 +105,8 @@ test('what a check finds is what the program finds', () => inTemporaryFolder(asy
 }));
 
 // The program fails when a look would not work; what it prints counts.
-async function checked(file) {
-    return tintwellHost('check', '--json', file).catch(({ stdout }) => stdout);
+async function checked(files) {
+    return tintwellHost('check', '--json', ...files).catch(({ stdout }) => stdout);
 }
 
 test('a name may be anything that a text holds', () => {

@@ -77,6 +77,25 @@ test('the page says its name, and that nothing leaves the machine', async () => 
     assert.equal(await desk.page.$eval('html', (html) => html.lang), 'en');
 });
 
+test('when the engine is lost the page begins again, says so and works', async () => {
+    const { desk } = at;
+    await desk.choose('#look-file', 'Crossed.cube', crossed33);
+    await desk.untilText('#look-name', /^Crossed$/);
+    const [worker] = desk.page.workers();
+    const begunAgain = new Promise((resolve) => desk.page.once('load', resolve));
+    await worker.evaluate(() => {
+        setTimeout(() => { throw new WebAssembly.RuntimeError('unreachable'); });
+    });
+    await begunAgain;
+    await desk.untilMessage(/engine had to start again/);
+    assert.equal(await desk.text('#look-name'), '');
+    assert.deepEqual(desk.takeProblems().filter((problem) => !/unreachable/.test(problem)), []);
+    await desk.choose('#look-file', 'Crossed.cube', crossed33);
+    await desk.untilText('#look-name', /^Crossed$/);
+    await desk.load();
+    assert.equal(await desk.message(), '');
+});
+
 async function violations(desk) {
     await desk.page.evaluate(axe);
     const { violations: found, passes } = await desk.page.evaluate(() =>
