@@ -62,9 +62,9 @@ const update = inNextFrame(() => {
 async function savePattern() {
     const frame = patternNow();
     try {
-        const { bytes } = await call('patternPng', frame);
+        const { file } = await call('patternPng', frame);
         const fileName = `pattern_${frame.steps}_${frame.width}x${frame.height}.png`;
-        save(bytes, fileName, 'image/png');
+        save(file, fileName, 'image/png');
         say(`Saved ${fileName}.`);
     } catch (error) {
         complain(`cannot save the pattern: ${error.message}`);

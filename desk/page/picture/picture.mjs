@@ -10,11 +10,6 @@ import { startStage } from './stage.mjs';
 import { startValues } from './values.mjs';
 
 const SAMPLE_NAME = 'sample';
-const LOOK_WORDS = new Map([
-    ['lut', ''],
-    ['pattern', 'The look in use asks for the calibration pattern: the effect shows that.'],
-    ['none', 'The look in use leaves the picture as it is.'],
-]);
 const NO_LOOK_WORDS = 'No look is in use: before and after are the same. Open one in Look.';
 
 function spelledInfo(name, { width, height, depth, kind }) {
@@ -47,8 +42,7 @@ export function startPicture(root) {
 
     function showGrade() {
         element('amount-value').textContent = `${amount.value} %`;
-        element('picture-look').textContent = app.look ? LOOK_WORDS.get(app.look.kind)
-                                                       : NO_LOOK_WORDS;
+        element('picture-look').textContent = app.look ? '' : NO_LOOK_WORDS;
         request();
         updateValues();
     }

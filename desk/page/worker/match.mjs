@@ -1,6 +1,7 @@
 // The worker's methods for matches: the pattern drawn, measured after a grade, and named.
 import { infoOf } from './looks.mjs';
-import { decodePicture, encodePng } from './png.mjs';
+import { PngWriter } from './picture/png_writing.mjs';
+import { decodePicture } from './picture/reading.mjs';
 
 export function matchMethods(shared) {
     const { engine, looks } = shared;
@@ -30,9 +31,10 @@ export function matchMethods(shared) {
             return { data, transfer: [data.buffer] };
         },
 
-        patternPng({ steps, width, height }) {
-            const bytes = encodePng({ data: engine.pattern(steps, width, height), width, height });
-            return { bytes, transfer: [bytes.buffer] };
+        async patternPng({ steps, width, height }) {
+            const png = new PngWriter({ width, height, isOpaque: true });
+            await png.write(engine.pattern(steps, width, height));
+            return { file: await png.finish() };
         },
 
         /** The look in a picture of the graded pattern, and how exact it is. */

@@ -1,8 +1,8 @@
 // The worker's methods for the picture: opened, shown, asked and saved.
-import { dependsOnPlace, gradedPng, gradePiece } from './picture/grading.mjs';
+import { gradedPng, gradePiece } from './picture/grading.mjs';
 import { Rendering } from './picture/rendering.mjs';
 import { Source } from './picture/source.mjs';
-import { decodePicture } from './png.mjs';
+import { decodePicture } from './picture/reading.mjs';
 
 const SAMPLE = { width: 960, height: 540 };
 
@@ -22,8 +22,6 @@ export function pictureMethods(shared) {
     let sourceKey = null;
     let rendering = null;
     let newest = 0;
-    // The last look that had to grade the whole picture, and what came out.
-    let whole = {};
 
     /** Of one picture at a time, the last one. */
     function sourceOf(key) {
@@ -37,7 +35,6 @@ export function pictureMethods(shared) {
         source = new Source(picture);
         sourceKey = Math.random();
         rendering = null;
-        whole = {};
         const { width, height, isOpaque } = source;
         return { key: sourceKey, width, height, isOpaque };
     }
@@ -46,17 +43,6 @@ export function pictureMethods(shared) {
         if (look !== null && !looks.has(look))
             throw new Error('the look is no longer there; open its file again');
         return { look: looks.get(look) ?? null, amount };
-    }
-
-    /** The whole graded picture, for looks whose pixels depend on where they are; else null. */
-    function wholeGraded(of, grade) {
-        if (!dependsOnPlace(grade)) return null;
-        if (whole.look !== grade.look) {
-            const { width, height } = of;
-            const data = engine.grade({ data: of.data, width, height }, grade.look);
-            whole = { look: grade.look, graded: new Source({ data, width, height }) };
-        }
-        return whole.graded;
     }
 
     function tellStrip(strip) {
@@ -82,8 +68,7 @@ export function pictureMethods(shared) {
             const number = ++newest;
             const of = sourceOf(picture);
             const looked = gradeOf(grade);
-            const graded = wholeGraded(of, looked);
-            if (!rendering?.isOf(of, graded, view)) rendering = new Rendering(of, graded, view);
+            if (!rendering?.isOf(of, view)) rendering = new Rendering(of, view);
             const wish = { number, grade: looked, isNewest: () => number === newest };
             return { done: await rendering.show(engine, wish, tellStrip) };
         },
@@ -93,9 +78,7 @@ export function pictureMethods(shared) {
             const of = sourceOf(picture);
             const looked = gradeOf(grade);
             const before = pixelIn(of, { x, y });
-            const graded = wholeGraded(of, looked);
-            const after = graded ? pixelIn(graded, { x, y })
-                                 : gradePiece(engine, before.slice(), 1, looked);
+            const after = gradePiece(engine, before.slice(), 1, looked);
             return { before: [...before], after: [...after] };
         },
 
@@ -104,7 +87,7 @@ export function pictureMethods(shared) {
             const of = sourceOf(picture);
             const looked = gradeOf(grade);
             const tell = (share) => shared.tell('picture.progress', { share });
-            const file = await gradedPng(engine, of, wholeGraded(of, looked), looked, tell);
+            const file = await gradedPng(engine, of, looked, tell);
             return { file };
         },
     };

@@ -11,7 +11,7 @@ const PIXELS_AT_ONCE = 1 << 16;
  */
 
 /**
- * Pixels of any place in the picture. Not for looks where dependsOnPlace.
+ * Pixels of any place in the picture.
  * @param {Uint8Array} data
  * @param {number} width
  * @param {Grade} grade
@@ -21,25 +21,19 @@ export function gradePiece(engine, data, width, { look, amount }) {
     return engine.grade({ data, width, height: data.length / 4 / width }, look, amount);
 }
 
-/** Whether a pixel's colour depends on where it is: in the pattern. */
-export function dependsOnPlace({ look }) {
-    return look?.kind === 'pattern';
-}
-
 /**
  * The whole graded picture as a PNG; `tell` is called with the share that is done.
  * @param {import('./source.mjs').Source} source
- * @param {import('./source.mjs').Source|null} graded  Where that has been needed anyway.
  * @param {Grade} grade
  * @returns {Promise<Blob>}
  */
-export async function gradedPng(engine, source, graded, grade, tell) {
-    const { data, width, height, isOpaque } = graded ?? source;
+export async function gradedPng(engine, source, grade, tell) {
+    const { data, width, height, isOpaque } = source;
     const png = new PngWriter({ width, height, isOpaque });
     const step = Math.ceil(PIXELS_AT_ONCE / width) * width * 4;
     for (let at = 0; at < data.length; at += step) {
         const piece = data.subarray(at, at + step);
-        await png.write(graded ? piece : gradePiece(engine, piece, width, grade));
+        await png.write(gradePiece(engine, piece, width, grade));
         tell(Math.min(1, (at + step) / data.length));
         await nextTurn();
     }

@@ -1,4 +1,5 @@
-// Writes a PNG while its rows come, so that a large one is never in memory unpacked.
+// Writes a PNG while its rows come, so that a large one is never in memory unpacked and the worker can do
+// other things in between. The values go in as they are, alpha straight; the browser packs.
 
 const SIGNATURE = [0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a];
 const RGB = 2;

@@ -9,33 +9,27 @@ const PIXELS_IN_STRIP = 1 << 16;
 /** One view of a picture. Its resampled pixels are kept for the next look or Amount. */
 export class Rendering {
     #source;
-    #graded;
     #region;
     #before;
-    #after;
     #strips = [];
 
     /**
      * @param {import('./source.mjs').Source} source
-     * @param {import('./source.mjs').Source|null} graded  What the look makes of it where that
-     *     cannot be told strip by strip.
      * @param {import('./resampling.mjs').View} view
      */
-    constructor(source, graded, view) {
+    constructor(source, view) {
         this.#source = source;
-        this.#graded = graded;
         this.view = view;
         this.#region = regionOf(view, source);
         const { width, height } = this.#region;
         this.#before = new Uint8Array(width * height * 4);
-        if (graded) this.#after = new Uint8Array(width * height * 4);
         const rows = Math.max(1, Math.floor(PIXELS_IN_STRIP / Math.max(1, width)));
         for (let first = 0; width && first < height; first += rows)
             this.#strips.push({ first, last: Math.min(height, first + rows), gradedBy: 0 });
     }
 
-    isOf(source, graded, view) {
-        return this.#source === source && this.#graded === graded && this.view.id === view.id;
+    isOf(source, view) {
+        return this.#source === source && this.view.id === view.id;
     }
 
     /**
@@ -69,21 +63,14 @@ export class Rendering {
         const { x, y, width } = this.#region;
         const part = (pixels) => pixels.subarray(first * width * 4, last * width * 4);
         const isNew = strip.gradedBy === 0;
-        if (isNew) this.#resample(first, last);
+        if (isNew) resample(this.#source, this.view, this.#region, first, last, this.#before);
         return {
             view: this.view.id,
             x,
             y: y + first,
             width,
             before: isNew ? part(this.#before).slice() : null,
-            after: this.#graded ? part(this.#after).slice()
-                                : gradePiece(engine, part(this.#before), width, grade),
+            after: gradePiece(engine, part(this.#before), width, grade),
         };
-    }
-
-    #resample(first, last) {
-        resample(this.#source, this.view, this.#region, first, last, this.#before);
-        if (this.#graded)
-            resample(this.#graded, this.view, this.#region, first, last, this.#after);
     }
 }

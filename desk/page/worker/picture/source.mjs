@@ -1,5 +1,5 @@
 // A picture as the stage needs it: at full size, and ever halved for views from afar.
-import { isOpaque } from '../png.mjs';
+import { isOpaque } from './reading.mjs';
 
 /** Half as wide and high; colours count as much as their alpha. */
 function halved({ data, width, height }) {

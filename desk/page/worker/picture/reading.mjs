@@ -1,7 +1,6 @@
-// Picture files: PNG and JPEG are read, PNG is written.
-import { encode } from 'fast-png';
-import { decodeJpeg } from './picture/jpeg_reading.mjs';
-import { decodePng } from './picture/png_reading.mjs';
+// Picture files, PNG and JPEG.
+import { decodeJpeg } from './jpeg_reading.mjs';
+import { decodePng } from './png_reading.mjs';
 
 /**
  * @typedef {object} FilePicture
@@ -28,30 +27,8 @@ function startsWith(bytes, ...first) {
     return first.every((value, at) => bytes[at] === value);
 }
 
-/**
- * An 8-bit PNG with the very values; without alpha where all of it is 255.
- * @param {{data: Uint8Array|Uint8ClampedArray, width: number, height: number}} picture
- * @returns {Uint8Array}
- */
-export function encodePng({ data, width, height }) {
-    const opaque = isOpaque(data);
-    const picture = opaque ? { data: withoutAlpha(data), channels: 3 } : { data, channels: 4 };
-    // More than the lowest level takes longer and gains next to nothing.
-    return encode({ ...picture, width, height, depth: 8 }, { zlib: { level: 1 } });
-}
-
 /** Whether all alpha is 255. */
 export function isOpaque(rgba) {
     for (let at = 3; at < rgba.length; at += 4) if (rgba[at] !== 255) return false;
     return true;
-}
-
-function withoutAlpha(rgba) {
-    const rgb = new Uint8Array(rgba.length / 4 * 3);
-    for (let from = 0, to = 0; from < rgba.length; from += 4) {
-        rgb[to++] = rgba[from];
-        rgb[to++] = rgba[from + 1];
-        rgb[to++] = rgba[from + 2];
-    }
-    return rgb;
 }
