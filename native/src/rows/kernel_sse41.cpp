@@ -51,7 +51,12 @@ struct Sse41 {
     static Floats wholePart(Floats t) {
         return _mm_round_ps(t, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
     }
+#if defined(__wasm_simd128__)
+    // What Emscripten has in the place of SSE2's instruction is a loop.
+    static Ints toInts(Floats t) { return wasm_i32x4_trunc_sat_f32x4(t); }
+#else
     static Ints toInts(Floats t) { return _mm_cvttps_epi32(t); }
+#endif
     static Floats toFloats(Ints a) { return _mm_cvtepi32_ps(a); }
 
     static Floats minOrNaN(Floats a, Floats b) { return _mm_min_ps(a, b); }
