@@ -14,7 +14,7 @@ const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, mil
 
 /** What the page may load: itself, and what it has made. */
 function isOwn(url) {
-    return url === pageUrl || url.startsWith('blob:') || url.startsWith('data:');
+    return url.split('#')[0] === pageUrl || url.startsWith('blob:') || url.startsWith('data:');
 }
 
 /** What the page said to nobody, and what it asked for: `problems` has to stay empty. */
