@@ -31,6 +31,11 @@ function outcomeOf(panel, { name, contents }) {
         target.dispatchEvent(new DragEvent('drop', { dataTransfer, bubbles: true, cancelable: true }));
         const end = performance.now() + 20_000;
         do await wait(1); while (target.matches('[aria-busy]') && performance.now() < end);
+        // What has been taken is drawn.
+        if (!message.querySelector('[role=alert]')) {
+            await wait(50);
+            await new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve)));
+        }
         return {
             done: !target.matches('[aria-busy]'),
             alert: message.querySelector('[role=alert]')?.textContent ?? null,
