@@ -227,7 +227,7 @@ test('a look whose values are no numbers is shown with the trap that it is', asy
     await useGolden();
 });
 
-test('a file that is no look is refused with the engine\'s sentence, and the look stays', async () => {
+test('a file that is no look is refused as by the engine, and the look stays', async () => {
     const { desk } = at;
     await useGolden();
     const cut = golden.subarray(0, 3000);

@@ -153,7 +153,8 @@ export class Desk {
             };
             setTimeout(() => reject(new Error('nothing was saved')), PATIENCE).unref();
         });
-        for (const [event, listener] of Object.entries(listeners)) this.devtools.on(event, listener);
+        for (const [event, listener] of Object.entries(listeners))
+            this.devtools.on(event, listener);
         try {
             await Promise.all([act(), done]);
         } finally {
