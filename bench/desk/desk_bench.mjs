@@ -9,7 +9,8 @@ import { choosePicture, shown, useLook } from '../../tests/desk/support/picture_
 import { pngOf, randomNumbers } from '../../tests/desk/support/pictures.mjs';
 import { root } from '../../tests/desk/support/places.mjs';
 
-const nativeBench = resolve(root, process.env.TINTWELL_BENCH ?? 'build/release/bench/tintwell_bench');
+const nativeBench = resolve(
+    root, process.env.TINTWELL_BENCH ?? 'build/release/bench/tintwell_bench');
 const ROUNDS = 7;
 const WIDTH = 1920;
 const HEIGHT = 1080;
@@ -67,8 +68,9 @@ function gradeBeside(engine, kind, size, data) {
 function spell(label, times) {
     const sorted = [...times].sort((a, b) => a - b);
     const at = (share) => sorted[Math.min(sorted.length - 1, Math.floor(sorted.length * share))];
-    console.log(`${label}: median ${at(0.5).toFixed(1)} ms, 95 % within ${at(0.95).toFixed(1)} ms, ` +
-                `longest ${at(1).toFixed(1)} ms, ${sorted.length} frames`);
+    console.log(`${label}: median ${at(0.5).toFixed(1)} ms, ` +
+                `95 % within ${at(0.95).toFixed(1)} ms, longest ${at(1).toFixed(1)} ms, ` +
+                `${sorted.length} frames`);
 }
 
 /** The times between frames while `act` runs. */

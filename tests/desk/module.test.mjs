@@ -31,7 +31,7 @@ test('bytes come as an array, a part of one, a buffer or a string', () => {
         assert.deepEqual(engine.samples(engine.readCube(contents)), whole);
 });
 
-test('a .cube file is refused as the program refuses it', () => inTemporaryFolder(async (folder) => {
+test('a .cube file is refused as by the program', () => inTemporaryFolder(async (folder) => {
     const files = {
         'empty.cube': '',
         'short.cube': 'LUT_3D_SIZE 2\n1 2\n',

@@ -90,7 +90,9 @@ test('an engine in a worker grades as the one here, while both work', async () =
     const grades = [0, 1].map(() => new Promise((resolve, reject) => {
         const worker = new Worker(new URL(
             `data:text/javascript,${encodeURIComponent(workerSource)}`), {
-            workerData: { module: `file://${engineFolder}/tintwell.mjs`, wasmBinary, cube, picture },
+            workerData: {
+                module: `file://${engineFolder}/tintwell.mjs`, wasmBinary, cube, picture,
+            },
         });
         worker.once('message', resolve);
         worker.once('error', reject);

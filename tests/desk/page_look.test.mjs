@@ -213,7 +213,21 @@ test('the cloud turns under keys and the mouse, and turns back', async () => {
     assert.equal(await settled(), first);
 });
 
-test('a file that is no look is refused with the engine\'s sentence, and the look stays', async () => {
+test('a look whose values are no numbers is shown with the trap that it is', async () => {
+    const { desk } = at;
+    const text = `TWLUT3 1 Endless 2 -1e38 3e38 ${'/'.repeat(64)}`;
+    assert.deepEqual(engine.readText(text).range, [Infinity, Infinity]);
+    await useGolden();
+    await desk.choose('#look-file', 'Endless.twlut', text);
+    await desk.untilText('#look-findings', /24 values are no finite numbers/);
+    await desk.page.evaluate(() => new Promise((resolve) => {
+        requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(resolve)));
+    }));
+    assert.doesNotMatch(await desk.text('#look'), /NaN|undefined/);
+    await useGolden();
+});
+
+test('a file that is no look is refused as by the engine, and the look stays', async () => {
     const { desk } = at;
     await useGolden();
     const cut = golden.subarray(0, 3000);

@@ -1,7 +1,7 @@
 // The Picture task, as people do it: what is seen, and how the view is moved.
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { crossed33, cubeOf } from './support/looks.mjs';
+import { crossed33 } from './support/looks.mjs';
 import { loadEngine } from './support/module.mjs';
 import { cutout, photograph, pictureOfPng, pngOf } from './support/pictures.mjs';
 import { choosePicture, shown, useLook, values } from './support/picture_panel.mjs';

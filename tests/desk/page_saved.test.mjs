@@ -71,7 +71,8 @@ const kinds = {
     'a palette of 2': { depth: 1, colours: 3, palette: palette(2) },
     'a palette of 16': { depth: 4, colours: 3, palette: palette(16) },
     'a palette of 256': { depth: 8, colours: 3, palette: palette(256) },
-    'a palette with alpha': { depth: 2, colours: 3, palette: palette(4), transparent: [0, 90, 255] },
+    'a palette with alpha': {
+        depth: 2, colours: 3, palette: palette(4), transparent: [0, 90, 255] },
     'colours of 16 bits': { depth: 16, colours: 2 },
     'colours with alpha of 16 bits': { depth: 16, colours: 6 },
     'interlaced colours': { depth: 8, colours: 2, interlaced: true },
@@ -97,7 +98,8 @@ test('a JPEG file is read nearly as by the program', async () => {
     const { desk } = at;
     const jpeg = await jpegByProgram(pictures['photograph.png']);
     const told = await inTemporaryFolder(async (folder) => {
-        const [from, to, look] = ['in.jpg', 'out.png', 'look.cube'].map((name) => join(folder, name));
+        const [from, to, look] = ['in.jpg', 'out.png', 'look.cube']
+            .map((name) => join(folder, name));
         await writeFile(from, jpeg);
         await writeFile(look, looks['golden-hour.cube']);
         await tintwellHost('render', from, to, '--lut', look);

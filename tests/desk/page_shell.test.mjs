@@ -1,4 +1,5 @@
-// What holds for the whole page: nothing comes from elsewhere or goes there, and everybody can use it.
+// What holds for the whole page: nothing comes from elsewhere or goes there, and everybody can use
+// it.
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';

@@ -56,8 +56,8 @@ for (const width of [360, 800, 1280]) {
                 await desk.tab(panel);
                 await drawn(desk);
                 if (panel === 'picture') await shown(desk);
-                await desk.page.screenshot({
-                    path: join(screenshotFolder, `${panel}-${width}-${theme}.png`), fullPage: true });
+                const path = join(screenshotFolder, `${panel}-${width}-${theme}.png`);
+                await desk.page.screenshot({ path, fullPage: true });
                 const { window, page, wide } = await widest(desk);
                 assert.ok(page <= window, `${panel}: ${page} pixels of ${window}: ${wide}`);
             }

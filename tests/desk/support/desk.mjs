@@ -14,7 +14,7 @@ const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, mil
 
 /** What the page may load: itself, and what it has made. */
 function isOwn(url) {
-    return url === pageUrl || url.startsWith('blob:') || url.startsWith('data:');
+    return url.split('#')[0] === pageUrl || url.startsWith('blob:') || url.startsWith('data:');
 }
 
 /** What the page said to nobody, and what it asked for: `problems` has to stay empty. */
@@ -153,7 +153,8 @@ export class Desk {
             };
             setTimeout(() => reject(new Error('nothing was saved')), PATIENCE).unref();
         });
-        for (const [event, listener] of Object.entries(listeners)) this.devtools.on(event, listener);
+        for (const [event, listener] of Object.entries(listeners))
+            this.devtools.on(event, listener);
         try {
             await Promise.all([act(), done]);
         } finally {

@@ -1,6 +1,6 @@
 // Files that nobody means well with: 200 of them, the same ones each time.
 import { gzipSync, deflateSync } from 'node:zlib';
-import { cubeOf, crossed, identity } from './looks.mjs';
+import { crossed, cubeOf } from './looks.mjs';
 import { photograph, pngOf, randomNumbers } from './pictures.mjs';
 import { chunkOf, headerOf, SIGNATURE } from './png_kinds.mjs';
 
@@ -110,5 +110,3 @@ export function hostileFiles(jpeg) {
     }
     return files;
 }
-
-export const goodLook = cubeOf(3, identity);

@@ -23,7 +23,8 @@ export const identity = (r, g, b) => [r, g, b];
 export function crossed(r, g, b) {
     const luma = 0.2126 * r + 0.7152 * g + 0.0722 * b;
     const curve = (value) => value * value * (3 - 2 * value);
-    return [curve(0.8 * r + 0.3 * luma - 0.04), curve(0.9 * g + 0.1 * b), 1.1 * b - 0.05 * r + 0.02];
+    return [curve(0.8 * r + 0.3 * luma - 0.04), curve(0.9 * g + 0.1 * b),
+            1.1 * b - 0.05 * r + 0.02];
 }
 
 export const crossed33 = cubeOf(33, crossed);

@@ -45,7 +45,7 @@ export function cutout(width = 256, height = 97) {
     });
 }
 
-export function withoutAlpha({ data, width, height }) {
+function withoutAlpha({ data, width, height }) {
     const colours = new Uint8Array(width * height * 3);
     for (let at = 0; at < width * height; ++at)
         colours.set(data.subarray(at * 4, at * 4 + 3), at * 3);

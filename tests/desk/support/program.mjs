@@ -23,7 +23,8 @@ export async function tintwellHost(...options) {
  */
 export async function gradedByProgram(files, cube, amount) {
     return inTemporaryFolder(async (folder) => {
-        const numbered = (name, at) => join(folder, `${name}.${String(at + 1).padStart(4, '0')}.png`);
+        const numbered = (name, at) =>
+            join(folder, `${name}.${String(at + 1).padStart(4, '0')}.png`);
         await Promise.all(files.map((file, at) => writeFile(numbered('in', at), file)));
         await writeFile(join(folder, 'look.cube'), cube);
         await tintwellHost(
@@ -37,7 +38,8 @@ export async function gradedByProgram(files, cube, amount) {
 /** A JPEG file of a PNG file. */
 export function jpegByProgram(png) {
     return inTemporaryFolder(async (folder) => {
-        const [from, to, look] = ['in.png', 'out.jpg', 'look.cube'].map((name) => join(folder, name));
+        const [from, to, look] = ['in.png', 'out.jpg', 'look.cube']
+            .map((name) => join(folder, name));
         await writeFile(from, png);
         await writeFile(look, cubeOf(2, identity));
         await tintwellHost('render', from, to, '--lut', look, '--amount', 0, '--compression', 90);
