@@ -112,16 +112,17 @@ TEST_F(Render, copiesNothing_whenASizeIsNegative) {
         PF_InData in = {};
         in.appl_id = host_sim::afterEffects().applId;
         PF_OutData out = {};
-        A_u_char from[] = {1, 2, 3, 4, 5, 6, 7, 8}, to[sizeof from] = {};
+        // A negative count of bytes may also copy what lies before the pixels.
+        std::vector<A_u_char> from(1024, 1), to(1024, 0);
         PF_ParamDef input = {}, amount = {}, lut = {};
-        input.u.ld.data = reinterpret_cast<PF_PixelPtr>(from);
+        input.u.ld.data = reinterpret_cast<PF_PixelPtr>(from.data() + 512);
         input.u.ld.width = width;
         input.u.ld.height = height;
         PF_LayerDef output = input.u.ld;
-        output.data = reinterpret_cast<PF_PixelPtr>(to);
+        output.data = reinterpret_cast<PF_PixelPtr>(to.data() + 512);
         PF_ParamDef* params[] = {&input, &amount, &lut};
         EXPECT_EQ(effectMain(PF_Cmd_RENDER, &in, &out, params, &output, nullptr), 0);
-        EXPECT_EQ(to[0], 0) << width << " x " << height;
+        EXPECT_EQ(to, std::vector<A_u_char>(1024, 0)) << width << " x " << height;
     }
 }
 

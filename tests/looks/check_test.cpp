@@ -210,6 +210,19 @@ TEST(CheckCube, tellsClippedEnds) {
     EXPECT_EQ(found(result, "duplicates").words.substr(0, 13), "124 of 125 po");
 }
 
+TEST(CheckCube, tellsNoClippedEnds_whereOneChannelGoesOn) {
+    const auto clipped = [](float in) { return std::clamp((in - 0.25f) * 2.0f, 0.0f, 1.0f); };
+    for (const std::size_t whole : {0u, 1u, 2u}) {
+        const Check result = check(writeCube(lutOf(5, [&](Colour in) {
+            Colour out{clipped(in[0]), clipped(in[1]), clipped(in[2])};
+            out[whole] = in[whole];
+            return out;
+        })));
+        EXPECT_EQ(found(result, "clipped-shadows").words, "") << whole;
+        EXPECT_EQ(found(result, "clipped-highlights").words, "") << whole;
+    }
+}
+
 TEST(CheckCube, tellsAConstant_once) {
     const Check result = check(writeCube(twtest::constantLut(0.5f)));
     EXPECT_EQ(found(result, "constant").words, "all greys come out as one colour");
