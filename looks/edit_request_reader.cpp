@@ -73,6 +73,20 @@ bool readMembers(Rest& rest, EditRequest& request) {
 
 }  // namespace
 
+const char* wordOf(RequestState state) {
+    switch (state) {
+        case RequestState::kWhole:
+            return "whole";
+        case RequestState::kCut:
+            return "cut";
+        case RequestState::kUnfinished:
+            return "unfinished";
+        case RequestState::kForeign:
+            break;
+    }
+    return "foreign";
+}
+
 EditRequest readEditRequest(std::string_view contents) {
     EditRequest request;
     Rest rest(contents);

@@ -19,6 +19,9 @@ enum class RequestState {
     kForeign,     // no edit request
 };
 
+// "whole", "cut", "unfinished", "foreign".
+const char* wordOf(RequestState state);
+
 struct EditRequest {
     RequestState state = RequestState::kForeign;
     std::int64_t id = 0;              // 1 or more in whole and cut requests, else 0

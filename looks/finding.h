@@ -11,6 +11,9 @@ enum class Weight {
     kNote,   // worth knowing
 };
 
+// "fatal", "trap", "note".
+const char* wordOf(Weight weight);
+
 struct Finding {
     Weight weight;
     std::string id;      // a word for tools, such as "clipped-highlights"; it does not change

@@ -13,18 +13,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 using looks::spell;
 
-const char* nameOf(looks::Weight weight) {
-    switch (weight) {
-        case looks::Weight::kFatal:
-            return "fatal";
-        case looks::Weight::kTrap:
-            return "trap";
-        case looks::Weight::kNote:
-            break;
-    }
-    return "note";
-}
-
 // What the look is, in one line; empty for one that could not be read.
 std::string headOf(const looks::Check& check) {
     if (!check.facts) return {};
@@ -47,7 +35,7 @@ void print(const CheckedLook& look) {
         std::printf("        %s\n", plain(head).c_str());
     }
     for (const looks::Finding& finding : look.check.findings) {
-        std::printf("  %-5s %s\n", nameOf(finding.weight), plain(finding.words).c_str());
+        std::printf("  %-5s %s\n", looks::wordOf(finding.weight), plain(finding.words).c_str());
         if (!finding.advice.empty()) std::printf("        %s\n", finding.advice.c_str());
     }
 }
@@ -87,7 +75,7 @@ Json jsonOf(const CheckedLook& look) {
     }
     json["findings"] = Json::array();
     for (const looks::Finding& finding : check.findings) {
-        json["findings"].push_back({{"weight", nameOf(finding.weight)},
+        json["findings"].push_back({{"weight", looks::wordOf(finding.weight)},
                                     {"id", finding.id},
                                     {"words", finding.words},
                                     {"advice", finding.advice}});

@@ -22,32 +22,6 @@ const char* wordOf(tw::LutKind kind) {
     return "none";
 }
 
-const char* wordOf(looks::Weight weight) {
-    switch (weight) {
-        case looks::Weight::kFatal:
-            return "fatal";
-        case looks::Weight::kTrap:
-            return "trap";
-        case looks::Weight::kNote:
-            break;
-    }
-    return "note";
-}
-
-const char* wordOf(looks::RequestState state) {
-    switch (state) {
-        case looks::RequestState::kWhole:
-            return "whole";
-        case looks::RequestState::kCut:
-            return "cut";
-        case looks::RequestState::kUnfinished:
-            return "unfinished";
-        case looks::RequestState::kForeign:
-            break;
-    }
-    return "foreign";
-}
-
 template <class Range>
 val arrayOf(const Range& range) {
     val array = val::array();
@@ -87,7 +61,7 @@ val objectOf(const looks::Facts& facts) {
 
 val objectOf(const looks::Finding& finding) {
     val object = val::object();
-    object.set("weight", std::string(wordOf(finding.weight)));
+    object.set("weight", std::string(looks::wordOf(finding.weight)));
     object.set("id", finding.id);
     object.set("words", finding.words);
     object.set("advice", finding.advice);
@@ -191,7 +165,7 @@ val reportOf(const looks::Steps& steps) {
 
 val reportOf(const looks::EditRequest& request) {
     val report = val::object();
-    report.set("state", std::string(wordOf(request.state)));
+    report.set("state", std::string(looks::wordOf(request.state)));
     report.set("id", std::to_string(request.id));
     report.set("name", request.name ? val(*request.name) : val::null());
     report.set("at", request.at ? val(std::to_string(*request.at)) : val::null());

@@ -197,20 +197,6 @@ TEST(PanelVectors, gradedPatternsAreMeasuredSo) {
     }
 }
 
-std::string stateOf(const looks::EditRequest& request) {
-    switch (request.state) {
-        case looks::RequestState::kWhole:
-            return "whole";
-        case looks::RequestState::kCut:
-            return "cut";
-        case looks::RequestState::kUnfinished:
-            return "unfinished";
-        case looks::RequestState::kForeign:
-            return "foreign";
-    }
-    return "";
-}
-
 TEST(PanelVectors, requestsAreWrittenSoByTheEffectAndReadSo) {
     const json vectors = indexOf("requests")["requests"];
     for (const json& vector : vectors) {
@@ -223,7 +209,7 @@ TEST(PanelVectors, requestsAreWrittenSoByTheEffectAndReadSo) {
                                                            numberOf(asked["at"])));
         }
         const looks::EditRequest request = looks::readEditRequest(contents);
-        EXPECT_EQ(stateOf(request), vector["state"].get<std::string>());
+        EXPECT_EQ(looks::wordOf(request.state), vector["state"].get<std::string>());
         EXPECT_EQ(request.id, vector.contains("id") ? numberOf(vector["id"]) : 0);
         ASSERT_EQ(request.name.has_value(), vector.contains("name"));
         if (request.name) {
