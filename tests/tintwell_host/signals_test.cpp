@@ -126,11 +126,15 @@ TEST_F(Signals, sigintFinishesWhatWasBegun_andEndsWith130) {
     expectPolite(SIGINT, 130);
 }
 
-// TINTWELL_KILLS says how often; each time at another moment of the job.
+int numberIn(const char* variable, int otherwise) {
+    const char* text = std::getenv(variable);
+    return text != nullptr ? std::atoi(text) : otherwise;
+}
+
+// TINTWELL_KILLS says how often; each time at another moment of the job, by TINTWELL_KILLS_SEED.
 TEST_F(Signals, sigkillLeavesNoPartOfAFile_andTheRestartGivesTheSameBytes) {
-    const char* asked = std::getenv("TINTWELL_KILLS");
-    const int kills = asked != nullptr ? std::atoi(asked) : 2;
-    std::mt19937 random(20261122);
+    const int kills = numberIn("TINTWELL_KILLS", 2);
+    std::mt19937 random(static_cast<unsigned>(numberIn("TINTWELL_KILLS_SEED", 0)));
     int cut = 0;
     for (int i = 0; i < kills; ++i) {
         SCOPED_TRACE(i);
