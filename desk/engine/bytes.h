@@ -1,4 +1,6 @@
 // Memory that JavaScript fills and reads.
+//
+// Threads: the module has one, here and in the other headers of this folder.
 #pragma once
 
 #include <emscripten/val.h>
