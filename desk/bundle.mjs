@@ -9,15 +9,17 @@ import { build } from 'esbuild';
 const [engine, out] = process.argv.slice(2).map((path) => resolve(path));
 const page = fileURLToPath(new URL('page', import.meta.url));
 
-/** The packages that scripts hold, with the notices that their licences ask for. */
+/** The packages that scripts hold. */
 const packages = new Set();
 
+/** What the licences of packages and engine ask for. */
 async function notices() {
     const texts = [...packages].sort().map(async (name) => {
         const folder = fileURLToPath(new URL(`node_modules/${name}/`, import.meta.url));
         const file = (await readdir(folder)).find((each) => /^licen[cs]e/i.test(each));
         return `${name}\n\n${await readFile(join(folder, file), 'utf8')}`;
     });
+    texts.unshift(readFile(new URL('engine/NOTICES.txt', import.meta.url), 'utf8'));
     return (await Promise.all(texts)).join('\n\n').replaceAll('--', '- -');
 }
 
