@@ -107,6 +107,8 @@ const MOST_BYTES = 1 << 30;
 // What a look may be unpacked to: a project that is packed a hundred times over is none.
 const MOST_UNPACKED = 2 ** 34;
 const PIECE = 1 << 20;
+// Engines of JavaScript refuse calls with some 100,000.
+const MOST_ARGUMENTS = 1 << 14;
 // As tintwell-host reads files of 8 bits: the last bit of a measured value hangs on it.
 const A_255TH = Math.fround(1 / 255);
 
@@ -119,6 +121,10 @@ function told(call) {
         if (error?.constructor === Error) throw new TintwellError(error.message);
         throw error;
     }
+}
+
+function release(...handles) {
+    told(() => handles.forEach((handle) => handle.delete()));
 }
 
 /** Frees what the user forgot. */
@@ -173,7 +179,7 @@ export class Look {
     free() {
         if (!this.#handle) return;
         forgotten.unregister(this);
-        this.#handle.delete();
+        release(this.#handle);
         this.#handle = null;
     }
 }
@@ -224,7 +230,9 @@ async function* piecesOf(bytes) {
     const stream = new Blob([bytes]).stream().pipeThrough(new DecompressionStream('gzip'));
     let unpacked = 0;
     for (const reader = stream.getReader(); ; ) {
-        const { done, value } = await reader.read();
+        const { done, value } = await reader.read().catch(() => {
+            throw new TintwellError('it is a damaged gzip file');
+        });
         if (done) return;
         unpacked += value.length;
         if (unpacked > MOST_UNPACKED) throw new TintwellError('it holds more than 16 GB when unpacked');
@@ -248,7 +256,7 @@ class Engine {
             copy.view().set(values);
             return told(() => use(copy));
         } finally {
-            copy.delete();
+            release(copy);
         }
     }
 
@@ -262,7 +270,7 @@ class Engine {
         try {
             return made.view().slice();
         } finally {
-            made.delete();
+            release(made);
         }
     }
 
@@ -291,14 +299,21 @@ class Engine {
         return this.#withBytes(contents, (bytes) => this.#module.isText(bytes));
     }
 
+    #textOf(look) {
+        return this.#taken(() => this.#module.textOf(look.handle));
+    }
+
     /**
-     * The TWLUT text of a look. toUtf16 makes of it what a parameter stores.
+     * The TWLUT text of a look, one character a byte. toUtf16 makes of it what a parameter stores.
      * @param {Look} look
      * @returns {string}
      */
     writeText(look) {
-        return new TextDecoder('latin1').decode(
-            this.#taken(() => this.#module.textOf(look.handle)));
+        const bytes = this.#textOf(look);
+        let text = '';
+        for (let at = 0; at < bytes.length; at += MOST_ARGUMENTS)
+            text += String.fromCharCode(...bytes.subarray(at, at + MOST_ARGUMENTS));
+        return text;
     }
 
     /**
@@ -400,7 +415,7 @@ class Engine {
      * @returns {Check}
      */
     check(contents, name = '') {
-        if (contents instanceof Look) return this.check(this.writeText(contents));
+        if (contents instanceof Look) return this.check(this.#textOf(contents));
         return this.#withBytes(contents, (bytes) => {
             const found = this.#module.isText(bytes) ? this.#module.checkText(bytes)
                                                      : this.#module.checkCube(bytes, name);
@@ -428,12 +443,8 @@ class Engine {
             const looks = found.looks.map(
                 ({ text, ...rest }) => ({ look: this.readText(text), ...rest }));
             return { ...found, looks };
-        } catch (error) {
-            if (error instanceof TintwellError) throw error;
-            throw new TintwellError('it is a damaged gzip file');
         } finally {
-            piece.delete();
-            finder.delete();
+            release(piece, finder);
         }
     }
 

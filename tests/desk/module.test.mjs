@@ -123,6 +123,17 @@ test('a name may be anything that a text holds', () => {
     assert.equal(look.name, 'x');
 });
 
+test('a name of bytes beyond ASCII stays as it stands in the text', () => {
+    const [head, tail] = engine.writeText(engine.readCube(small, 'x.cube')).split(' x ');
+    const bytes = Buffer.from(`${head} Łódź ${tail}`);
+    const look = engine.readText(bytes);
+    assert.equal(look.name, 'Łódź');
+    assert.equal(engine.check(look).name, 'Łódź');
+    const stored = toUtf16(engine.writeText(look));
+    assert.deepEqual(Buffer.from(stored.filter((_, at) => at % 2 === 0)), bytes);
+    assert.equal(engine.readText(stored).name, 'Łódź');
+});
+
 test('an id has 64 bits', () => {
     const look = engine.readCube(small, 'x.cube');
     for (const id of [0n, 1n, 2n ** 53n + 1n, 2n ** 63n - 1n, -(2n ** 63n), 42]) {

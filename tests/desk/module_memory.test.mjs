@@ -4,7 +4,7 @@ import { test } from 'node:test';
 import { Worker } from 'node:worker_threads';
 import { crossed33 } from './support/looks.mjs';
 import { engineFolder } from './support/places.mjs';
-import { loadEngine, wasmBinary } from './support/module.mjs';
+import { EngineLost, loadEngine, wasmBinary } from './support/module.mjs';
 import { photograph } from './support/pictures.mjs';
 
 const cube = new TextEncoder().encode(crossed33);
@@ -111,4 +111,13 @@ test('two engines in one thread do not disturb one another', async () => {
     assert.deepEqual(other.grade(picture, other.readCube(cube)), graded);
     look.free();
     assert.equal(other.readCube(cube).size, 33);
+});
+
+test('an engine that has failed says so, whatever is asked of it', async () => {
+    const { engine, memories: [memory] } = await withMemories(loadEngine);
+    const look = engine.readCube(cube, 'x.cube');
+    new Uint8Array(memory.buffer).fill(0xff);
+    assert.throws(() => engine.readCube(cube), EngineLost);
+    assert.throws(() => engine.samples(look), EngineLost);
+    await assert.rejects(engine.findLooks(cube), EngineLost);
 });

@@ -6,7 +6,7 @@ import { engineFolder } from './places.mjs';
 
 const module = await import(pathToFileURL(join(engineFolder, 'tintwell.mjs')));
 
-export const { Look, TintwellError, toUtf16 } = module;
+export const { EngineLost, Look, TintwellError, toUtf16 } = module;
 
 export const wasmBinary = new Uint8Array(
     readFileSync(join(engineFolder, 'tintwell_engine.wasm')));
