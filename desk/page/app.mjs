@@ -7,6 +7,7 @@
  * @property {string} id
  * @property {'lut'|'pattern'|'none'} kind
  * @property {number} size
+ * @property {number} steps  Of a pattern, else 0.
  */
 
 /** Dispatches "look" when `look` has changed. */
@@ -14,9 +15,21 @@ class App extends EventTarget {
     /** @type {LookInfo|null} */
     look = null;
 
-    useLook(look) {
+    #lastChoice = 0;
+    #used = 0;
+
+    /** The user chooses a look that is still to be read: a number for useLook. */
+    beginChoice() {
+        return ++this.#lastChoice;
+    }
+
+    /** Uses a look, unless one that was chosen later is in use already; tells whether it did. */
+    useLook(look, choice = this.beginChoice()) {
+        if (choice < this.#used) return false;
+        this.#used = choice;
         this.look = look;
         this.dispatchEvent(new Event('look'));
+        return true;
     }
 }
 

@@ -4,8 +4,11 @@ import { complain, say } from './message.mjs';
 const MOST_BYTES = 2 ** 30;
 
 // A file that is dropped beside its place would else take the page's own place in the window.
-for (const type of ['dragover', 'drop'])
-    addEventListener(type, (event) => event.preventDefault());
+for (const type of ['dragover', 'drop']) {
+    addEventListener(type, (event) => {
+        if (holdsFiles(event)) event.preventDefault();
+    });
+}
 
 /** @param {File} file */
 export async function bytesOf(file) {

@@ -113,6 +113,58 @@ test('the looks of a project are listed, and one is taken', async () => {
     assert.equal(await desk.text('#look-id'), '9223372036854775807');
 });
 
+test('a look that was chosen later stays when an older file has been read', async () => {
+    const { desk } = at;
+    await desk.page.focus('#look-text');
+    await desk.page.keyboard.sendCharacter(dusk);
+    const slow = gzipSync(Buffer.concat([Buffer.alloc(100 << 20), Buffer.from(night)]));
+    await desk.choose('#look-file', 'slow.prproj', slow);
+    await desk.page.click('#look-take-text');
+    await desk.untilMessage(/^Read slow\.prproj\.$/);
+    assert.equal(await desk.text('#look-name'), 'Dusk');
+    assert.equal(await desk.text('#in-use'), 'Dusk');
+    assert.ok((await desk.savedBy('#save-cube')).bytes.length > 0);
+});
+
+test('looks that are no longer needed are freed', async () => {
+    const { desk } = at;
+    await useGolden();
+    const [worker] = desk.page.workers();
+    await worker.evaluate(() => {
+        self.freed = 0;
+        const { unregister } = FinalizationRegistry.prototype;
+        FinalizationRegistry.prototype.unregister = function forget(token) {
+            if (typeof token.free === 'function') ++self.freed;
+            return unregister.call(this, token);
+        };
+    });
+    await desk.choose('#look-file', 'bleach-bypass.cube', bleach);
+    await desk.untilText('#look-name', /^bleach-bypass$/);
+    const end = Date.now() + 10_000;
+    while (!await worker.evaluate(() => self.freed)) assert.ok(Date.now() < end);
+    assert.equal(await worker.evaluate(() => self.freed), 1);
+});
+
+test('a zip file is named as one', async () => {
+    const { desk } = at;
+    await desk.choose('#look-file', 'film.zip', Buffer.from('PK\x03\x04 and so on'));
+    await desk.untilMessage(/^cannot use 'film\.zip': it is a zip file: unpack it first$/);
+});
+
+test('a text is dragged into its field', async () => {
+    const { desk } = at;
+    const { x, y } = await desk.page.$eval('#look-text', (field) => {
+        field.scrollIntoView({ block: 'center' });
+        const { left, top, width, height } = field.getBoundingClientRect();
+        return { x: left + width / 2, y: top + height / 2 };
+    });
+    const items = [{ mimeType: 'text/plain', data: 'TWLUTP 9' }];
+    const data = { items, files: [], dragOperationsMask: 1 };
+    for (const type of ['dragEnter', 'dragOver', 'drop'])
+        await desk.devtools.send('Input.dispatchDragEvent', { type, x, y, data });
+    await desk.until(() => document.querySelector('#look-text').value === 'TWLUTP 9');
+});
+
 test('a look is saved as a .cube file as the program writes it', async () => {
     const { desk } = at;
     await useGolden();

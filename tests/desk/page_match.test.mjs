@@ -114,6 +114,32 @@ test('the look of a graded pattern is the one that the program measures', async 
         assert.ok(told.includes(words), `${words} in ${told}`);
 });
 
+test('a picture that is measured while a look is named takes its place', async () => {
+    const { desk } = at;
+    await desk.tab('match');
+    await askFor(3, 280, 160);
+    const { bytes: pattern } = await desk.savedBy('#save-pattern');
+    await measured('graded_3.png', vector);
+    const [worker] = desk.page.workers();
+    // The name's answer stays away until the other picture's is there.
+    await worker.evaluate(() => {
+        const send = self.postMessage.bind(self);
+        self.postMessage = (data, transfer) => {
+            const isName = data.result?.look && !data.result.report;
+            if (!isName) return send(data, transfer);
+            self.postMessage = send;
+            self.letGo = () => send(data, transfer);
+        };
+    });
+    const saving = desk.savedBy('#match-cube');
+    while (!await worker.evaluate(() => Boolean(self.letGo)));
+    await measured('plain.png', pattern);
+    await worker.evaluate(() => self.letGo());
+    const [cube] = await measuredByProgram(pattern, '--size', 3);
+    assert.ok((await saving).bytes.equals(cube));
+    assert.ok((await desk.savedBy('#match-cube')).bytes.equals(cube));
+});
+
 test('from the pattern to the look, and on to the picture', async () => {
     const { desk } = at;
     await desk.tab('match');

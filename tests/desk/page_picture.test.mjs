@@ -74,6 +74,8 @@ test('the Amount goes by keys from 0 to 100, and the values follow', async () =>
     await desk.press('ArrowRight', 'ArrowDown');
     await desk.page.keyboard.up('Shift');
     const { x, y } = await values(desk);
+    // Asked with keys, they are told to those who do not see them too.
+    assert.equal(await desk.page.$eval('#values', ({ ariaLive }) => ariaLive), 'polite');
     await desk.tabTo('#amount');
     await press('Home');
     assert.match(await desk.text('#amount-value'), /^0\b/);

@@ -15,19 +15,22 @@ import { showCheck, showFacts } from './report.mjs';
 const element = (id) => document.querySelector(`#${id}`);
 
 async function open(bytes, name, origin) {
+    const choice = app.beginChoice();
     const opened = await call('openLook', { bytes, name }, [bytes.buffer]);
     if (opened.refused) {
         showCheck(origin, opened.refused);
         throw new Error(opened.refused.findings[0].words);
     }
     hold('list', opened.looks.map(({ key }) => key));
-    showFound(opened, use);
-    use(opened.looks.find(({ kind }) => kind === 'lut'));
+    showFound(opened, useAndSay);
+    const first = opened.looks.find(({ kind }) => kind === 'lut');
+    if (!useAndSay(first, choice)) say(`Read ${origin}.`);
 }
 
-function use(look) {
-    app.useLook(look);
-    say(`In use: ${nameOf(look)}.`);
+function useAndSay(look, choice) {
+    const isUsed = app.useLook(look, choice);
+    if (isUsed) say(`In use: ${nameOf(look)}.`);
+    return isUsed;
 }
 
 async function openFile(file) {

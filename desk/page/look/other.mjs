@@ -25,7 +25,7 @@ async function take(file) {
                         'the one to compare with as a .cube file');
     }
     [other] = usable;
-    hold('other', [other.key]);
+    hold('other', looks.map(({ key }) => key));
     const { axis } = await call('describeLook', { key: other.key });
     showOtherAxis(other, axis);
     remove.hidden = false;

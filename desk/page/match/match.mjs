@@ -38,8 +38,12 @@ async function lookNow() {
     const name = element('match-name').value.trim();
     const id = element('match-id').value.trim() || '0';
     if (named?.name === name && named.id === id) return named;
-    ({ look: named } = await call('nameMatch', { key: measured.key, name, id }));
-    hold('match', [measured.key, named.key]);
+    const of = measured;
+    const { look } = await call('nameMatch', { key: of.key, name, id });
+    hold('match', [measured.key, look.key]);
+    // Another picture may have been measured meanwhile.
+    if (measured !== of) return lookNow();
+    named = look;
     return named;
 }
 

@@ -37,7 +37,7 @@ function sentenceOf(frame) {
     return `${columns} x ${rows} patches of at least ${size}.`;
 }
 
-/** The same grid, in a smaller frame. */
+/** In a smaller frame; its grid may have a column more or less, as the sides are rounded. */
 async function drawPreview({ steps, width, height }) {
     const scale = Math.min(1, MOST_SHOWN / Math.max(width, height));
     const shown = {

@@ -58,6 +58,8 @@ export function startValues({ stage, cross, output, view, wishNow }) {
     }
 
     function show({ x, y }, { before, after }) {
+        // Screen readers tell what was asked with keys; what lies under a pointer would never end.
+        output.setAttribute('aria-live', marked ? 'polite' : 'off');
         const parts = [`x ${x} y ${y}`, `before ${spelled(before)}`, `after ${spelled(after)}`];
         output.replaceChildren(...parts.flatMap((words) => [part(words), ' ']));
     }

@@ -15,6 +15,10 @@ function isCubeName(name) {
     return name.toLowerCase().endsWith('.cube');
 }
 
+function isZip(bytes) {
+    return [0x50, 0x4b, 0x03, 0x04].every((byte, at) => bytes[at] === byte);
+}
+
 function fatal(words, advice) {
     return { weight: 'fatal', id: 'unreadable', words, advice };
 }
@@ -80,6 +84,7 @@ export function lookMethods(shared) {
         if (isText || isCubeName(name) || bytes.length === 0) return single(bytes, name, isText);
         const found = inside(await engine.findLooks(bytes));
         if (found) return found;
+        if (isZip(bytes)) return refused(nothing('it is a zip file: unpack it first'));
         const isCube = engine.check(bytes, name).size > 0;
         return isCube ? single(bytes, name, false) : refused(nothing('it holds no look'));
     }
@@ -119,9 +124,9 @@ export function lookMethods(shared) {
             return { text: engine.writeText(lookOf(key)) };
         },
 
-        /** Looks that the page no longer names. A picture may still be on its way through one. */
+        /** Looks that the page no longer names. */
         dropLooks({ keys }) {
-            for (const key of keys) looks.delete(key);
+            for (const key of keys) shared.drop(key);
         },
     };
 }

@@ -9,6 +9,8 @@ import { pictureMethods } from './pictures.mjs';
 class Shared {
     looks = new Map();
     #lastKey = 0;
+    #dropped = [];
+    #running = 0;
 
     constructor(engine) {
         this.engine = engine;
@@ -19,21 +21,39 @@ class Shared {
         return this.#lastKey;
     }
 
+    drop(key) {
+        if (this.looks.has(key)) this.#dropped.push(this.looks.get(key));
+        this.looks.delete(key);
+    }
+
+    /** Runs a method. A picture may be on its way through a dropped look: it is freed when none is. */
+    async run(method, args) {
+        ++this.#running;
+        try {
+            return await method(args);
+        } finally {
+            if (--this.#running === 0)
+                for (const look of this.#dropped.splice(0)) look.free();
+        }
+    }
+
     /** Tells the page, in between. */
     tell(topic, value, transfer = []) {
         postMessage({ topic, value }, transfer);
     }
 }
 
-const methods = loadEngine({ wasmBinary }).then((engine) => {
+const started = loadEngine({ wasmBinary }).then((engine) => {
     const shared = new Shared(engine);
-    return { ...lookMethods(shared), ...pictureMethods(shared), ...matchMethods(shared) };
+    const methods = { ...lookMethods(shared), ...pictureMethods(shared), ...matchMethods(shared) };
+    return { shared, methods };
 });
 
 onmessage = async ({ data: { call, method, args } }) => {
     try {
+        const { shared, methods } = await started;
         // A result may name what is handed over, not copied, as `transfer`.
-        const { transfer = [], ...result } = (await (await methods)[method](args)) ?? {};
+        const { transfer = [], ...result } = (await shared.run(methods[method], args)) ?? {};
         postMessage({ call, result }, transfer);
     } catch (error) {
         postMessage({ call, message: error.message });
