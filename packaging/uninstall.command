@@ -1,5 +1,5 @@
 #!/bin/bash
-# Removes Tintwell: double-click it, or uninstall.command [VOLUME].
+# Removes Tintwell: bash uninstall.command [VOLUME].
 set -u
 volume=${1:-}
 plugin="$volume/Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore/Tintwell.plugin"
@@ -9,8 +9,8 @@ stop() {
     exit 1
 }
 
-if ps -axo comm= | grep -Eq '/Adobe (After Effects|Premiere Pro)[^/]*\.app/Contents/MacOS/'; then
-    stop "Nothing was removed: quit After Effects and Premiere Pro, then try again."
+if ps -axo comm= | grep -Eq '/Adobe (After Effects|Premiere|Media Encoder)[^/]*/.*Contents/MacOS/'; then
+    stop "Nothing was removed: quit After Effects, Premiere Pro and Media Encoder, then try again."
 fi
 [ -e "$plugin" ] || stop "Tintwell is not installed: there is no $plugin."
 echo "Removing $plugin. macOS asks for your password."

@@ -16,6 +16,10 @@ FOLDER = "Library/Application Support/Adobe/Common/Plug-ins/7.0/MediaCore"
 HOSTS = (
     "/Applications/Adobe After Effects 2025/Adobe After Effects 2025.app/Contents/MacOS/After Effects",
     "/Applications/Adobe Premiere Pro 2025/Adobe Premiere Pro 2025.app/Contents/MacOS/Adobe Premiere Pro",
+    "/Applications/Adobe After Effects 2025/aerendercore.app/Contents/MacOS/aerendercore",
+    "/Applications/Adobe Premiere Pro 2025/Adobe Premiere Pro 2025.app/Contents/Helper.app/Contents/MacOS/Helper",
+    "/Applications/Adobe Media Encoder 2025/Adobe Media Encoder 2025.app/Contents/MacOS/Adobe Media Encoder 2025",
+    "/Applications/Adobe Premiere Pro (Beta).app/Contents/MacOS/Adobe Premiere Pro (Beta)",
 )
 OTHERS = "/sbin/launchd\n/Applications/Adobe Bridge.app/Contents/MacOS/Bridge\ngrep Premiere Pro\n"
 
@@ -61,8 +65,8 @@ class Preinstall(Case):
             self.run_host(host)
             done = self.preinstall()
             self.assertEqual(done.returncode, 1)
-            self.assertEqual(done.stderr, "Tintwell was not installed: quit After Effects and Premiere Pro, "
-                                          "then install it again.\n")
+            self.assertEqual(done.stderr, "Tintwell was not installed: quit After Effects, Premiere Pro and Media "
+                                          "Encoder, then install it again.\n")
             self.assertIn("osascript", [call[0] for call in self.tools.calls])
             self.nothing_is_removed()
 
@@ -93,8 +97,8 @@ class Uninstall(Case):
             self.run_host(host)
             done = self.uninstall()
             self.assertEqual(done.returncode, 1)
-            self.assertEqual(done.stderr, "Nothing was removed: quit After Effects and Premiere Pro, then "
-                                          "try again.\n")
+            self.assertEqual(done.stderr, "Nothing was removed: quit After Effects, Premiere Pro and Media "
+                                          "Encoder, then try again.\n")
             self.nothing_is_removed()
 
     def test_says_so_when_there_is_nothing_to_remove(self):
