@@ -88,6 +88,13 @@ class Made(Case):
             self.assertIn("uninstall.command", archive.namelist())
         self.assertEqual([p.name for p in (self.tree / "build").glob("release.*")], [])
 
+    def test_packs_what_everybody_can_read_whatever_the_umask(self):
+        self.tools.does("cmake", "umask 077; " + TOOLS["cmake"])
+        self.tools.does("pkgbuild", 'find "$2" ! -perm -go=r >"$STAND_INS/unreadable"; ' + TOOLS["pkgbuild"])
+        done = self.tools.run(["bash", "-c", "umask 077; exec scripts/release"], self.tree, **SETTINGS)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual((self.tools.folder / "unreadable").read_text(), "")
+
     def test_calls_the_tools_in_order_with_their_arguments(self):
         self.release()
         work = next(word for call in self.tools.calls for word in call
