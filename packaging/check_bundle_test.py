@@ -182,6 +182,13 @@ class Signature(Case):
         (self.bundle / "Contents" / SEAL).unlink()
         self.refused("CodeResources is signed but missing", BadSignature)
 
+    def test_a_seal_that_nobody_signed_is_refused(self):
+        self.seal()
+        seal = self.read(SEAL)
+        self.change_code(lambda kind, data: data)
+        self.write(SEAL, seal)
+        self.refused("CodeResources is not signed", BadSignature)
+
     def test_code_without_a_signature_is_refused(self):
         def strip(data):
             at = remake.signature_command(data)

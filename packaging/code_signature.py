@@ -51,9 +51,12 @@ class Directory:
             need(self.matches(page, code[start:start + self.page_bytes]),
                  f"page {page} does not match its hash")
 
+    def signs(self, slot):
+        return self.specials >= slot and any(self.stored(-slot))
+
     def check_file(self, slot, content, name):
         """A file of the bundle, unless the linker signed, who knows of none."""
-        if self.specials >= slot and any(self.stored(-slot)):
+        if self.signs(slot):
             need(content is not None, f"{name} is signed but missing")
             need(self.matches(-slot, content), f"{name} does not match its hash")
 
@@ -89,6 +92,7 @@ def check_signature(data, place, read_file):
         directory.check_pages(data[:place[0]])
         directory.check_file(PROPERTY_LIST_SLOT, read_file("Info.plist"), "Info.plist")
         directory.check_file(RESOURCES_SLOT, code_resources, "CodeResources")
+        need(code_resources is None or directory.signs(RESOURCES_SLOT), "CodeResources is not signed")
     if code_resources is not None:
         check_resources(code_resources, read_file)
     sealed = "bundle sealed" if code_resources is not None else "code only"
