@@ -3,6 +3,7 @@
 #if defined(__x86_64__)
 #include <immintrin.h>
 
+#include <concepts>
 #include <cstring>
 
 #include "native/src/engine/pixel.h"

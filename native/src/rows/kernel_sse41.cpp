@@ -4,6 +4,7 @@
 #if defined(__x86_64__) || defined(__wasm_simd128__)
 #include <immintrin.h>
 
+#include <concepts>
 #include <cstring>
 
 #include "native/src/engine/pixel.h"

@@ -1,5 +1,6 @@
 // The vector kernels' common arithmetic, bit for bit that of sampleTetra. Included by each of them
-// inside its target region, after everything else, and by no other file.
+// inside its target region, after everything else, and by no other file; what is included here of
+// the standard library must have been included before the region.
 //
 // A batch of pixels is graded in two passes. The first finds for each pixel its cell, and the
 // weights and corners of its tetrahedron, and leaves them in small arrays in the first-level cache;
