@@ -1,6 +1,7 @@
 // The LUT parameter's data: the TWLUT text in a host handle, as 16-bit little-endian units (8-bit
-// text is accepted and kept as it is). The host owns the handle and calls back for everything that
-// is to be done with its contents; the flat form in projects is the handle's bytes.
+// text of ten bytes or more is accepted and kept as it is). The host owns the handle and calls back
+// for everything that is to be done with its contents; the flat form in projects is the handle's
+// bytes.
 //
 // Threads: any, several at once. May throw what strings and vectors throw; the handles that were
 // locked are then unlocked.

@@ -25,7 +25,8 @@ struct Device {
     std::shared_ptr<const tw::Lut3D> lut;
 };
 
-// The record of a device index. Threads: any; the map's mutex is never held with another.
+// The record of a device index, which hosts are taken to give to one GPU for as long as the process
+// lives. Threads: any; the map's mutex is never held with another.
 Device& DeviceFor(unsigned index);
 
 // "CUDA", "OpenCL", "Metal", "DirectX", or "?".
