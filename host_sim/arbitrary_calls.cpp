@@ -49,7 +49,7 @@ Answer<PF_ArbitraryH> ArbitraryCalls::create() const {
     PF_ArbitraryH made = kUnwrittenHandle;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_NEW_FUNC);
     extra.u.new_func_params = {declared_.refconPV, &made};
-    const PF_Err error = call(extra);
+    const PF_Err error = raw(extra);
     return handleAnswer(PF_Arbitrary_NEW_FUNC, error, made);
 }
 
@@ -57,7 +57,7 @@ Answer<PF_ArbitraryH> ArbitraryCalls::copy(PF_ArbitraryH source) const {
     PF_ArbitraryH made = kUnwrittenHandle;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_COPY_FUNC);
     extra.u.copy_func_params = {declared_.refconPV, source, &made};
-    const PF_Err error = call(extra, source);
+    const PF_Err error = raw(extra);
     return handleAnswer(PF_Arbitrary_COPY_FUNC, error, made);
 }
 
@@ -66,21 +66,21 @@ Answer<PF_ArbitraryH> ArbitraryCalls::interpolate(PF_ArbitraryH left, PF_Arbitra
     PF_ArbitraryH made = kUnwrittenHandle;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_INTERP_FUNC);
     extra.u.interp_func_params = {declared_.refconPV, left, right, at, &made};
-    const PF_Err error = call(extra, left, right);
+    const PF_Err error = raw(extra);
     return handleAnswer(PF_Arbitrary_INTERP_FUNC, error, made);
 }
 
 PF_Err ArbitraryCalls::dispose(PF_ArbitraryH handle) const {
     PF_ArbParamsExtra extra = record(PF_Arbitrary_DISPOSE_FUNC);
     extra.u.dispose_func_params = {declared_.refconPV, handle};
-    return call(extra, handle);
+    return raw(extra);
 }
 
 Answer<PF_ArbCompareResult> ArbitraryCalls::compare(PF_ArbitraryH a, PF_ArbitraryH b) const {
     PF_ArbCompareResult result = kUnwrittenResult;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_COMPARE_FUNC);
     extra.u.compare_func_params = {declared_.refconPV, a, b, &result};
-    const PF_Err error = call(extra, a, b);
+    const PF_Err error = raw(extra);
     if (error == PF_Err_NONE &&
         (result < PF_ArbCompare_EQUAL || result > PF_ArbCompare_NOT_EQUAL)) {
         problem(PF_Arbitrary_COMPARE_FUNC, "The effect gave no result of a comparison");
@@ -92,7 +92,7 @@ Answer<A_u_long> ArbitraryCalls::flatSize(PF_ArbitraryH handle) const {
     A_u_long size = kUnwrittenSize;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_FLAT_SIZE_FUNC);
     extra.u.flat_size_func_params = {declared_.refconPV, handle, &size};
-    const PF_Err error = call(extra, handle);
+    const PF_Err error = raw(extra);
     return sizeAnswer(PF_Arbitrary_FLAT_SIZE_FUNC, error, size);
 }
 
@@ -106,7 +106,7 @@ Answer<std::vector<std::uint8_t>> ArbitraryCalls::flatten(PF_ArbitraryH handle,
     GuardedBuffer buffer(*size);
     PF_ArbParamsExtra extra = record(PF_Arbitrary_FLATTEN_FUNC);
     extra.u.flatten_func_params = {declared_.refconPV, handle, *size, buffer.data()};
-    const PF_Err error = call(extra, handle);
+    const PF_Err error = raw(extra);
     if (!buffer.isIntact()) {
         problem(PF_Arbitrary_FLATTEN_FUNC, "Bytes beside the buffer were overwritten");
     }
@@ -127,7 +127,7 @@ Answer<PF_ArbitraryH> ArbitraryCalls::unflattenFrom(const void* bytes, A_u_long 
     PF_ArbitraryH made = kUnwrittenHandle;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_UNFLATTEN_FUNC);
     extra.u.unflatten_func_params = {declared_.refconPV, size, bytes, &made};
-    const PF_Err error = call(extra);
+    const PF_Err error = raw(extra);
     return handleAnswer(PF_Arbitrary_UNFLATTEN_FUNC, error, made);
 }
 
@@ -135,7 +135,7 @@ Answer<A_u_long> ArbitraryCalls::printSize(PF_ArbitraryH handle) const {
     A_u_long size = kUnwrittenSize;
     PF_ArbParamsExtra extra = record(PF_Arbitrary_PRINT_SIZE_FUNC);
     extra.u.print_size_func_params = {declared_.refconPV, handle, &size};
-    const PF_Err error = call(extra, handle);
+    const PF_Err error = raw(extra);
     return sizeAnswer(PF_Arbitrary_PRINT_SIZE_FUNC, error, size);
 }
 
@@ -150,7 +150,7 @@ Answer<std::string> ArbitraryCalls::print(PF_ArbitraryH handle,
     auto* text = reinterpret_cast<char*>(buffer.data());
     PF_ArbParamsExtra extra = record(PF_Arbitrary_PRINT_FUNC);
     extra.u.print_func_params = {declared_.refconPV, PF_ArbPrint_NONE, handle, *size, text};
-    const PF_Err error = call(extra, handle);
+    const PF_Err error = raw(extra);
     if (!buffer.isIntact()) {
         problem(PF_Arbitrary_PRINT_FUNC, "Bytes beside the buffer were overwritten");
     }
@@ -167,12 +167,8 @@ Answer<PF_ArbitraryH> ArbitraryCalls::scan(std::string_view text) const {
     PF_ArbParamsExtra extra = record(PF_Arbitrary_SCAN_FUNC);
     extra.u.scan_func_params = {declared_.refconPV, exact.data(),
                                 static_cast<A_u_long>(exact.size()), &made};
-    const PF_Err error = call(extra);
+    const PF_Err error = raw(extra);
     return handleAnswer(PF_Arbitrary_SCAN_FUNC, error, made);
-}
-
-PF_Err ArbitraryCalls::raw(const PF_ArbParamsExtra& extra) const {
-    return call(extra);
 }
 
 PF_ArbParamsExtra ArbitraryCalls::record(PF_FunctionSelector selector) const {
@@ -182,19 +178,14 @@ PF_ArbParamsExtra ArbitraryCalls::record(PF_FunctionSelector selector) const {
     return extra;
 }
 
-PF_Err ArbitraryCalls::call(const PF_ArbParamsExtra& extra, PF_ArbitraryH first,
-                            PF_ArbitraryH second) const {
+PF_Err ArbitraryCalls::raw(const PF_ArbParamsExtra& extra) const {
     Guarded<PF_ArbParamsExtra> guarded(extra);
     Request request;
     request.command = PF_Cmd_ARBITRARY_CALLBACK;
     request.instance = instance_;
     request.extra = guarded.get();
     request.selector = extra.which_function;
-    session_.handles.hostLock(first);
-    session_.handles.hostLock(second);
     const PF_Err error = send(session_, request).error;
-    session_.handles.hostUnlock(second);
-    session_.handles.hostUnlock(first);
     if (!guarded.isIntact()) {
         problem(extra.which_function, "Bytes beside the extra record were overwritten");
     }

@@ -52,14 +52,11 @@ public:
     // The text is passed without a terminating zero. On an error the value is null.
     Answer<PF_ArbitraryH> scan(std::string_view text) const;
 
-    // Sends a record of the caller's own making as it is, with no handle locked.
+    // Sends a record of the caller's own making as it is.
     PF_Err raw(const PF_ArbParamsExtra& extra) const;
 
 private:
     PF_ArbParamsExtra record(PF_FunctionSelector selector) const;
-    // Sends the record while the host holds locks on the two handles.
-    PF_Err call(const PF_ArbParamsExtra& extra, PF_ArbitraryH first = nullptr,
-                PF_ArbitraryH second = nullptr) const;
     Answer<PF_ArbitraryH> handleAnswer(PF_FunctionSelector selector, PF_Err error,
                                        PF_ArbitraryH handle) const;
     Answer<A_u_long> sizeAnswer(PF_FunctionSelector selector, PF_Err error, A_u_long size) const;

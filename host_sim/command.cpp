@@ -85,7 +85,7 @@ CommandResult send(Session& session, const Request& request) {
     Guarded<PF_OutData> out(session.outPreset);
     CommandResult result;
     {
-        const CallScope scope(request.command, request.instance, describeRequest(request));
+        const CallScope scope(request.command, describeRequest(request));
         result.error = callEffect(session, request, in.get(), out.get());
         checkRecords(session.books, in, out);
         if (request.params != nullptr) {

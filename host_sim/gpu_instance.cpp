@@ -44,7 +44,7 @@ private:
 
 template <class Call>
 prSuiteError GpuInstance::send(const char* what, Call call) {
-    const CallScope scope(-1, node_, std::string(what) + " of node " + std::to_string(node_));
+    const CallScope scope(-1, std::string(what) + " of node " + std::to_string(node_));
     prSuiteError error = -1;
     try {
         error = call();

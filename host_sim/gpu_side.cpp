@@ -65,7 +65,7 @@ void GpuSide::wait() const {
 prSuiteError GpuSide::callEntry(csSDK_int32& index, prBool startUp, PrGPUFilter& filter,
                                 PrGPUFilterInfo& info) {
     const auto entry = reinterpret_cast<PrGPUFilterEntry>(host_.module().symbol("xGPUFilterEntry"));
-    const CallScope scope(-1, 0, "xGPUFilterEntry");
+    const CallScope scope(-1, "xGPUFilterEntry");
     return entry(PrSDKGPUFilterInterfaceVersion2, &index, startUp, &suites_, &filter, &info);
 }
 

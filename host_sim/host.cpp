@@ -55,7 +55,7 @@ void Host::start() {
 
 A_Err Host::registerEffect() {
     const auto entry = module_.registration();
-    const CallScope scope(-1, 0, "the registration");
+    const CallScope scope(-1, "the registration");
     PF_PluginData data{&registrations_};
     SPBasicSuite* basic = session_.refusals.hidesBasicSuite() ? nullptr : &session_.basic;
     const A_Err error = entry(&data, recordRegistration, basic, session_.personality.name.c_str(),

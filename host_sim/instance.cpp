@@ -92,7 +92,7 @@ CommandResult Instance::renderLocked(const Frame& input, Frame& output,
 }
 
 CommandResult Instance::sendWith(const std::vector<PF_ParamDef>& values, Request request) const {
-    ParamArray params(values, session_.books, session_.handles);
+    ParamArray params(values, session_.books);
     request.instance = number_;
     request.effectRef = session_.effectRef(number_);
     request.params = &params;
@@ -133,7 +133,7 @@ CommandResult Instance::command(PF_Cmd command, void* extra) {
         return sendWith(values_, request);
     }
     const std::unique_lock lock(mutex_);
-    ParamArray params(values_, session_.books, session_.handles);
+    ParamArray params(values_, session_.books);
     request.instance = number_;
     request.effectRef = session_.effectRef(number_);
     request.params = &params;

@@ -38,7 +38,6 @@ struct HandleBlock {
     std::string gone;                   // how it ended; empty while it is live
     HandleBlock* replacedBy = nullptr;  // by a resize
     std::vector<EffectLock> effectLocks;
-    int hostLocks = 0;
 
 private:
     std::unique_ptr<std::uint8_t[]> memory_;  // canaries, block, canaries

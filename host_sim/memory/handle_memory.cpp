@@ -103,16 +103,6 @@ PF_Handle HandleMemory::hostAllocate(const std::vector<std::uint8_t>& bytes) {
     return block.handle();
 }
 
-void HandleMemory::hostLock(PF_Handle handle) {
-    const std::lock_guard lock(mutex_);
-    if (HandleBlock* block = findLive(handle)) ++block->hostLocks;
-}
-
-void HandleMemory::hostUnlock(PF_Handle handle) {
-    const std::lock_guard lock(mutex_);
-    if (HandleBlock* block = findLive(handle)) --block->hostLocks;
-}
-
 void HandleMemory::hostDispose(PF_Handle handle) {
     const std::lock_guard lock(mutex_);
     if (HandleBlock* block = findLive(handle)) end(*block);
@@ -241,7 +231,6 @@ void HandleMemory::replace(HandleBlock& block, PF_Handle* handle) {
     HandleBlock& fresh = add(block.size);
     --counts_.live;
     std::memcpy(fresh.master, block.master, block.size);
-    fresh.hostLocks = block.hostLocks;
     fresh.effectLocks = block.effectLocks;
     block.gone = "replaced by a resize " + CallScope::describeCurrent();
     block.replacedBy = &fresh;

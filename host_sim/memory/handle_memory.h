@@ -51,12 +51,8 @@ public:
     PF_Err resize(A_u_longlong size, PF_Handle* handle);
 
     // The host's own dealings, which need no lock and are never refused. Null handles are taken and
-    // nothing happens. hostLock counts beside the effect's locks: the effect cannot undo it, and it
-    // does not keep the effect from resizing or disposing. hostUnlock follows a handle that was
-    // replaced or disposed meanwhile.
+    // nothing happens. No locks of the host are counted: they keep the effect from nothing.
     PF_Handle hostAllocate(const std::vector<std::uint8_t>& bytes);
-    void hostLock(PF_Handle handle);
-    void hostUnlock(PF_Handle handle);
     void hostDispose(PF_Handle handle);
     // What the handle is after replacements; itself otherwise.
     PF_Handle latest(PF_Handle handle) const;

@@ -4,21 +4,12 @@
 
 namespace host_sim {
 
-ParamArray::ParamArray(const std::vector<PF_ParamDef>& values, Books& books, HandleMemory& handles)
-    : books_(books), handles_(handles) {
+ParamArray::ParamArray(const std::vector<PF_ParamDef>& values, Books& books) : books_(books) {
     for (const PF_ParamDef& value : values) {
         params_.push_back(std::make_unique<Guarded<PF_ParamDef>>(value));
         pointers_.push_back(params_.back()->get());
-        if (value.param_type == PF_Param_ARBITRARY_DATA) locked_.push_back(value.u.arb_d.value);
     }
     pointers_.push_back(nullptr);
-    for (PF_Handle handle : locked_)
-        handles_.hostLock(handle);
-}
-
-ParamArray::~ParamArray() {
-    for (PF_Handle handle : locked_)
-        handles_.hostUnlock(handle);
 }
 
 void ParamArray::check(bool valuesMayChange) {

@@ -5,20 +5,18 @@
 #include <vector>
 
 #include "host_api/parameters.h"
-#include "host_sim/memory/handle_memory.h"
 #include "host_sim/values/books.h"
 #include "host_sim/values/guarded.h"
 
 namespace host_sim {
 
 // Full-size copies of an instance's definitions between canaries, and pointers to them with a null
-// after the last. Arbitrary values are locked by the host for as long as the array lives.
+// after the last.
 //
 // Threads: used by the one thread that sends the command.
 class ParamArray {
 public:
-    ParamArray(const std::vector<PF_ParamDef>& values, Books& books, HandleMemory& handles);
-    ~ParamArray();
+    ParamArray(const std::vector<PF_ParamDef>& values, Books& books);
     ParamArray(const ParamArray&) = delete;
     ParamArray& operator=(const ParamArray&) = delete;
 
@@ -35,10 +33,8 @@ public:
 
 private:
     Books& books_;
-    HandleMemory& handles_;
     std::vector<std::unique_ptr<Guarded<PF_ParamDef>>> params_;
     std::vector<PF_ParamDef*> pointers_;
-    std::vector<PF_Handle> locked_;
 };
 
 }  // namespace host_sim

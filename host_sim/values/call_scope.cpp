@@ -31,11 +31,8 @@ constexpr std::array<std::pair<PF_Cmd, const char*>, 18> kNames{{
 
 }  // namespace
 
-CallScope::CallScope(PF_Cmd command, int instance, std::string description)
-    : command_(command),
-      instance_(instance),
-      description_(std::move(description)),
-      outer_(innermost) {
+CallScope::CallScope(PF_Cmd command, std::string description)
+    : command_(command), description_(std::move(description)), outer_(innermost) {
     innermost = this;
 }
 

@@ -12,13 +12,12 @@ namespace host_sim {
 // come in the middle of another command.
 class CallScope {
 public:
-    CallScope(PF_Cmd command, int instance, std::string description);
+    CallScope(PF_Cmd command, std::string description);
     ~CallScope();
     CallScope(const CallScope&) = delete;
     CallScope& operator=(const CallScope&) = delete;
 
     PF_Cmd command() const { return command_; }
-    int instance() const { return instance_; }
 
     // The innermost scope of the calling thread; null outside, as on threads of the effect's own.
     static const CallScope* current();
@@ -27,7 +26,6 @@ public:
 
 private:
     PF_Cmd command_;
-    int instance_;
     std::string description_;
     const CallScope* outer_;
 };

@@ -49,13 +49,11 @@ TEST_F(Handles, resizeReplacesTheHandle_onDemand) {
     refusals.replaceHandleOnResize(true);
     PF_Handle handle = memory.hostAllocate({1, 2});
     const PF_Handle before = handle;
-    memory.hostLock(before);
     memory.resize(3, &handle);
     EXPECT_NE(handle, before);
     EXPECT_FALSE(memory.isLive(before));
     EXPECT_EQ(memory.latest(before), handle);
     EXPECT_EQ(memory.contents(handle), std::vector<std::uint8_t>({1, 2, 0xA7}));
-    memory.hostUnlock(before);
     EXPECT_EQ(memory.counts().live, 1U);
     EXPECT_EQ(books.problems(), Problems());
     memory.lock(before);
@@ -84,7 +82,6 @@ TEST_F(Handles, unrestIsWhatTheEffectHoldsOrHasDamagedBetweenCommands) {
     EXPECT_EQ(books.problems(), Problems());
 
     memory.lock(locked);
-    memory.hostLock(damaged);
     (*damaged)[2] = 0;
     memory.dispose(ended);
     memory.reportUnrest();
@@ -92,17 +89,6 @@ TEST_F(Handles, unrestIsWhatTheEffectHoldsOrHasDamagedBetweenCommands) {
               Problems({"The handle 1 (1 bytes, made " + kWhere +
                             ") is still locked 1 time(s), first " + kWhere + ".",
                         "Bytes beside handle 2 (2 bytes, made " + kWhere + ") were overwritten."}));
-}
-
-TEST_F(Handles, hostLocksKeepNothingFromTheEffect) {
-    PF_Handle handle = memory.allocate(1);
-    memory.hostLock(handle);
-    memory.resize(2, &handle);
-    memory.dispose(handle);
-    memory.hostUnlock(handle);
-    memory.hostLock(nullptr);
-    EXPECT_EQ(books.problems(), Problems());
-    EXPECT_EQ(memory.counts().disposals, 1U);
 }
 
 TEST_F(Handles, aRefusedLockIsAnsweredByOneUnlock_ofThatThread) {
