@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 #include <string>
 
 #include "bench/compare/contestants.h"
@@ -26,9 +27,9 @@ double childSeconds() {
 double secondsOf(int frames, const std::string& input, const std::string& filter) {
     const std::string command =
         "ffmpeg -nostdin -v error -threads 1 -filter_threads 1 -stream_loop " +
-        std::to_string(frames - 1) + " " + input + " -vf " + filter + " -f null - 2>/dev/null";
+        std::to_string(frames - 1) + " " + input + " -vf " + filter + " -f null -";
     const double start = childSeconds();
-    if (std::system(command.c_str()) != 0) return 0;
+    if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
     return childSeconds() - start;
 }
 
@@ -59,7 +60,7 @@ std::vector<float> planesOf(const tw::ImageF& image) {
 
 Contestant grading(const std::string& cubePath, int frames, const std::string& input) {
     return {"FFmpeg lut3d", [cubePath, frames, input] {
-                const std::string filter = "lut3d=file=" + cubePath + ":interp=tetrahedral";
+                const std::string filter = "'lut3d=file=" + cubePath + ":interp=tetrahedral'";
                 return secondsPerFrame(frames, input, filter) -
                        secondsPerFrame(frames, input, "null");
             }};
@@ -74,7 +75,7 @@ void addFfmpeg(Contest& contest, std::vector<Contestant>& floats, std::vector<Co
     const std::string size = std::to_string(contest.floatSrc.image.width) + "x" +
                              std::to_string(contest.floatSrc.image.height);
     const auto input = [&size](const std::string& format, const std::string& path) {
-        return "-f rawvideo -pix_fmt " + format + " -s " + size + " -i " + path;
+        return "-f rawvideo -pix_fmt " + format + " -s " + size + " -i '" + path + "'";
     };
     const std::vector<float> planes = planesOf(contest.floatSrc.image);
     const std::string floatPath = contest.cubePath + ".gbrpf32";
