@@ -78,7 +78,8 @@ void checkDescribed(Input& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    // The corpus begins with "T" everywhere: as it is.
+    // From 0x80 on the first byte asks for a described text, as in a few files of the corpus; all
+    // other inputs are a parameter's bytes as they are.
     if (size > 0 && data[0] >= 0x80) {
         input.byte();
         checkDescribed(input);

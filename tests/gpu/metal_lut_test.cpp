@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <functional>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -176,14 +177,21 @@ TEST_F(Launch, givesTheDevicesTime_inMilliseconds) {
     EXPECT_NEAR(gpuMs, 250.0, 1e-3);
 }
 
+// The device begins with no command buffer before `go` is set.
+Faults heldUntil(std::promise<void>& go) {
+    Faults held;
+    held.atExecution = [gate = go.get_future().share()] { gate.wait(); };
+    return held;
+}
+
 TEST_F(Launch, returnsBeforeTheDeviceIsDone_whenItDoesNotWait) {
-    Faults slow;
-    slow.delayMs = 500;
-    software_metal::setFaults(slow);
+    std::promise<void> go;
+    software_metal::setFaults(heldUntil(go));
     double gpuMs = -1.0;
     EXPECT_TRUE(launch(false, nullptr, &gpuMs));
     EXPECT_EQ(counts().dispatches, 0);
     EXPECT_EQ(gpuMs, -1.0);
+    go.set_value();
     EXPECT_TRUE(launch(true));
     EXPECT_EQ(counts().dispatches, 2);
 }
@@ -198,11 +206,14 @@ TEST_F(Launch, isDoneAtOnce_whenThePictureIsEmpty) {
 }
 
 TEST_F(Launch, keepsWhatItNeeds_whenEverythingIsReleasedInFlight) {
-    Faults slow;
-    slow.delayMs = 50;
-    software_metal::setFaults(slow);
+    std::promise<void> go;
+    software_metal::setFaults(heldUntil(go));
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(launch(false));
+    lut_.reset();
+    picture_.reset();
+    device_.pipeline.reset();
+    go.set_value();
 }
 
 TEST_F(Launch, says_noCommandBuffer_whenThereIsNoCommandBuffer) {

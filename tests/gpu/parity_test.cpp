@@ -82,12 +82,8 @@ TEST_F(Parity, alphaKeepsItsBits) {
 }
 
 // The two sides round the slider's percent differently: one divides a double and narrows it, the
-// other narrows and divides. Integers and tenths are what the slider gives.
-TEST(Amount, isTheSameOnBothSides_atEveryPercent) {
-    for (int percent = 1; percent <= 100; ++percent)
-        EXPECT_EQ(static_cast<float>(percent / 100.0), static_cast<float>(percent) / 100.0f);
-}
-
+// other narrows and divides. Whole percents come out alike:
+// equalsTheCpuPicture_atEveryIntegerAmount.
 TEST_F(Parity, atTenthsOfAPercent_withinTheAmountsOwnRounding) {
     const tw::Lut3D lut = twtest::scatteredLut(17, 14);
     const Picture source = twtest::pictureOf(twtest::noise(lut, 400), {20, 20, 20, false});

@@ -10,24 +10,28 @@ namespace {
 using looks::CellReader;
 using looks::Grid;
 
-// Every pixel of a span has one colour in the pattern, and the spans follow on each other.
+// The corner pixels of each span have the patch's colour in the pattern, and the spans fill the
+// picture.
 void expectEnginesCells(int size, int width, int height) {
     SCOPED_TRACE(std::to_string(size) + " on " + std::to_string(width) + "x" +
                  std::to_string(height));
     const Grid grid = looks::gridOf(size, width, height);
     const auto steps = static_cast<std::size_t>(size);
     const float k = 1.0f / static_cast<float>(size - 1);
-    const std::vector<float> black(4, 0.0f);
     CellReader reader({nullptr, width, height}, grid);
     for (std::size_t index = 0; index < grid.cells(); ++index) {
         const looks::Span columns = reader.columnOf(index);
         const looks::Span rows = reader.rowOf(index);
-        const float red = index < grid.patches() ? k * static_cast<float>(index % steps) : 0.0f;
+        const std::size_t level[] = {index % steps, index / steps % steps, index / steps / steps};
         for (const int x : {columns.begin, columns.end - 1}) {
             for (const int y : {rows.begin, rows.end - 1}) {
                 float colour[3];
                 tw::probeColour(size, grid.columns, grid.rows, width, height, x, y, colour);
-                ASSERT_EQ(colour[0], red) << "cell " << index << " at " << x << "," << y;
+                for (int c = 0; c < 3; ++c) {
+                    const float value =
+                        index < grid.patches() ? k * static_cast<float>(level[c]) : 0.0f;
+                    ASSERT_EQ(colour[c], value) << "cell " << index << " at " << x << "," << y;
+                }
             }
         }
     }

@@ -75,12 +75,15 @@ TEST_F(QuittingOnTheGpu, takesCompletionsThatFail_fromAHandlerAtExit) {
     expectGoodEnd([] {
         static GpuSession* session = nullptr;
         atTheVeryEnd([] {
+            int reached = 0;
             software_metal::Faults faults;
             faults.failExecution = true;
+            faults.atDispatch = [&reached](const software_metal::Encoded&) { ++reached; };
             software_metal::setFaults(faults);
             for (int round = 0; round < kLateFrames; ++round)
                 require(!session->isGradedRight(round, 0), "a frame that failed is right");
             software_metal::waitUntilIdle();
+            require(reached == kLateFrames, "a late frame did not reach the device");
         });
         session = new GpuSession;
         require(session->isGradedRight(0, 0), "a frame is wrong");

@@ -67,8 +67,11 @@ bool floatColours(long long count, float amount) {
         test::fillOdd(src, luts()[lut].size, random);
         kScalarRows.rowF(luts()[lut], src.data(), kMap, expected.data(), kMap, kRow, amount);
         for (const RowKernels& kernel : runnableRowKernels().subspan(1)) {
-            kernel.rowF(luts()[lut], src.data(), kMap, found.data(), kMap, kRow, amount);
-            if (!sameRow(found, expected)) return fail(kernel.name, "float", lut, done);
+            for (const auto& [row, what] :
+                 {std::pair{kernel.rowF, "float"}, {kernel.streamF, "streamed"}}) {
+                row(luts()[lut], src.data(), kMap, found.data(), kMap, kRow, amount);
+                if (!sameRow(found, expected)) return fail(kernel.name, what, lut, done);
+            }
         }
     }
     return true;

@@ -148,11 +148,14 @@ TEST_P(RowKernel, copiesAlphaBitForBit) {
         std::vector<float> pixels(4 * 70, 0.3f);
         for (int x = 0; x < 70; ++x)
             std::memcpy(&pixels[static_cast<std::size_t>(4 * x + map.a)], &alphas[x % 5], 4);
-        kernel_->rowF(lut, pixels.data(), map, pixels.data(), map, 70, 0.8f);
-        for (int x = 0; x < 70; ++x) {
-            std::uint32_t alpha;
-            std::memcpy(&alpha, &pixels[static_cast<std::size_t>(4 * x + map.a)], 4);
-            EXPECT_EQ(alpha, alphas[x % 5]) << "pixel " << x << " order " << order;
+        for (const auto row : {kernel_->rowF, kernel_->streamF}) {
+            std::vector<float> graded(pixels.size());
+            row(lut, pixels.data(), map, graded.data(), map, 70, 0.8f);
+            for (int x = 0; x < 70; ++x) {
+                std::uint32_t alpha;
+                std::memcpy(&alpha, &graded[static_cast<std::size_t>(4 * x + map.a)], 4);
+                EXPECT_EQ(alpha, alphas[x % 5]) << "pixel " << x << " order " << order;
+            }
         }
     }
 }
