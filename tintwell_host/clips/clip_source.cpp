@@ -1,0 +1,112 @@
+#include <climits>
+#include <cstdio>
+#include <optional>
+#include <set>
+
+#include "tintwell_host/clips/frame_source.h"
+#include "tintwell_host/jobs/frame_set.h"
+#include "tintwell_host/jobs/sequence.h"
+
+namespace program {
+namespace {
+
+class ClipSource : public FrameSource {
+public:
+    explicit ClipSource(const RenderOptions& options)
+        : in_(options.in), out_(options.out), reader_(options.in) {
+        const AVCodecParameters& video = *reader_.video().codecpar;
+        colour_ = colourOf(video);
+        const auto format = static_cast<AVPixelFormat>(video.format);
+        depth_ = depthFor(options).value_or(depthOf(format));
+        const int frames = reader_.frames();
+        if (!options.frames.empty()) {
+            const ChosenFrames chosen =
+                chooseFrames(parseFrameSet(options.frames), frames > 0 ? frames : INT_MAX - 1);
+            wanted_.emplace(chosen.frames.begin(), chosen.frames.end());
+        }
+        if (colour_.isAssumed) {
+            std::fprintf(stderr,
+                         "tintwell-host: '%s' does not say its colour matrix: %s is taken\n",
+                         in_.c_str(), av_color_space_name(colour_.matrix));
+        }
+    }
+
+    ItemPointer next() override {
+        auto item = std::make_shared<ClipItem>();
+        ClipFrame read;
+        while (reader_.read(read)) {
+            for (AvPacket& packet : read.sound)
+                item->sound.push_back(std::move(packet));
+            item->isVideo = read.frame != nullptr;
+            if (item->isVideo && wanted_ && !wanted_->contains(read.number)) continue;
+            if (item->isVideo) take(*item, read);
+            return item;
+        }
+        return nullptr;
+    }
+
+    Picture picture(const ClipItem& item) const override {
+        return pictureOf(*item.frame, colour_, depth_);
+    }
+
+    ClipShape shape() const override {
+        const AVCodecParameters& video = *reader_.video().codecpar;
+        ClipShape shape;
+        shape.width = video.width;
+        shape.height = video.height;
+        shape.depth = depth_;
+        shape.hasAlpha = hasAlpha(static_cast<AVPixelFormat>(video.format));
+        shape.rate = reader_.rate();
+        shape.timeBase = reader_.video().time_base;
+        shape.colour = colour_;
+        shape.source = &reader_;
+        shape.withSound = !wanted_;
+        return shape;
+    }
+
+    std::size_t frames() const override {
+        return wanted_ ? wanted_->size() : static_cast<std::size_t>(reader_.frames());
+    }
+
+    void finish(bool strict) const override {
+        const std::vector<int>& damaged = reader_.damaged();
+        if (damaged.empty()) return;
+        std::string line = std::to_string(damaged.size()) + " frames of '" + in_ + "' are damaged:";
+        for (const int number : damaged)
+            line += " " + std::to_string(number);
+        if (strict) throw Failure(line);
+        std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
+    }
+
+private:
+    void take(ClipItem& item, ClipFrame& read) {
+        AVFrame& frame = *read.frame;
+        const std::int64_t step =
+            av_rescale_q(1, av_inv_q(reader_.rate()), reader_.video().time_base);
+        const bool timed = frame.best_effort_timestamp != AV_NOPTS_VALUE;
+        const std::int64_t time = timed ? frame.best_effort_timestamp : next_;
+        if (wanted_ && !offset_) offset_ = time;
+        item.time = time - offset_.value_or(0);
+        item.duration = frame.pkt_duration > 0 ? frame.pkt_duration : step;
+        next_ = time + item.duration;
+        item.task = {read.number, in_, frameFile(out_, read.number)};
+        item.frame = std::move(read.frame);
+    }
+
+    std::string in_;
+    std::string out_;
+    ClipReader reader_;
+    ClipColour colour_;
+    Depth depth_;
+    std::optional<std::set<int>> wanted_;
+    std::optional<std::int64_t> offset_;
+    std::int64_t next_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<FrameSource> openClipSource(const RenderOptions& options) {
+    return std::make_unique<ClipSource>(options);
+}
+
+}  // namespace program
