@@ -64,14 +64,16 @@ void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions&
     const auto progress = options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar;
     const StopRequest stop;
     JobRecord record(job.tasks.size(), job.isSequence, progress);
+    std::size_t taken = 0;
     runFrames(
         job.tasks, frameThreads(options.threads), [] { return StopRequest::signal() == 0; },
         [&](const FrameTask& task) { return renderer.render(task); },
         [&](const FrameResult& result) {
             record.add(result);
+            ++taken;
             return goesOn(result);
         });
-    const int signal = StopRequest::signal();
+    const int signal = taken < job.tasks.size() ? StopRequest::signal() : 0;
     if (!options.report.empty()) record.writeReport(options.report, signal);
     record.finish(signal);
 }

@@ -71,6 +71,34 @@ std::size_t framesInFlight(const ClipShape& shape, int threads, const RenderOpti
         std::clamp<std::int64_t>(memoryBytes(options) / frame, 1, threads + 2));
 }
 
+// False when a signal came before the source's end. Throws Failure.
+bool runItems(EffectSession& session, const RenderOptions& options, FrameSource& source,
+              ClipWriter* writer, JobRecord& record) {
+    bool ended = false;
+    const auto begin = [&](tbb::flow_control& control) -> ItemPointer {
+        const bool goesOn = StopRequest::signal() == 0;
+        ItemPointer item = goesOn ? source.next() : nullptr;
+        if (!item) control.stop();
+        ended = goesOn && !item;
+        return item;
+    };
+    const auto work = [&](const ItemPointer& item) {
+        grade(*item, session, source, writer, options);
+        return item;
+    };
+    const auto end = [&](const ItemPointer& item) { write(*item, writer, record); };
+    const int threads = frameThreads(options.threads);
+    const tbb::global_control limit(tbb::global_control::max_allowed_parallelism,
+                                    static_cast<std::size_t>(threads));
+    using tbb::filter_mode;
+    tbb::parallel_pipeline(
+        framesInFlight(source.shape(), threads, options),
+        tbb::make_filter<void, ItemPointer>(filter_mode::serial_in_order, begin) &
+            tbb::make_filter<ItemPointer, ItemPointer>(filter_mode::parallel, work) &
+            tbb::make_filter<ItemPointer, void>(filter_mode::serial_in_order, end));
+    return ended;
+}
+
 }  // namespace
 
 void renderClip(EffectSession& session, const RenderOptions& options) {
@@ -81,30 +109,12 @@ void renderClip(EffectSession& session, const RenderOptions& options) {
     const std::unique_ptr<ClipWriter> writer = openWriter(*source, options);
     JobRecord record(source->frames(), true,
                      options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar);
-    const int threads = frameThreads(options.threads);
-    const tbb::global_control limit(tbb::global_control::max_allowed_parallelism,
-                                    static_cast<std::size_t>(threads));
-    const auto begin = [&](tbb::flow_control& control) -> ItemPointer {
-        ItemPointer item = StopRequest::signal() == 0 ? source->next() : nullptr;
-        if (!item) control.stop();
-        return item;
-    };
-    const auto work = [&](const ItemPointer& item) {
-        grade(*item, session, *source, writer.get(), options);
-        return item;
-    };
-    using tbb::filter_mode;
-    tbb::parallel_pipeline(
-        framesInFlight(source->shape(), threads, options),
-        tbb::make_filter<void, ItemPointer>(filter_mode::serial_in_order, begin) &
-            tbb::make_filter<ItemPointer, ItemPointer>(filter_mode::parallel, work) &
-            tbb::make_filter<ItemPointer, void>(
-                filter_mode::serial_in_order,
-                [&](const ItemPointer& item) { write(*item, writer.get(), record); }));
-    const int signal = StopRequest::signal();
-    if (signal == 0) {
+    int signal = 0;
+    if (runItems(session, options, *source, writer.get(), record)) {
         source->finish(options.strict);
         if (writer) writer->finish();
+    } else {
+        signal = StopRequest::signal();
     }
     if (!options.report.empty()) record.writeReport(options.report, signal);
     record.finish(signal);

@@ -99,9 +99,11 @@ Failure JobRecord::ending(int signal) const {
                            " frames could not be rendered",
                        worst->exit);
     }
-    if (signal == 0 || results_.size() == total_) return Failure("");
-    return Failure("stopped after " + std::to_string(results_.size()) + " of " +
-                       std::to_string(total_) + " frames",
+    if (signal == 0) return Failure("");
+    // A clip may not say how many it has.
+    const bool isKnown = results_.size() < total_;
+    return Failure("stopped after " + std::to_string(results_.size()) +
+                       (isKnown ? " of " + std::to_string(total_) : "") + " frames",
                    signal == SIGINT ? Exit::kInterrupted : Exit::kTerminated);
 }
 

@@ -23,8 +23,8 @@ public:
     // was made anew.
     void add(const FrameResult& result);
 
-    // The way in which the job ends: throws Failure when a frame failed, or when `signal` stopped
-    // it before the last one.
+    // The way in which the job ends: throws Failure when a frame failed, or for a `signal`: the one
+    // that stopped it before its end, 0 for none.
     void finish(int signal) const;
 
     // Writes the report as JSON. Throws Failure.
