@@ -35,5 +35,18 @@ TEST_F(Clips, areHonest_whenTheLengthIsUnknown) {
     EXPECT_FALSE(exists("out.mkv"));
 }
 
+// ---- Failed
+
+TEST_F(Clips, areReported_whenTheyFail) {
+    makeDamaged("in.mkv");
+    EXPECT_EQ(run("render in.mkv out.mkv --strict --report job.json").exitCode, 1);
+    EXPECT_EQ(report()["exit"], 1);
+    EXPECT_TRUE(report()["reason"].get<std::string>().starts_with("1 frames of 'in.mkv' are "));
+    EXPECT_FALSE(exists("out.mkv"));
+    EXPECT_EQ(run("render in.mkv out.mkv --report job.json", kFullDisk).exitCode, 75);
+    EXPECT_EQ(report()["exit"], 75);
+    EXPECT_FALSE(exists("out.mkv"));
+}
+
 }  // namespace
 }  // namespace program_test

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 
 #include "tintwell_host/clips/frame_source.h"
 #include "tintwell_host/jobs/frame_pipeline.h"
@@ -99,6 +100,15 @@ bool runItems(EffectSession& session, const RenderOptions& options, FrameSource&
     return ended;
 }
 
+// Runs them to the clip's end. Returns the signal that came before it, 0 for none. Throws Failure.
+int runToTheEnd(EffectSession& session, const RenderOptions& options, FrameSource& source,
+                ClipWriter* writer, JobRecord& record) {
+    if (!runItems(session, options, source, writer, record)) return StopRequest::signal();
+    source.finish(options.strict);
+    if (writer != nullptr) writer->finish();
+    return 0;
+}
+
 }  // namespace
 
 void renderClip(EffectSession& session, const RenderOptions& options) {
@@ -110,11 +120,13 @@ void renderClip(EffectSession& session, const RenderOptions& options) {
     JobRecord record(source->frames(), true,
                      options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar);
     int signal = 0;
-    if (runItems(session, options, *source, writer.get(), record)) {
-        source->finish(options.strict);
-        if (writer) writer->finish();
-    } else {
-        signal = StopRequest::signal();
+    try {
+        signal = runToTheEnd(session, options, *source, writer.get(), record);
+    } catch (const Failure& failure) {
+        record.fail(failure);
+    } catch (const std::bad_alloc&) {
+        record.fail(
+            Failure("there is not enough memory for '" + options.in + "'", Exit::kTryAgain));
     }
     if (!options.report.empty()) record.writeReport(options.report, signal);
     record.finish(signal);

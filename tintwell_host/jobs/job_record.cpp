@@ -81,7 +81,12 @@ std::size_t JobRecord::count(FrameState state) const {
                       [state](const FrameResult& result) { return result.state == state; }));
 }
 
+void JobRecord::fail(const Failure& failure) {
+    failure_ = failure;
+}
+
 Failure JobRecord::ending(int signal) const {
+    if (failure_) return *failure_;
     const std::size_t failed = count(FrameState::kFailed);
     if (failed > 0) {
         // A failure that may pass comes first: then the job is worth another try.
