@@ -35,6 +35,39 @@ TEST_F(Clips, areHonest_whenTheLengthIsUnknown) {
     EXPECT_FALSE(exists("out.mkv"));
 }
 
+// ---- Sources that end too early
+
+TEST_F(Clips, haveStatus75_whenTheFileServerGoesAway) {
+    make("-f lavfi -i testsrc2=size=640x360:rate=25:duration=2 " + std::string(kFfv1) +
+         "-movflags faststart server.mov");
+    runWrong("render server.mov out.mov --report job.json",
+             "cannot read 'server.mov': Input/output error",
+             "export LD_PRELOAD='" TINTWELL_FAILING_SERVER "';", 75);
+    EXPECT_EQ(report()["exit"], 75);
+    EXPECT_FALSE(exists("out.mov"));
+    EXPECT_EQ(partials(), 0);
+}
+
+TEST_F(Clips, sayWhatIsMissing_whenTheSourceIsCutOff) {
+    make(std::string(kBars) + kFfv1 + "-movflags faststart whole.mov");
+    const std::string whole = twtest::readFile(file("whole.mov"));
+    twtest::writeFile(file("in.mov"), whole.substr(0, whole.size() / 2));
+    const Outcome outcome = run("render in.mov out.mov");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.err.find("'in.mov' ends after 5 of 10 frames\n"), std::string::npos)
+        << outcome.err;
+    std::filesystem::remove(file("out.mov"));
+    EXPECT_EQ(run("render in.mov out.mov --strict").exitCode, 1);
+    EXPECT_FALSE(exists("out.mov"));
+}
+
+// An edit shows less than the file holds.
+TEST_F(Clips, missNothing_whenTheSourceIsAnEdit) {
+    make(std::string(kBars) + kTagged + "-c:v libx264 -bf 0 -g 5 whole.mov");
+    make("-ss 0.28 -i whole.mov -c copy in.mov");
+    EXPECT_EQ(run("render in.mov out.mov --strict").err, "");
+}
+
 // ---- Failed
 
 TEST_F(Clips, areReported_whenTheyFail) {

@@ -10,6 +10,11 @@
 namespace program {
 namespace {
 
+void complain(const std::string& line, bool strict) {
+    if (strict) throw Failure(line);
+    std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
+}
+
 class ClipSource : public FrameSource {
 public:
     explicit ClipSource(const RenderOptions& options)
@@ -69,13 +74,19 @@ public:
     }
 
     void finish(bool strict) const override {
+        const int missing = wanted_ ? 0 : reader_.missing();
+        if (missing > 0) {
+            const int count = reader_.count();
+            complain("'" + in_ + "' ends after " + std::to_string(count) + " of " +
+                         std::to_string(count + missing) + " frames",
+                     strict);
+        }
         const std::vector<int>& damaged = reader_.damaged();
         if (damaged.empty()) return;
         std::string line = std::to_string(damaged.size()) + " frames of '" + in_ + "' are damaged:";
         for (const int number : damaged)
             line += " " + std::to_string(number);
-        if (strict) throw Failure(line);
-        std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
+        complain(line, strict);
     }
 
 private:
