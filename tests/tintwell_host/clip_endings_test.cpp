@@ -68,6 +68,18 @@ TEST_F(Clips, missNothing_whenTheSourceIsAnEdit) {
     EXPECT_EQ(run("render in.mov out.mov --strict").err, "");
 }
 
+TEST_F(Clips, areRefused_whenTheSizeChanges) {
+    make(std::string(kBars) + kTagged + "-c:v mjpeg large.avi");
+    make(std::string(kBars) + kTagged + "-vf scale=64:48 -c:v mjpeg small.avi");
+    twtest::writeFile(file("list"), "file 'large.avi'\nfile 'small.avi'\n");
+    make("-f concat -i list -c copy in.mkv");
+    runWrong("render in.mkv out.mkv",
+             "cannot use 'in.mkv': its frame 11 has 64 x 48, and the clip 96 x 64");
+    EXPECT_FALSE(exists("out.mkv"));
+    runWell("render in.mkv out.%04d.png");
+    EXPECT_EQ(bytes("out.0011.png").size(), 64u * 48 * 4);
+}
+
 // ---- Failed
 
 TEST_F(Clips, areReported_whenTheyFail) {

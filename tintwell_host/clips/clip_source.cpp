@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "tintwell_host/clips/clip_job.h"
 #include "tintwell_host/clips/frame_source.h"
 #include "tintwell_host/jobs/frame_set.h"
 #include "tintwell_host/jobs/sequence.h"
@@ -15,11 +16,17 @@ void complain(const std::string& line, bool strict) {
     std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
 }
 
+std::string sizeText(int width, int height) {
+    return std::to_string(width) + " x " + std::to_string(height);
+}
+
 class ClipSource : public FrameSource {
 public:
     explicit ClipSource(const RenderOptions& options)
         : in_(options.in), out_(options.out), reader_(options.in) {
         const AVCodecParameters& video = *reader_.video().codecpar;
+        width_ = video.width;
+        height_ = video.height;
         colour_ = colourOf(video);
         const auto format = static_cast<AVPixelFormat>(video.format);
         depth_ = depthFor(options).value_or(depthOf(format));
@@ -51,14 +58,16 @@ public:
     }
 
     Picture picture(const ClipItem& item) const override {
+        // Pictures may each have a size of their own.
+        if (isClip(out_)) checkSize(item);
         return pictureOf(*item.frame, colour_, depth_);
     }
 
     ClipShape shape() const override {
         const AVCodecParameters& video = *reader_.video().codecpar;
         ClipShape shape;
-        shape.width = video.width;
-        shape.height = video.height;
+        shape.width = width_;
+        shape.height = height_;
         shape.depth = depth_;
         shape.hasAlpha = hasAlpha(static_cast<AVPixelFormat>(video.format));
         shape.rate = reader_.rate();
@@ -90,6 +99,14 @@ public:
     }
 
 private:
+    void checkSize(const ClipItem& item) const {
+        const AVFrame& frame = *item.frame;
+        if (frame.width == width_ && frame.height == height_) return;
+        throw Failure("cannot use '" + in_ + "': its frame " + std::to_string(item.task.frame) +
+                      " has " + sizeText(frame.width, frame.height) + ", and the clip " +
+                      sizeText(width_, height_));
+    }
+
     void take(ClipItem& item, ClipFrame& read) {
         AVFrame& frame = *read.frame;
         const std::int64_t step =
@@ -107,6 +124,8 @@ private:
     std::string in_;
     std::string out_;
     ClipReader reader_;
+    int width_;
+    int height_;
     ClipColour colour_;
     Depth depth_;
     std::optional<std::set<int>> wanted_;
