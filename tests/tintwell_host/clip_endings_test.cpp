@@ -8,6 +8,8 @@
 namespace program_test {
 namespace {
 
+constexpr char kFailingServer[] = "export LD_PRELOAD='" TINTWELL_FAILING_SERVER "';";
+
 // ---- Stopped
 
 TEST_F(Clips, leaveNothing_whenInterrupted) {
@@ -38,11 +40,9 @@ TEST_F(Clips, areHonest_whenTheLengthIsUnknown) {
 // ---- Sources that end too early
 
 TEST_F(Clips, haveStatus75_whenTheFileServerGoesAway) {
-    make("-f lavfi -i testsrc2=size=640x360:rate=25:duration=2 " + std::string(kFfv1) +
-         "-movflags faststart server.mov");
+    makeForServer();
     runWrong("render server.mov out.mov --report job.json",
-             "cannot read 'server.mov': Input/output error",
-             "export LD_PRELOAD='" TINTWELL_FAILING_SERVER "';", 75);
+             "cannot read 'server.mov': Input/output error", kFailingServer, 75);
     EXPECT_EQ(report()["exit"], 75);
     EXPECT_FALSE(exists("out.mov"));
     EXPECT_EQ(partials(), 0);
@@ -78,6 +78,20 @@ TEST_F(Clips, areRefused_whenTheSizeChanges) {
     EXPECT_FALSE(exists("out.mkv"));
     runWell("render in.mkv out.%04d.png");
     EXPECT_EQ(bytes("out.0011.png").size(), 64u * 48 * 4);
+}
+
+// ---- Trimmed
+
+TEST_F(Clips, areReadNoFurtherThanAsked) {
+    makeForServer();
+    runWell("render server.mov out.mov --frames 1-3", kFailingServer);
+}
+
+TEST_F(Clips, areTrimmed_whateverIsDamagedElsewhere) {
+    makeDamaged("in.mkv");
+    EXPECT_EQ(run("render in.mkv out.mkv --strict").exitCode, 1);
+    for (const std::string frames : {"1-2", "9-10"})
+        EXPECT_EQ(run("render in.mkv out.mkv --strict --frames " + frames).err, "") << frames;
 }
 
 // ---- Failed

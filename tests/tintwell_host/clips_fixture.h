@@ -72,6 +72,12 @@ protected:
         twtest::writeFile(file(clip), contents);
     }
 
+    // A clip that is larger than what is read when it is opened.
+    void makeForServer() {
+        make("-f lavfi -i testsrc2=size=640x360:rate=25:duration=2 " + std::string(kFfv1) +
+             "-movflags faststart server.mov");
+    }
+
 private:
     twtest::TempFolder outputs_;
 };

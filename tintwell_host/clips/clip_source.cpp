@@ -43,18 +43,16 @@ public:
         }
     }
 
+    // A frame that is not wanted is an item without anything: between two items the job may stop.
     ItemPointer next() override {
-        auto item = std::make_shared<ClipItem>();
+        if (wanted_ && reader_.count() >= *wanted_->rbegin()) return nullptr;
         ClipFrame read;
-        while (reader_.read(read)) {
-            for (AvPacket& packet : read.sound)
-                item->sound.push_back(std::move(packet));
-            item->isVideo = read.frame != nullptr;
-            if (item->isVideo && wanted_ && !wanted_->contains(read.number)) continue;
-            if (item->isVideo) take(*item, read);
-            return item;
-        }
-        return nullptr;
+        if (!reader_.read(read)) return nullptr;
+        auto item = std::make_shared<ClipItem>();
+        if (!wanted_) item->sound = std::move(read.sound);
+        item->isVideo = read.frame && isWanted(read.number);
+        if (item->isVideo) take(*item, read);
+        return item;
     }
 
     Picture picture(const ClipItem& item) const override {
@@ -83,22 +81,34 @@ public:
     }
 
     void finish(bool strict) const override {
-        const int missing = wanted_ ? 0 : reader_.missing();
-        if (missing > 0) {
-            const int count = reader_.count();
-            complain("'" + in_ + "' ends after " + std::to_string(count) + " of " +
-                         std::to_string(count + missing) + " frames",
-                     strict);
-        }
-        const std::vector<int>& damaged = reader_.damaged();
-        if (damaged.empty()) return;
-        std::string line = std::to_string(damaged.size()) + " frames of '" + in_ + "' are damaged:";
-        for (const int number : damaged)
-            line += " " + std::to_string(number);
-        complain(line, strict);
+        tellMissing(strict);
+        tellDamaged(strict);
     }
 
 private:
+    bool isWanted(int number) const { return !wanted_ || wanted_->contains(number); }
+
+    void tellMissing(bool strict) const {
+        const int missing = wanted_ ? 0 : reader_.missing();
+        if (missing == 0) return;
+        const int read = reader_.count();
+        complain("'" + in_ + "' ends after " + std::to_string(read) + " of " +
+                     std::to_string(read + missing) + " frames",
+                 strict);
+    }
+
+    void tellDamaged(bool strict) const {
+        int count = 0;
+        std::string numbers;
+        for (const int number : reader_.damaged()) {
+            if (!isWanted(number)) continue;
+            ++count;
+            numbers += " " + std::to_string(number);
+        }
+        if (count == 0) return;
+        complain(std::to_string(count) + " frames of '" + in_ + "' are damaged:" + numbers, strict);
+    }
+
     void checkSize(const ClipItem& item) const {
         const AVFrame& frame = *item.frame;
         if (frame.width == width_ && frame.height == height_) return;
