@@ -59,6 +59,9 @@ TEST_F(Clips, sayWhatIsMissing_whenTheSourceIsCutOff) {
     std::filesystem::remove(file("out.mov"));
     EXPECT_EQ(run("render in.mov out.mov --strict").exitCode, 1);
     EXPECT_FALSE(exists("out.mov"));
+    EXPECT_EQ(run("render in.mov out.mov --strict --frames 4,8").exitCode, 1);
+    EXPECT_FALSE(exists("out.mov"));
+    runWell("render in.mov out.mov --strict --frames 1-3");
 }
 
 // An edit shows less than the file holds.
@@ -85,6 +88,32 @@ TEST_F(Clips, areRefused_whenTheSizeChanges) {
 TEST_F(Clips, areReadNoFurtherThanAsked) {
     makeForServer();
     runWell("render server.mov out.mov --frames 1-3", kFailingServer);
+}
+
+TEST_F(Clips, sayWhatIsCut_pastTheEnd) {
+    const std::string rest =
+        " of the frames asked for lie past frame 10, the end of the job, and are left out\n";
+    for (const std::string clip : {"in.mkv", "in.mov"}) {
+        make(std::string(kBars) + "-c:v png " + clip);
+        const Outcome outcome = run("render " + clip + " out.mkv --frames 9-12");
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.err, "tintwell-host: 2" + rest) << clip;
+        const std::string pixels = pixelsOf("out.mkv");
+        EXPECT_EQ(std::count(pixels.begin(), pixels.end(), '\n'), 2);
+    }
+    make("-i in.mkv s.%04d.png");
+    EXPECT_EQ(run("render s.%04d.png out.mkv --frames 10-13").err, "tintwell-host: 3" + rest);
+}
+
+TEST_F(Clips, refuseFramesThatNoClipHas) {
+    make(std::string(kBars) + kTone + "-shortest -c:v ffv1 -pix_fmt bgr0 in.mkv");
+    make(std::string(kBars) + "-f lavfi -i sine=duration=2 -c:v ffv1 -pix_fmt bgr0 long.mkv");
+    runWrong("render in.mkv out.mkv --frames 0-9",
+             "the frames of a clip count from 1, and '0-9' names others", "", 2);
+    runWrong("render long.mkv out.mkv --frames 20-30",
+             "all frames asked for lie past the end of the job, which is frame 10");
+    EXPECT_FALSE(exists("out.mkv"));
+    EXPECT_EQ(partials(), 0);
 }
 
 TEST_F(Clips, areTrimmed_whateverIsDamagedElsewhere) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <new>
 
 #include "tintwell_host/clips/frame_source.h"
@@ -110,6 +111,10 @@ int runToTheEnd(EffectSession& session, const RenderOptions& options, FrameSourc
 }
 
 }  // namespace
+
+void tell(const std::string& line) {
+    if (!line.empty()) std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
+}
 
 void renderClip(EffectSession& session, const RenderOptions& options) {
     checkOptions(options);

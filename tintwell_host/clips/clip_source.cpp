@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <optional>
 #include <set>
 
@@ -13,7 +13,7 @@ namespace {
 
 void complain(const std::string& line, bool strict) {
     if (strict) throw Failure(line);
-    std::fprintf(stderr, "tintwell-host: %s\n", line.c_str());
+    tell(line);
 }
 
 std::string sizeText(int width, int height) {
@@ -30,16 +30,10 @@ public:
         colour_ = colourOf(video);
         const auto format = static_cast<AVPixelFormat>(video.format);
         depth_ = depthFor(options).value_or(depthOf(format));
-        const int frames = reader_.frames();
-        if (!options.frames.empty()) {
-            const ChosenFrames chosen =
-                chooseFrames(parseFrameSet(options.frames), frames > 0 ? frames : INT_MAX - 1);
-            wanted_.emplace(chosen.frames.begin(), chosen.frames.end());
-        }
+        if (!options.frames.empty()) choose(options.frames);
         if (colour_.isAssumed) {
-            std::fprintf(stderr,
-                         "tintwell-host: '%s' does not say its colour matrix: %s is taken\n",
-                         in_.c_str(), av_color_space_name(colour_.matrix));
+            tell("'" + in_ + "' does not say its colour matrix: " +
+                 av_color_space_name(colour_.matrix) + " is taken");
         }
     }
 
@@ -47,7 +41,11 @@ public:
     ItemPointer next() override {
         if (wanted_ && reader_.count() >= *wanted_->rbegin()) return nullptr;
         ClipFrame read;
-        if (!reader_.read(read)) return nullptr;
+        if (!reader_.read(read)) {
+            atEnd_ = true;
+            end_ = reader_.count();
+            return nullptr;
+        }
         auto item = std::make_shared<ClipItem>();
         if (!wanted_) item->sound = std::move(read.sound);
         item->isVideo = read.frame && isWanted(read.number);
@@ -77,19 +75,37 @@ public:
     }
 
     std::size_t frames() const override {
-        return wanted_ ? wanted_->size() : static_cast<std::size_t>(reader_.frames());
+        const int all = reader_.frames();
+        if (!wanted_) return static_cast<std::size_t>(all);
+        if (all == 0) return wanted_->size();
+        return static_cast<std::size_t>(std::distance(wanted_->begin(), wanted_->upper_bound(all)));
     }
 
     void finish(bool strict) const override {
-        tellMissing(strict);
+        if (atEnd_) tellMissing(strict);
+        if (wanted_) tell(cutNote(chooseFrames(set_, end_)));
         tellDamaged(strict);
     }
 
 private:
+    void choose(const std::string& asked) {
+        set_ = parseFrameSet(asked);
+        for (const FrameRange& range : set_) {
+            if (range.first > 0) continue;
+            throw Failure("the frames of a clip count from 1, and '" + asked + "' names others",
+                          Exit::kWrongUsage);
+        }
+        // A length that is guessed from the time may be wrong.
+        const std::int64_t listed = reader_.video().nb_frames;
+        if (listed > 0) end_ = static_cast<int>(std::min<std::int64_t>(listed, end_));
+        const ChosenFrames chosen = chooseFrames(set_, end_);
+        wanted_.emplace(chosen.frames.begin(), chosen.frames.end());
+    }
+
     bool isWanted(int number) const { return !wanted_ || wanted_->contains(number); }
 
     void tellMissing(bool strict) const {
-        const int missing = wanted_ ? 0 : reader_.missing();
+        const int missing = reader_.missing();
         if (missing == 0) return;
         const int read = reader_.count();
         complain("'" + in_ + "' ends after " + std::to_string(read) + " of " +
@@ -138,7 +154,10 @@ private:
     int height_;
     ClipColour colour_;
     Depth depth_;
+    std::vector<FrameRange> set_;
     std::optional<std::set<int>> wanted_;
+    int end_ = INT_MAX - 1;  // the last frame, as far as it is known
+    bool atEnd_ = false;
     std::optional<std::int64_t> offset_;
     std::int64_t next_ = 0;
 };

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "tintwell_host/clips/clip_writer.h"
@@ -34,9 +35,13 @@ public:
     virtual Picture picture(const ClipItem& item) const = 0;
     virtual ClipShape shape() const = 0;
     virtual std::size_t frames() const = 0;
-    // Throws Failure for damage that was asked to be one.
+    // Tells the user what is damaged or not there. Throws Failure for what was asked to be one, and
+    // when none of the frames asked for is there.
     virtual void finish(bool strict) const = 0;
 };
+
+// A line for the user on standard error; none for an empty one.
+void tell(const std::string& line);
 
 // Throw Failure.
 std::unique_ptr<FrameSource> openClipSource(const RenderOptions& options);

@@ -11,7 +11,9 @@ public:
     explicit SequenceSource(const RenderOptions& options)
         : in_(options.in), out_(options.out), frames_(existingFrames(options.in)) {
         if (!options.frames.empty()) {
-            frames_ = chooseFrames(parseFrameSet(options.frames), frames_.back()).frames;
+            const ChosenFrames chosen = chooseFrames(parseFrameSet(options.frames), frames_.back());
+            tell(cutNote(chosen));
+            frames_ = chosen.frames;
         }
         const std::string first = frameFile(in_, frames_.front());
         const Picture picture = decodePicture(first, readText(first), depthFor(options));
