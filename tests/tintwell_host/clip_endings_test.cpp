@@ -136,5 +136,14 @@ TEST_F(Clips, areReported_whenTheyFail) {
     EXPECT_FALSE(exists("out.mkv"));
 }
 
+TEST_F(Clips, removeWhatKilledJobsHaveLeft) {
+    make(std::string(kBars) + kFfv1 + "in.mkv");
+    char host[64] = "";
+    ASSERT_EQ(gethostname(host, sizeof host - 1), 0);
+    twtest::writeFile(file(std::string(".partial-") + host + "-999999999-0"), "half");
+    runWell("render in.mkv out.mkv");
+    EXPECT_EQ(partials(), 0);
+}
+
 }  // namespace
 }  // namespace program_test

@@ -9,6 +9,7 @@
 #include <new>
 
 #include "tintwell_host/clips/frame_source.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/jobs/frame_pipeline.h"
 #include "tintwell_host/jobs/job_record.h"
 #include "tintwell_host/jobs/sequence.h"
@@ -119,6 +120,7 @@ void tell(const std::string& line) {
 void renderClip(EffectSession& session, const RenderOptions& options) {
     checkOptions(options);
     av_log_set_level(AV_LOG_QUIET);
+    removeLeftovers(options.out);
     const StopRequest stop;
     const std::unique_ptr<FrameSource> source = openSource(options);
     const std::unique_ptr<ClipWriter> writer = openWriter(*source, options);
