@@ -83,6 +83,8 @@ void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions&
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);
     checkGpu(options);
+    checkClipOptions(options);
+    if (!isClip(options.out)) checkCompression(options.out, options.compression);
     if (isClip(options.in) || isClip(options.out)) {
         EffectSession session(options.effect);
         takeLook(session, options);
@@ -90,7 +92,6 @@ void runRender(const RenderOptions& options) {
         finish(session, options);
         return;
     }
-    checkCompression(options.out, options.compression);
     const FrameJob job = planFrames(options.in, options.out, options.frames);
     if (!job.note.empty()) std::fprintf(stderr, "tintwell-host: %s\n", job.note.c_str());
     EffectSession session(options.effect);

@@ -142,13 +142,29 @@ TEST_F(Clips, refuseWithTheReason) {
     runWrong("render small.mov out.mxf",
              "cannot write 'out.mxf': dnxhr does not take frames of 96 x 64: Invalid argument");
     runWrong("render in.mov out.mov --skip-existing",
-             "--skip-existing needs sequences: a clip is one file", "", 2);
+             "--skip-existing needs sequences, and 'in.mov' is one file", "", 2);
     runWrong("render in.mov nowhere/out.mov",
              "cannot write 'nowhere/out.mov': No such file or directory");
     for (const char* name : {"out.mov", "out.mxf", "out.avi", "out.mp4"})
         EXPECT_FALSE(exists(name)) << name;
     EXPECT_EQ(partials(), 0);
     EXPECT_EQ(run("render in.mov out.mxf --no-audio").exitCode, 0);
+}
+
+TEST_F(Clips, refuseOptionsThatWouldDoNothing) {
+    make(std::string(kBars) + kFfv1 + "in.mkv");
+    writeInput("s.0001.png");
+    const auto refused = [this](const std::string& arguments, const std::string& sentence) {
+        runWrong("render " + arguments, sentence, "", 2);
+    };
+    refused("in.mkv out.mkv --rate 25", "--rate is for clips that are made of a sequence");
+    refused("in.mkv o.%04d.png --rate 25", "--rate is for clips that are made of a sequence");
+    refused("in.mkv o.%04d.png --codec ffv1", "--codec is for clips that are written");
+    refused("in.mkv o.%04d.png --no-audio", "--no-audio is for clips that are made of a clip");
+    refused("s.%04d.png out.mkv --no-audio", "--no-audio is for clips that are made of a clip");
+    refused("s.%04d.png out.mkv --strict", "--strict is for clips that are read");
+    refused("in.mkv o.%04d.png --skip-existing",
+            "--skip-existing needs sequences, and 'in.mkv' is one file");
 }
 
 TEST_F(Clips, nameDamagedFrames_andMakeThemAnErrorIfAsked) {

@@ -56,16 +56,6 @@ void write(ClipItem& item, ClipWriter* writer, JobRecord& record) {
     record.add({item.task, FrameState::kRendered, taken.count(), "", Exit::kWrongInput});
 }
 
-void checkOptions(const RenderOptions& options) {
-    if (options.skipExisting) {
-        throw Failure("--skip-existing needs sequences: a clip is one file", Exit::kWrongUsage);
-    }
-    if (!isClip(options.out)) checkCompression(options.out, options.compression);
-    if (isClip(options.out) && !options.compression.empty()) {
-        throw Failure("clips have a --codec in place of --compression", Exit::kWrongUsage);
-    }
-}
-
 // Those that are graded, and two that are read and written meanwhile, as far as memory goes.
 std::size_t framesInFlight(const ClipShape& shape, int threads, const RenderOptions& options) {
     const std::int64_t frame = std::max<std::int64_t>(
@@ -118,7 +108,6 @@ void tell(const std::string& line) {
 }
 
 void renderClip(EffectSession& session, const RenderOptions& options) {
-    checkOptions(options);
     av_log_set_level(AV_LOG_QUIET);
     removeLeftovers(options.out);
     const StopRequest stop;

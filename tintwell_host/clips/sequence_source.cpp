@@ -21,7 +21,7 @@ public:
         shape_.height = picture.height;
         shape_.depth = picture.depth;
         shape_.hasAlpha = picture.hasAlpha;
-        shape_.rate = av_d2q(options.rate, 1001000);
+        shape_.rate = av_d2q(options.rate.value_or(24.0), 1001000);
         shape_.timeBase = av_inv_q(shape_.rate);
         shape_.colour.matrix = usualMatrix(picture.width, picture.height);
     }
