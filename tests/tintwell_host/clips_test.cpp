@@ -188,5 +188,13 @@ TEST_F(Clips, trimByFrames) {
                     "-f6"));
 }
 
+TEST_F(Clips, mayHaveAnyName) {
+    make(std::string(kBars) + kFfv1 + "in.mkv");
+    std::filesystem::rename(file("in.mkv"), file("2026-01-01T10:00:00.mkv"));
+    std::filesystem::create_directory(file("out:1"));
+    runWell("render 2026-01-01T10:00:00.mkv out:1/2026-01-01T10:00:00.mkv");
+    EXPECT_TRUE(exists("out:1/2026-01-01T10:00:00.mkv"));
+}
+
 }  // namespace
 }  // namespace program_test

@@ -17,7 +17,7 @@ void noteComplaint(void* from, int level, const char* /*format*/, va_list /*valu
 }  // namespace
 
 ClipReader::ClipReader(const std::string& path) : path_(path) {
-    avCheck(avformat_open_input(&file_, path.c_str(), nullptr, nullptr), "read", path);
+    avCheck(avformat_open_input(&file_, avFile(path).c_str(), nullptr, nullptr), "read", path);
     try {
         avCheck(avformat_find_stream_info(file_, nullptr), "read", path);
         openDecoder();
