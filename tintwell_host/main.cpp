@@ -61,11 +61,10 @@ void addJob(CLI::App& command, RenderOptions& render) {
 void addClips(CLI::App& command, RenderOptions& render) {
     command.add_option("--codec", render.codec, "Of a clip: prores, prores4444, dnxhr, h264, ffv1")
         ->check(CLI::IsMember({"prores", "prores4444", "dnxhr", "h264", "ffv1"}));
-    command.add_option("--rate", render.rate, "Frames a second of a clip made of a sequence")
-        ->check(CLI::Range(0.1, 1000.0))
-        ->capture_default_str();
+    command.add_option("--rate", render.rate, "Frames a second of a clip made of a sequence; 24")
+        ->check(CLI::Range(0.1, 1000.0));
     command.add_flag("--no-audio", render.noAudio, "Leave a clip's sound out");
-    command.add_flag("--strict", render.strict, "A clip's damaged frames are an error");
+    command.add_flag("--strict", render.strict, "A clip's damaged or missing frames are an error");
 }
 
 void addRender(CLI::App& app, Options& options) {

@@ -64,14 +64,16 @@ void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions&
     const auto progress = options.progress == "lines" ? ProgressKind::kLines : ProgressKind::kBar;
     const StopRequest stop;
     JobRecord record(job.tasks.size(), job.isSequence, progress);
+    std::size_t taken = 0;
     runFrames(
         job.tasks, frameThreads(options.threads), [] { return StopRequest::signal() == 0; },
         [&](const FrameTask& task) { return renderer.render(task); },
         [&](const FrameResult& result) {
             record.add(result);
+            ++taken;
             return goesOn(result);
         });
-    const int signal = StopRequest::signal();
+    const int signal = taken < job.tasks.size() ? StopRequest::signal() : 0;
     if (!options.report.empty()) record.writeReport(options.report, signal);
     record.finish(signal);
 }
@@ -81,6 +83,8 @@ void renderJob(EffectSession& session, const FrameJob& job, const RenderOptions&
 void runRender(const RenderOptions& options) {
     chosenDepth(options.depth, options.effect.host);
     checkGpu(options);
+    checkClipOptions(options);
+    if (!isClip(options.out)) checkCompression(options.out, options.compression);
     if (isClip(options.in) || isClip(options.out)) {
         EffectSession session(options.effect);
         takeLook(session, options);
@@ -88,7 +92,6 @@ void runRender(const RenderOptions& options) {
         finish(session, options);
         return;
     }
-    checkCompression(options.out, options.compression);
     const FrameJob job = planFrames(options.in, options.out, options.frames);
     if (!job.note.empty()) std::fprintf(stderr, "tintwell-host: %s\n", job.note.c_str());
     EffectSession session(options.effect);

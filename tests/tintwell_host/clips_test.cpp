@@ -1,49 +1,8 @@
 // `tintwell-host render` on clips that FFmpeg's own program makes and judges.
-#include "tests/tintwell_host/program_fixture.h"
+#include "tests/tintwell_host/clips_fixture.h"
 
 namespace program_test {
 namespace {
-
-// Bars that move, in RGB.
-constexpr char kBars[] = "-f lavfi -i testsrc2=size=96x64:rate=25:duration=0.4 ";
-constexpr char kTone[] = "-f lavfi -i sine=frequency=440:duration=0.4 ";
-constexpr char kTagged[] = "-colorspace bt709 -color_primaries bt709 -color_trc bt709 ";
-
-class Clips : public Program {
-protected:
-    void SetUp() override { writeNegative("negative.cube"); }
-
-    std::string shell(const std::string& command) {
-        const std::string out = outputs_ / "shell";
-        const std::string all = "cd '" + folder_.path() + "' && " + command + " >'" + out + "'";
-        EXPECT_EQ(std::system(all.c_str()), 0) << command;
-        return twtest::readFile(out);
-    }
-    void make(const std::string& arguments) { shell("ffmpeg -v error -y " + arguments); }
-
-    // Time and duration of each packet of the video, and what else ffprobe says about it.
-    std::string probe(const std::string& clip, const std::string& entries) {
-        return shell("ffprobe -v error -select_streams v:0 -show_entries " + entries +
-                     " -of csv=p=0 " + clip + " | grep -v '^$'");
-    }
-    std::string soundOf(const std::string& clip) {
-        return shell("ffmpeg -v error -i " + clip + " -map 0:a -c copy -f md5 -");
-    }
-    std::string pixelsOf(const std::string& clip) {
-        return shell("ffmpeg -v error -i " + clip + " -map 0:v -pix_fmt gbrp -f framemd5 - | " +
-                     "grep -v '^#' | cut -d, -f6");
-    }
-
-    int partials() const {
-        int count = 0;
-        for (const std::string& each : files())
-            count += each.starts_with(".partial-") ? 1 : 0;
-        return count;
-    }
-
-private:
-    twtest::TempFolder outputs_;
-};
 
 TEST_F(Clips, gradeAsTheirFramesDo_withoutLoss) {
     make(std::string(kBars) + "-c:v ffv1 -pix_fmt bgr0 in.mkv");
@@ -183,7 +142,7 @@ TEST_F(Clips, refuseWithTheReason) {
     runWrong("render small.mov out.mxf",
              "cannot write 'out.mxf': dnxhr does not take frames of 96 x 64: Invalid argument");
     runWrong("render in.mov out.mov --skip-existing",
-             "--skip-existing needs sequences: a clip is one file", "", 2);
+             "--skip-existing needs sequences, and 'in.mov' is one file", "", 2);
     runWrong("render in.mov nowhere/out.mov",
              "cannot write 'nowhere/out.mov': No such file or directory");
     for (const char* name : {"out.mov", "out.mxf", "out.avi", "out.mp4"})
@@ -192,11 +151,24 @@ TEST_F(Clips, refuseWithTheReason) {
     EXPECT_EQ(run("render in.mov out.mxf --no-audio").exitCode, 0);
 }
 
+TEST_F(Clips, refuseOptionsThatWouldDoNothing) {
+    make(std::string(kBars) + kFfv1 + "in.mkv");
+    writeInput("s.0001.png");
+    const auto refused = [this](const std::string& arguments, const std::string& sentence) {
+        runWrong("render " + arguments, sentence, "", 2);
+    };
+    refused("in.mkv out.mkv --rate 25", "--rate is for clips that are made of a sequence");
+    refused("in.mkv o.%04d.png --rate 25", "--rate is for clips that are made of a sequence");
+    refused("in.mkv o.%04d.png --codec ffv1", "--codec is for clips that are written");
+    refused("in.mkv o.%04d.png --no-audio", "--no-audio is for clips that are made of a clip");
+    refused("s.%04d.png out.mkv --no-audio", "--no-audio is for clips that are made of a clip");
+    refused("s.%04d.png out.mkv --strict", "--strict is for clips that are read");
+    refused("in.mkv o.%04d.png --skip-existing",
+            "--skip-existing needs sequences, and 'in.mkv' is one file");
+}
+
 TEST_F(Clips, nameDamagedFrames_andMakeThemAnErrorIfAsked) {
-    make(std::string(kBars) + "-c:v ffv1 -level 3 -slicecrc 1 -g 1 -pix_fmt bgr0 in.mkv");
-    std::string contents = twtest::readFile(file("in.mkv"));
-    contents[contents.size() / 2] = static_cast<char>(contents[contents.size() / 2] ^ 0x55);
-    twtest::writeFile(file("in.mkv"), contents);
+    makeDamaged("in.mkv");
     const Outcome outcome = run("render in.mkv out.mkv");
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_NE(outcome.err.find("1 frames of 'in.mkv' are damaged: "), std::string::npos)
@@ -216,14 +188,12 @@ TEST_F(Clips, trimByFrames) {
                     "-f6"));
 }
 
-TEST_F(Clips, leaveNothing_whenInterrupted) {
-    make("-f lavfi -i testsrc2=size=1280x720:rate=25:duration=8 -c:v libx264 -preset ultrafast " +
-         std::string(kTagged) + "in.mov");
-    const Outcome outcome =
-        run("render in.mov out.mov --threads 1", "timeout --preserve-status -s TERM 1");
-    EXPECT_EQ(outcome.exitCode, 143) << outcome.err;
-    EXPECT_FALSE(exists("out.mov"));
-    EXPECT_EQ(partials(), 0);
+TEST_F(Clips, mayHaveAnyName) {
+    make(std::string(kBars) + kFfv1 + "in.mkv");
+    std::filesystem::rename(file("in.mkv"), file("2026-01-01T10:00:00.mkv"));
+    std::filesystem::create_directory(file("out:1"));
+    runWell("render 2026-01-01T10:00:00.mkv out:1/2026-01-01T10:00:00.mkv");
+    EXPECT_TRUE(exists("out:1/2026-01-01T10:00:00.mkv"));
 }
 
 }  // namespace

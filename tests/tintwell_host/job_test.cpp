@@ -14,9 +14,6 @@ namespace {
 
 using Json = nlohmann::json;
 
-// For the shell: the first file that is written cannot grow.
-constexpr char kFullDisk[] = "ln -s /dev/full .partial-$(uname -n)-$$-0; exec";
-
 class Job : public Program {
 protected:
     void SetUp() override {

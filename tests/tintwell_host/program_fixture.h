@@ -13,6 +13,9 @@
 
 namespace program_test {
 
+// For the shell: the first file that is written cannot grow.
+inline constexpr char kFullDisk[] = "ln -s /dev/full .partial-$(uname -n)-$$-0; exec";
+
 struct Outcome {
     int exitCode;
     std::string out;

@@ -161,6 +161,15 @@ TEST_F(RenderCommand, refusesWhatIsNoSequence) {
     runWrong("render s.%04d.png o.%04d.png --frames 1-2", "no file matches 's.%04d.png'");
 }
 
+TEST_F(RenderCommand, refusesOptionsOfClips_forPictures) {
+    runWrong("render in.png out.png --codec ffv1", "--codec is for clips that are written", "", 2);
+    runWrong("render in.png out.png --rate 25", "--rate is for clips that are made of a sequence",
+             "", 2);
+    runWrong("render in.png out.png --no-audio", "--no-audio is for clips that are made of a clip",
+             "", 2);
+    runWrong("render s.%04d.png o.%04d.png --strict", "--strict is for clips that are read", "", 2);
+}
+
 TEST_F(RenderCommand, refusesADamagedProject) {
     runWell("render in.png out.png --lut negative.cube --save a.project");
     const std::string whole = twtest::readFile(file("a.project"));

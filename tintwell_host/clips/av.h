@@ -40,4 +40,9 @@ inline int avCheck(int result, const char* what, const std::string& path) {
                   exitFor(AVUNERROR(result)));
 }
 
+// The name of a file for FFmpeg, which takes what stands before a colon for a protocol.
+inline std::string avFile(const std::string& path) {
+    return "file:" + path;
+}
+
 }  // namespace program

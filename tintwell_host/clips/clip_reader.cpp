@@ -1,5 +1,8 @@
 #include "tintwell_host/clips/clip_reader.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace program {
 namespace {
 
@@ -14,7 +17,7 @@ void noteComplaint(void* from, int level, const char* /*format*/, va_list /*valu
 }  // namespace
 
 ClipReader::ClipReader(const std::string& path) : path_(path) {
-    avCheck(avformat_open_input(&file_, path.c_str(), nullptr, nullptr), "read", path);
+    avCheck(avformat_open_input(&file_, avFile(path).c_str(), nullptr, nullptr), "read", path);
     try {
         avCheck(avformat_find_stream_info(file_, nullptr), "read", path);
         openDecoder();
@@ -57,6 +60,11 @@ int ClipReader::frames() const {
     return static_cast<int>(av_rescale_q(file_->duration, {1, AV_TIME_BASE}, av_inv_q(rate_)));
 }
 
+int ClipReader::missing() const {
+    if (std::strncmp(file_->iformat->name, "mov,", 4) != 0) return 0;
+    return std::max(0, avformat_index_get_entries_count(video_) - packets_);
+}
+
 bool ClipReader::isSound(int stream) const {
     return file_->streams[stream]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
 }
@@ -87,6 +95,14 @@ bool ClipReader::receive(ClipFrame& next) {
     return true;
 }
 
+void ClipReader::end(int result) {
+    // Most containers take a read that failed for the end of the file.
+    if (file_->pb != nullptr) avCheck(file_->pb->error, "read", path_);
+    atEnd_ = true;
+    if (result != AVERROR_EOF) damaged_.push_back(count_ + 1);
+    send(nullptr);
+}
+
 bool ClipReader::read(ClipFrame& next) {
     next = {};
     for (;;) {
@@ -96,10 +112,9 @@ bool ClipReader::read(ClipFrame& next) {
         if (!packet) throw std::bad_alloc();
         const int result = av_read_frame(file_, packet.get());
         if (result < 0) {
-            atEnd_ = true;
-            if (result != AVERROR_EOF) damaged_.push_back(count_ + 1);
-            send(nullptr);
+            end(result);
         } else if (packet->stream_index == video_->index) {
+            ++packets_;
             send(packet.get());
         } else if (isSound(packet->stream_index)) {
             next.sound.push_back(std::move(packet));

@@ -24,9 +24,15 @@ public:
     ClipReader(const ClipReader&) = delete;
     ClipReader& operator=(const ClipReader&) = delete;
 
-    // False at the end. A damaged packet is counted and passed over.
+    // False at the end. A damaged packet is counted and passed over. Throws Failure for a file that
+    // cannot be read any further.
     bool read(ClipFrame& next);
 
+    // Frames so far, damaged ones included.
+    int count() const { return count_; }
+    // At the end: frames that the file's index lists and that never came. Only QuickTime's kin have
+    // an index of all frames.
+    int missing() const;
     // Numbers of the frames that were damaged.
     const std::vector<int>& damaged() const { return damaged_; }
     const AVFormatContext& file() const { return *file_; }
@@ -40,6 +46,7 @@ private:
     void openDecoder();
     bool receive(ClipFrame& next);
     void send(const AVPacket* packet);
+    void end(int result);
 
     std::string path_;
     AVFormatContext* file_ = nullptr;
@@ -48,6 +55,7 @@ private:
     AvCodec decoder_;
     std::atomic<int> complaints_{0};
     std::vector<int> damaged_;
+    int packets_ = 0;  // of the video
     int count_ = 0;
     bool atEnd_ = false;
 };

@@ -97,15 +97,16 @@ std::string containersFor(AVCodecID codec) {
 ClipWriter::ClipWriter(const std::string& path, const std::string& codec, const ClipShape& shape)
     : path_(path), shape_(shape), partial_(path) {
     const AVOutputFormat* container = av_guess_format(nullptr, path.c_str(), nullptr);
-    avCheck(avformat_alloc_output_context2(&file_, container, nullptr, partial_.name().c_str()),
-            "write", path);
+    const std::string file = avFile(partial_.name());
+    avCheck(avformat_alloc_output_context2(&file_, container, nullptr, file.c_str()), "write",
+            path);
     try {
         // No date and no version: the same clip is the same bytes.
         file_->flags |= AVFMT_FLAG_BITEXACT;
         openEncoder(codec);
         if (shape_.source != nullptr) copyTags();
         if (shape_.source != nullptr && shape_.withSound) addSound();
-        avCheck(avio_open(&file_->pb, partial_.name().c_str(), AVIO_FLAG_WRITE), "write", path);
+        avCheck(avio_open(&file_->pb, file.c_str(), AVIO_FLAG_WRITE), "write", path);
         avCheck(avformat_write_header(file_, nullptr), "write", path);
     } catch (...) {
         avio_closep(&file_->pb);

@@ -101,4 +101,10 @@ ChosenFrames chooseFrames(const std::vector<FrameRange>& set, int end) {
     return chosen;
 }
 
+std::string cutNote(const ChosenFrames& chosen) {
+    if (chosen.cut == 0) return "";
+    return std::to_string(chosen.cut) + " of the frames asked for lie past frame " +
+           std::to_string(chosen.cutAfter) + ", the end of the job, and are left out";
+}
+
 }  // namespace program

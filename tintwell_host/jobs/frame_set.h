@@ -26,4 +26,7 @@ struct ChosenFrames {
 // than a job can have.
 ChosenFrames chooseFrames(const std::vector<FrameRange>& set, int end);
 
+// A line for the user about the frames that were left out; empty: none were.
+std::string cutNote(const ChosenFrames& chosen);
+
 }  // namespace program

@@ -81,7 +81,12 @@ std::size_t JobRecord::count(FrameState state) const {
                       [state](const FrameResult& result) { return result.state == state; }));
 }
 
+void JobRecord::fail(const Failure& failure) {
+    failure_ = failure;
+}
+
 Failure JobRecord::ending(int signal) const {
+    if (failure_) return *failure_;
     const std::size_t failed = count(FrameState::kFailed);
     if (failed > 0) {
         // A failure that may pass comes first: then the job is worth another try.
@@ -99,9 +104,11 @@ Failure JobRecord::ending(int signal) const {
                            " frames could not be rendered",
                        worst->exit);
     }
-    if (signal == 0 || results_.size() == total_) return Failure("");
-    return Failure("stopped after " + std::to_string(results_.size()) + " of " +
-                       std::to_string(total_) + " frames",
+    if (signal == 0) return Failure("");
+    // A clip may not say how many it has.
+    const bool isKnown = results_.size() < total_;
+    return Failure("stopped after " + std::to_string(results_.size()) +
+                       (isKnown ? " of " + std::to_string(total_) : "") + " frames",
                    signal == SIGINT ? Exit::kInterrupted : Exit::kTerminated);
 }
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,11 @@ public:
     // was made anew.
     void add(const FrameResult& result);
 
-    // The way in which the job ends: throws Failure when a frame failed, or when `signal` stopped
-    // it before the last one.
+    // What ended the job as a whole.
+    void fail(const Failure& failure);
+
+    // The way in which the job ends: throws Failure when it or a frame failed, or for a `signal`:
+    // the one that stopped it before its end, 0 for none.
     void finish(int signal) const;
 
     // Writes the report as JSON. Throws Failure.
@@ -37,6 +41,7 @@ private:
 
     std::vector<FrameResult> results_;
     std::size_t total_;
+    std::optional<Failure> failure_;
     bool isSequence_;
     ProgressKind kind_;
     Progress progress_;

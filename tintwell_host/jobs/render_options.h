@@ -26,8 +26,8 @@ struct RenderOptions {
     int memory = 0;                // MiB for them; 0: a quarter of the machine's
     bool skipExisting = false;
     // Of clips:
-    std::string codec;   // empty: as the container has it
-    double rate = 24.0;  // frames a second of a clip that is made of a sequence
+    std::string codec;           // empty: as the container has it
+    std::optional<double> rate;  // frames a second of a clip that is made of a sequence; none: 24
     bool noAudio = false;
     bool strict = false;  // damaged frames are an error
 };

@@ -42,10 +42,7 @@ FrameJob planFrames(const std::string& in, const std::string& out, const std::st
     job.isSequence = true;
     for (const int frame : chosen.frames)
         job.tasks.push_back({frame, frameFile(in, frame), frameFile(out, frame)});
-    if (chosen.cut > 0) {
-        job.note = std::to_string(chosen.cut) + " of the frames asked for lie past frame " +
-                   std::to_string(chosen.cutAfter) + ", the end of the job, and are left out";
-    }
+    job.note = cutNote(chosen);
     return job;
 }
 
