@@ -8,9 +8,12 @@ namespace {
 
 // Of disks, file servers and a machine that is short of something just now.
 constexpr int kPassing[] = {
-    EAGAIN,   EBUSY,     EDQUOT,      EHOSTDOWN,    EHOSTUNREACH, EINTR,      EIO,          EMFILE,
-    ENETDOWN, ENETRESET, ENETUNREACH, ENFILE,       ENOBUFS,      ENOLCK,     ENOMEM,       ENOSPC,
-    ENOTCONN, EREMOTEIO, ESTALE,      ECONNABORTED, ETIMEDOUT,    ECONNRESET, ECONNREFUSED,
+    EAGAIN,    EBUSY,     EDQUOT,       EHOSTDOWN, EHOSTUNREACH, EINTR,        EIO,    EMFILE,
+    ENETDOWN,  ENETRESET, ENETUNREACH,  ENFILE,    ENOBUFS,      ENOLCK,       ENOMEM, ENOSPC,
+    ENOTCONN,  ESTALE,    ECONNABORTED, ETIMEDOUT, ECONNRESET,   ECONNREFUSED,
+#ifdef EREMOTEIO
+    EREMOTEIO,
+#endif
 };
 
 }  // namespace
