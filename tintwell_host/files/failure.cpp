@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 namespace program {
 namespace {
@@ -23,5 +24,8 @@ Exit exitFor(int error) {
         std::find(std::begin(kPassing), std::end(kPassing), error) != std::end(kPassing);
     return passes ? Exit::kTryAgain : Exit::kWrongInput;
 }
+
+Unreadable::Unreadable(const std::string& path, int error)
+    : Unreadable(path, std::strerror(error), exitFor(error)) {}
 
 }  // namespace program

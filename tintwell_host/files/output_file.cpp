@@ -74,9 +74,8 @@ std::optional<int> lockAlone(const fs::path& file, int flags) {
     return isOthers ? std::nullopt : std::optional(-1);
 }
 
-[[noreturn]] void fail(const char* what, const std::string& path, int error) {
-    throw Failure(std::string("cannot ") + what + " '" + path + "': " + std::strerror(error),
-                  exitFor(error));
+[[noreturn]] void failWriting(const std::string& path, int error) {
+    throw Failure("cannot write '" + path + "': " + std::strerror(error), exitFor(error));
 }
 
 std::string readStream(std::istream& in) {
@@ -94,23 +93,23 @@ std::string readText(const std::string& path) {
     if (path == "-") return readStream(std::cin);
     std::error_code unknown;
     if (fs::is_directory(path, unknown)) {
-        throw Failure("cannot read '" + path + "': it is a folder");
+        throw Unreadable(path, "it is a folder");
     }
     std::ifstream in(path, std::ios::binary);
-    if (!in) fail("read", path, errno);
+    if (!in) throw Unreadable(path, errno);
     std::string text = readStream(in);
-    if (in.bad()) fail("read", path, errno);
+    if (in.bad()) throw Unreadable(path, errno);
     return text;
 }
 
 void writeWhole(const std::string& path, std::string_view bytes) {
     PartialFile partial(path);
     std::ofstream out(partial.name(), std::ios::binary);
-    if (!out) fail("write", path, errno);
+    if (!out) failWriting(path, errno);
     out << bytes;
     // Some disks tell only now that they are full.
     out.close();
-    if (!out) fail("write", path, errno);
+    if (!out) failWriting(path, errno);
     partial.keep();
 }
 
@@ -134,7 +133,7 @@ PartialFile::~PartialFile() {
 void PartialFile::keep() {
     std::error_code failed;
     fs::rename(name_, path_, failed);
-    if (failed) fail("write", path_, failed.value());
+    if (failed) failWriting(path_, failed.value());
     isKept_ = true;
 }
 
