@@ -132,11 +132,18 @@ TEST_F(Environment, oldCubeStays_whenTheDiskIsFull) {
 
 TEST_F(Environment, oldProjectStays_whenTheDiskIsFull) {
     twtest::writeFile(file("a.project"), "old");
-    std::filesystem::create_symlink("/dev/full", file("a.project.tmp"));
     runWrong("render in.png out.png --save a.project",
-             "The project file a.project cannot be written.");
+             "cannot write 'a.project': No space left on device",
+             "ln -s /dev/full .partial-$(uname -n)-$$-1; exec", 75);
     EXPECT_EQ(twtest::readFile(file("a.project")), "old");
-    EXPECT_FALSE(exists("a.project.tmp"));
+}
+
+// Those of other tasks have the same name.
+TEST_F(Environment, savesAProject_withoutAFileOfAFixedName) {
+    twtest::writeFile(file("a.project.tmp"), "another's");
+    runWell("render in.png out.png --save a.project");
+    EXPECT_EQ(twtest::readFile(file("a.project.tmp")), "another's");
+    EXPECT_TRUE(exists("a.project"));
 }
 
 TEST_F(Environment, losesNoOutput_withoutSayingSo) {
