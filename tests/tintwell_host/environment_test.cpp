@@ -148,7 +148,8 @@ TEST_F(Environment, savesAProject_withoutAFileOfAFixedName) {
 
 TEST_F(Environment, losesNoOutput_withoutSayingSo) {
     for (const char* command : {"encode negative.cube", "inspect negative.cube"}) {
-        runWrong(std::string(command) + " >/dev/full", "cannot write to the standard output");
+        runWrong(std::string(command) + " >/dev/full",
+                 "cannot write to the standard output: No space left on device", "", 75);
     }
 }
 
@@ -209,7 +210,7 @@ TEST_F(Environment, saysThatMemoryIsShort_forALookOfTwoGigabytes) {
     const bool isMade = ftruncate(sparse, off_t{1} << 31) == 0;
     close(sparse);
     if (!isMade) GTEST_SKIP() << "the file system has no sparse files of 2 GiB";
-    runWrong("encode sparse.cube", "there is not enough memory", "ulimit -v 1000000;");
+    runWrong("encode sparse.cube", "there is not enough memory", "ulimit -v 1000000;", 75);
 }
 
 // ---- The user's language
