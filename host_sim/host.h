@@ -84,6 +84,8 @@ public:
     const std::vector<Registration>& registrations() const { return registrations_; }
     // What GLOBAL_SETUP answered; all zero before.
     const PF_OutData& setUp() const { return setUp_; }
+    // Of the effect, once it is registered.
+    std::string matchName() const;
     const DeclaredParams& params() const { return session_.params; }
     Refusals& refusals() { return session_.refusals; }
     Books& books() { return session_.books; }
@@ -101,7 +103,6 @@ public:
 private:
     Instance& add(const Instance* source, PF_Cmd sequenceCommand);
     void end();
-    std::string matchName() const;
     void need(const CommandResult& result, const char* command) const;
 
     Session session_;

@@ -1,9 +1,11 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "looks/words.h"
 #include "tintwell_host/files/failure.h"
 #include "tintwell_host/look_commands.h"
+#include "tintwell_host/look_files/each_file.h"
 #include "tintwell_host/look_files/look_file.h"
 #include "tintwell_host/look_files/table.h"
 
@@ -88,28 +90,38 @@ Json jsonOf(const CheckedLook& look) {
     return json;
 }
 
+std::string verdictOn(std::size_t bad, std::size_t all) {
+    if (bad == 0) return {};
+    if (all == 1) return "the look would not work";
+    return std::to_string(bad) + " of " + std::to_string(all) + " looks would not work";
+}
+
+// Throws Failure when there is something to fail for.
+void finish(std::string verdict, const std::optional<Failure>& unread) {
+    if (unread) verdict += (verdict.empty() ? "" : ", and ") + std::string(unread->what());
+    if (verdict.empty()) return;
+    std::fflush(stdout);
+    throw Failure(verdict, unread ? unread->exit() : Exit::kWrongInput);
+}
+
 }  // namespace
 
 void runCheck(const CheckOptions& options) {
     std::size_t all = 0;
     std::size_t bad = 0;
     Json list = Json::array();
-    for (const std::string& file : options.files) {
-        checkFile(file, [&](const CheckedLook& look) {
-            if (!options.json && all > 0) std::puts("");
-            options.json ? list.push_back(jsonOf(look)) : print(look);
-            ++all;
-            if (!look.check.works) ++bad;
-        });
-    }
+    const auto take = [&](const CheckedLook& look) {
+        if (!options.json && all > 0) std::puts("");
+        options.json ? list.push_back(jsonOf(look)) : print(look);
+        ++all;
+        if (!look.check.works) ++bad;
+    };
+    const std::optional<Failure> unread =
+        readEach(options.files, [&take](const std::string& file) { checkFile(file, take); });
     if (options.json) {
         std::printf("%s\n", list.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
     }
-    if (bad == 0) return;
-    std::fflush(stdout);
-    throw Failure(all == 1 ? "the look would not work"
-                           : std::to_string(bad) + " of " + std::to_string(all) +
-                                 " looks would not work");
+    finish(verdictOn(bad, all), unread);
 }
 
 }  // namespace program

@@ -31,7 +31,10 @@ std::string enterHome(const std::string& chosen) {
     const fs::path home = fs::absolute(chosen.empty() ? defaultHome() : fs::path(chosen));
     std::error_code failed;
     fs::create_directories(home / "Library/Application Support", failed);
-    if (failed) throw Failure("cannot make the home '" + home.string() + "': " + failed.message());
+    if (failed) {
+        throw Failure("cannot make the home '" + home.string() + "': " + failed.message(),
+                      exitFor(failed.value()));
+    }
     ::setenv("HOME", home.c_str(), 1);
     return home.string();
 }

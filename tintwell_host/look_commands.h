@@ -1,5 +1,6 @@
 // The commands of tintwell-host on looks, without a host and the effect's module. Each prints its
-// result on standard output and throws Failure for wrong input.
+// result on standard output and throws Failure for wrong input. Where there are several files, one
+// that cannot be read leaves the others: Failure comes at the end.
 #pragma once
 
 #include <optional>

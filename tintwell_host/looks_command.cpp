@@ -5,6 +5,7 @@
 
 #include "looks/words.h"
 #include "tintwell_host/look_commands.h"
+#include "tintwell_host/look_files/each_file.h"
 #include "tintwell_host/look_files/extracted_looks.h"
 #include "tintwell_host/look_files/look_search.h"
 #include "tintwell_host/look_files/table.h"
@@ -132,11 +133,12 @@ void runLooks(const LooksOptions& options) {
     search.list = looks::LookList([&folder](const tw::Lut3D& lut, const std::string& text) {
         if (folder && tw::kindOf(&lut) == tw::LutKind::kLut) folder->write(lut, text);
     });
-    for (const std::string& file : options.files)
-        searchLooks(file, search);
+    const std::optional<Failure> unread =
+        readEach(options.files, [&search](const std::string& file) { searchLooks(file, search); });
     options.json ? printJson(search) : printTable(search);
     for (const std::string& warning : search.warnings)
         std::fprintf(stderr, "tintwell-host: %s\n", plain(warning).c_str());
+    if (unread) throw Failure(*unread);
 }
 
 }  // namespace program

@@ -1,7 +1,9 @@
 // tintwell-host: runs the effect in a simulated host, from the command line.
 #include <CLI/CLI.hpp>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <new>
 
@@ -229,7 +231,8 @@ void addCompare(CLI::App& app, Options& options) {
 // What was printed must have arrived: a script may be keeping it.
 void finishOutput() {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        throw Failure("cannot write to the standard output");
+        throw Failure(std::string("cannot write to the standard output: ") + std::strerror(errno),
+                      exitFor(errno));
     }
 }
 
@@ -261,7 +264,7 @@ int main(int argc, char** argv) {
         return app.exit(wrong) == 0 ? 0 : static_cast<int>(Exit::kWrongUsage);
     } catch (const std::bad_alloc&) {
         std::fputs("tintwell-host: there is not enough memory\n", stderr);
-        return 1;
+        return static_cast<int>(Exit::kTryAgain);
     } catch (const Failure& failure) {
         std::fprintf(stderr, "tintwell-host: %s\n", failure.what());
         return static_cast<int>(failure.exit());

@@ -25,7 +25,7 @@ Form formOf(const std::string& out) {
     throw Failure("cannot write '" + out + "': a look is written as .cube or .twlut");
 }
 
-looks::Measurement measured(const MeasureOptions& options) {
+looks::Measurement measured(const MeasureOptions& options, const std::string& file) {
     looks::PatternFrame frame;
     frame.size = options.size;
     if (!options.frame.empty()) {
@@ -33,7 +33,7 @@ looks::Measurement measured(const MeasureOptions& options) {
         frame.width = size.width;
         frame.height = size.height;
     }
-    const Picture picture = readPicture(options.picture, Depth::kFloat);
+    const Picture picture = decodePicture(options.picture, file, Depth::kFloat);
     looks::Measurement measurement;
     std::string reason;
     if (!looks::measurePattern({picture.floats.data(), picture.width, picture.height}, frame,
@@ -110,7 +110,8 @@ void sendInto(const EffectOptions& effect, const std::string& text) {
 
 void runMeasure(const MeasureOptions& options) {
     const Form form = formOf(options.out);
-    const looks::Measurement measurement = measured(options);
+    const std::string file = readText(options.picture);
+    const looks::Measurement measurement = measured(options, file);
     const std::string text = textOf(measurement.lut);
     if (!options.effect.project.empty()) sendInto(options.effect, text);
     if (form == Form::kCube) writeWhole(options.out, looks::writeCube(measurement.lut));
@@ -118,8 +119,7 @@ void runMeasure(const MeasureOptions& options) {
     if (options.json) {
         printJson(measurement);
     } else {
-        printReport(measurement,
-                    inspectPicture(options.picture, readText(options.picture)).depth == Depth::k8);
+        printReport(measurement, inspectPicture(options.picture, file).depth == Depth::k8);
     }
 }
 

@@ -92,15 +92,19 @@ bool writeAll(const std::filesystem::path& file, const Bytes& bytes) {
 
 }  // namespace
 
-void writeProject(const std::filesystem::path& file, const SavedEffect& effect) {
+Bytes projectBytes(const SavedEffect& effect) {
     const Bytes body = bodyOf(effect);
     const Json envelope = {{"format", kFormat},
                            {"version", kFormatVersion},
                            {"checksum", checksum(body)},
                            {"body", Json::binary(body)}};
+    return Json::to_cbor(envelope);
+}
+
+void writeProject(const std::filesystem::path& file, const SavedEffect& effect) {
     std::filesystem::path temporary = file;
     temporary += ".tmp";
-    const bool written = writeAll(temporary, Json::to_cbor(envelope));
+    const bool written = writeAll(temporary, projectBytes(effect));
     std::error_code error;
     if (written) std::filesystem::rename(temporary, file, error);
     if (!written || error) {

@@ -24,6 +24,9 @@ struct SavedEffect {
     std::vector<SavedParam> params;  // those that have values
 };
 
+// The bytes of its file.
+std::vector<std::uint8_t> projectBytes(const SavedEffect& effect);
+
 // Writes a temporary file beside `file` and renames it, so that an old project is replaced whole or
 // not at all. Throws ProjectError.
 void writeProject(const std::filesystem::path& file, const SavedEffect& effect);

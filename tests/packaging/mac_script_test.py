@@ -1,10 +1,16 @@
 """scripts/mac on a copy of its own, with stand-ins for the system's programs and for what it builds."""
 
+import importlib.machinery
+import importlib.util
+import re
 import shutil
+import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
+from unittest import mock
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
@@ -23,8 +29,9 @@ LOG = "Library/Application Support/Tintwell/effect.log"
 TOOLS = {
     "uname": "echo Darwin", "sw_vers": "echo 15.2", "sysctl": 'echo "told of $2"',
     "system_profiler": 'printf "Chipset Model: Apple M9\\nChipset Model: Another\\n"',
-    "xcrun": 'printf "clang 99\\nmore\\n"', "git": "echo abc", "brew": None,
-    "cmake": '[ "$4" != all ] || :',
+    "xcrun": 'printf "clang 99\\nmore\\n"', "git": "echo abc",
+    "brew": '[ "$1" != --prefix ] || echo "/brew/$2"',
+    "cmake": 'echo "told of ${PKG_CONFIG_PATH:-}"; [ "$4" != all ] || :',
     "ctest": 'for word; do [ "${before:-}" != --output-junit ] || cp "$STAND_INS/junit" "$word";'
              ' before=$word; done',
     "codesign": '[ "$1" != --display ] || echo "Signature=adhoc"', "xattr": "exit 1",
@@ -36,6 +43,28 @@ BUILT = {
                                    f'echo "a line" >"$HOME/{LOG}"; echo loaded'),
     "packaging/print_identity": ("print_identity", 'echo "{}"'),
 }
+# Homebrew's names of what CMake looks for.
+FORMULAE = {"CLI11": "cli11", "nlohmann_json": "nlohmann-json", "TBB": "tbb", "PkgConfig": "pkg-config",
+            "GTest": "googletest", "OpenImageIO": "openimageio", "libarchive": "libarchive", "expat": "expat",
+            "cairo": "cairo", "cairo-svg": "cairo", "lcms2": "little-cms2"}
+
+
+def script():
+    """The script as a module."""
+    loader = importlib.machinery.SourceFileLoader("mac", str(ROOT / "scripts/mac"))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("mac", loader))
+    with mock.patch.object(sys, "dont_write_bytecode", True):
+        loader.exec_module(module)
+    return module
+
+
+def required(cmake):
+    """What a CMakeLists.txt looks for and does not do without, but for clips."""
+    for words in re.findall(r"(?:find_package|pkg_check_modules)\(([^)]*)\)", cmake):
+        name, *rest = words.split()
+        if "REQUIRED" in rest and name != "FFmpeg":
+            modules = [word for word in rest if word not in ("REQUIRED", "GLOBAL", "IMPORTED_TARGET")]
+            yield from modules or [name]
 
 
 class MacScript(unittest.TestCase):
@@ -88,9 +117,47 @@ class MacScript(unittest.TestCase):
 
     def test_installs_nothing_when_told_so(self):
         self.run_script()
-        self.assertIn("brew", [call[0] for call in self.tools.calls])
+        self.assertIn(["brew", "install"], [call[:2] for call in self.tools.calls])
         self.run_script("--no-install")
-        self.assertNotIn("brew", [call[0] for call in self.tools.calls])
+        self.assertNotIn(["brew", "install"], [call[:2] for call in self.tools.calls])
+
+    def test_installs_what_the_build_cannot_do_without(self):
+        for file in ("tintwell_host/CMakeLists.txt", "tests/CMakeLists.txt"):
+            for name in required((ROOT / file).read_text()):
+                self.assertIn(name, FORMULAE, file)
+                self.assertIn(FORMULAE[name], script().LIBRARIES, file)
+
+    def test_leaves_a_cmake_that_is_there(self):
+        self.run_script()
+        installed = next(call for call in self.tools.calls if call[:2] == ["brew", "install"])
+        self.assertIn("tbb", installed)
+        self.assertNotIn("cmake", installed)
+
+    def test_shows_pkg_config_what_homebrew_keeps_to_itself(self):
+        self.run_script(PKG_CONFIG_PATH="/own")
+        log = next((self.tree / "build/mac-logs").glob("*-configuring-the-tests.log"))
+        self.assertEqual(log.read_text(), "told of /brew/libarchive/lib/pkgconfig:"
+                                          "/brew/expat/lib/pkgconfig:/own\n")
+
+    def test_ends_what_takes_too_long_and_keeps_its_output(self):
+        mac = script()
+        mac.LOGS = self.tree
+        begun = self.tree / "begun"
+        wait_for_end = subprocess.Popen.communicate
+
+        def lose_patience(process, *arguments, timeout=None, **more):
+            if timeout is None:
+                return wait_for_end(process, *arguments, **more)
+            while not begun.exists():
+                time.sleep(0.01)
+            raise subprocess.TimeoutExpired(process.args, timeout)
+
+        with mock.patch.object(subprocess.Popen, "communicate", lose_patience):
+            run = mac.Report().run("sleeping", "bash", "-c",
+                                   f"echo begun; (sleep 20; echo 'still here') & :>'{begun}'; wait")
+        self.assertNotEqual(run.status, 0)
+        self.assertRegex(run.output, r"\Abegun\nCommand .* timed out after 3600 seconds\n\Z")
+        self.assertEqual((self.tree / "01-sleeping.log").read_text(), run.output)
 
     def test_names_tests_that_failed(self):
         (self.tools.folder / "junit").write_text(JUNIT % '<testcase name="D.fails" status="fail"/>')
@@ -118,7 +185,8 @@ class MacScript(unittest.TestCase):
         done = self.run_script(FAIL=" ".join({call[0] for call in calls} - {"uname"}))
         self.assertEqual(self.tools.calls, calls)
         self.assertEqual(done.returncode, 1)
-        wrong = [call for call in calls if call[0] not in answers and "--display" not in call]
+        wrong = [call for call in calls
+                 if call[0] not in answers and not {"--display", "--prefix"} & set(call)]
         self.assertEqual(self.report.count(" failed (7): "), len(wrong), self.report)
         self.assertIn("- The log is not where it belongs: ", self.report)
         self.assertIn("None was run.", self.report)

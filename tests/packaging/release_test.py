@@ -106,7 +106,7 @@ class Made(Case):
             ["cmake", "--preset", "macos", "-DCMAKE_COMPILE_WARNING_AS_ERROR=ON",
              "-DTINTWELL_SIGN_IDENTITY=-"],
             ["cmake", "--build", "--preset", "macos", "--target", "all"],
-            ["ctest", "--preset", "macos"],
+            ["ctest", "--preset", "macos", "--no-tests=error"],
             ["codesign", "--force", "--timestamp", "--sign", application, bundle],
             ["codesign", "--verify", "--strict", "--verbose=2", bundle],
             ["pkgbuild", "--root", "WORK/payload",

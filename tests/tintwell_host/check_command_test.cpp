@@ -37,6 +37,21 @@ TEST_F(CheckCommand, endsWith1_whenALookWouldNotWork) {
               "        The file was cut off or edited; export it again.\n");
 }
 
+TEST_F(CheckCommand, judgesTheOthers_whenFilesCannotBeRead) {
+    writeNegative("good.cube");
+    twtest::writeFile(file("bad.cube"), "LUT_3D_SIZE 2\n0 0 0\n");
+    const Outcome outcome = run("check missing good.cube --json");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.err,
+              "tintwell-host: cannot read 'missing': No such file or directory\n"
+              "tintwell-host: 1 of 2 files could not be read\n");
+    EXPECT_EQ(Json::parse(outcome.out).size(), 1u);
+    EXPECT_EQ(run("check missing bad.cube good.cube").err,
+              "tintwell-host: cannot read 'missing': No such file or directory\n"
+              "tintwell-host: 1 of 2 looks would not work, and 1 of 3 files could not be read\n");
+    EXPECT_EQ(run("check bad.cube /proc/self/mem").exitCode, 75);
+}
+
 TEST_F(CheckCommand, printsJsonForTools) {
     writeNegative("negative.cube");
     const Json all = Json::parse(runWell("check --json negative.cube"));

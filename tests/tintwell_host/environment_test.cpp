@@ -132,16 +132,24 @@ TEST_F(Environment, oldCubeStays_whenTheDiskIsFull) {
 
 TEST_F(Environment, oldProjectStays_whenTheDiskIsFull) {
     twtest::writeFile(file("a.project"), "old");
-    std::filesystem::create_symlink("/dev/full", file("a.project.tmp"));
     runWrong("render in.png out.png --save a.project",
-             "The project file a.project cannot be written.");
+             "cannot write 'a.project': No space left on device",
+             "ln -s /dev/full .partial-$(uname -n)-$$-1; exec", 75);
     EXPECT_EQ(twtest::readFile(file("a.project")), "old");
-    EXPECT_FALSE(exists("a.project.tmp"));
+}
+
+// Those of other tasks have the same name.
+TEST_F(Environment, savesAProject_withoutAFileOfAFixedName) {
+    twtest::writeFile(file("a.project.tmp"), "another's");
+    runWell("render in.png out.png --save a.project");
+    EXPECT_EQ(twtest::readFile(file("a.project.tmp")), "another's");
+    EXPECT_TRUE(exists("a.project"));
 }
 
 TEST_F(Environment, losesNoOutput_withoutSayingSo) {
     for (const char* command : {"encode negative.cube", "inspect negative.cube"}) {
-        runWrong(std::string(command) + " >/dev/full", "cannot write to the standard output");
+        runWrong(std::string(command) + " >/dev/full",
+                 "cannot write to the standard output: No space left on device", "", 75);
     }
 }
 
@@ -202,7 +210,7 @@ TEST_F(Environment, saysThatMemoryIsShort_forALookOfTwoGigabytes) {
     const bool isMade = ftruncate(sparse, off_t{1} << 31) == 0;
     close(sparse);
     if (!isMade) GTEST_SKIP() << "the file system has no sparse files of 2 GiB";
-    runWrong("encode sparse.cube", "there is not enough memory", "ulimit -v 1000000;");
+    runWrong("encode sparse.cube", "there is not enough memory", "ulimit -v 1000000;", 75);
 }
 
 // ---- The user's language

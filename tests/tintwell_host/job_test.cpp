@@ -174,7 +174,8 @@ TEST_F(Job, removesWhatKilledRunsHaveLeft) {
     const std::string dead = ".partial-" + host + "-999999999-0";
     const std::string living = ".partial-" + host + "-999999999-1";
     const std::string elsewhere = ".partial-another-machine-999999999-0";
-    for (const std::string& each : {dead, living, elsewhere})
+    const std::string neighbour = ".partial-" + host + "-2-999999999-0";
+    for (const std::string& each : {dead, living, elsewhere, neighbour})
         twtest::writeFile(file(each), "half");
     const int lock = ::open(file(living).c_str(), O_WRONLY | O_CLOEXEC);
     ASSERT_EQ(::flock(lock, LOCK_EX), 0);
@@ -183,6 +184,7 @@ TEST_F(Job, removesWhatKilledRunsHaveLeft) {
     EXPECT_FALSE(exists(dead));
     EXPECT_TRUE(exists(living));
     EXPECT_TRUE(exists(elsewhere));
+    EXPECT_TRUE(exists(neighbour)) << "of a machine whose name goes on where this one's ends";
 }
 
 // ---- Reports and exit codes

@@ -179,6 +179,33 @@ TEST_F(LooksCommand, refusesWhatIsNoFile) {
              "cannot make the folder 'file/out': Not a directory");
 }
 
+TEST_F(LooksCommand, listsTheOthers_whenFilesCannotBeRead) {
+    write("a.aep", lookText(1, 42, "Dusk"));
+    write("b.aep", lookText(2, 43, "Dawn"));
+    const Outcome outcome = run("looks a.aep missing . b.aep --json --extract out");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.err,
+              "tintwell-host: cannot read 'missing': No such file or directory\n"
+              "tintwell-host: cannot read '.': it is a folder\n"
+              "tintwell-host: 2 of 4 files could not be read\n");
+    EXPECT_EQ(Json::parse(outcome.out)["looks"].size(), 2u);
+    EXPECT_TRUE(exists("out/Dawn.cube"));
+}
+
+TEST_F(LooksCommand, isWorthAnotherTry_whenAFileIsLost) {
+    runWrong("looks /proc/self/mem", "cannot read '/proc/self/mem': Input/output error", "", 75);
+    EXPECT_EQ(run("looks missing /proc/self/mem").exitCode, 75);
+    EXPECT_EQ(run("looks /proc/self/mem missing").exitCode, 75);
+}
+
+TEST_F(LooksCommand, goesNoFurther_whenALookCannotBeWritten) {
+    write("a.aep", lookText(1, 42, "Dusk"));
+    write("b.aep", lookText(2, 43, "Dawn"));
+    runWrong("looks a.aep b.aep --extract out",
+             "cannot write 'out/Dusk.cube': No space left on device",
+             "mkdir out; ln -s /dev/full out/.partial-$(uname -n)-$$-0; exec", 75);
+}
+
 TEST_F(LooksCommand, printsNothingThatATerminalObeys) {
     write("a.aep", lookText(1, 42, "\x1b[31mDusk\n"));
     EXPECT_NE(runWell("looks a.aep").find("?[31mDusk?"), std::string::npos);

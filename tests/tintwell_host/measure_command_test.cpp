@@ -47,6 +47,13 @@ TEST_F(MeasureCommand, advises_whenThereIsMuchNoise) {
               std::string::npos);
 }
 
+TEST_F(MeasureCommand, readsThePictureOnce) {
+    const std::string options = " --size 3 -o look.cube";
+    std::filesystem::create_symlink("/dev/stdin", file("pipe.png"));
+    EXPECT_EQ(runWell("measure pipe.png" + options, "cat pattern.png |"),
+              runWell("measure pattern.png" + options));
+}
+
 TEST_F(MeasureCommand, reportsAsJson) {
     const auto report = nlohmann::json::parse(
         runWell("measure pattern.png --size 3 --id 9007199254740993 --name Dusk --json"));

@@ -73,13 +73,28 @@ TEST_F(StreamReader, countsWhatIsPackedTwice) {
     EXPECT_LT(record.count, 2u << 20);
 }
 
-TEST_F(StreamReader, goesOnBehindADamagedMember) {
+// Two members, the first of which is damaged.
+std::string damagedZip() {
     std::string bytes = zip({{"a", lookText(1, 1, "A", 9)}, {"b", "good"}});
-    // Within the packed bytes of the first member.
-    for (std::size_t at = 100; at < 200; ++at)
-        bytes[at] = '\xFF';
+    bytes.replace(100, 100, 100, '\xFF');
+    return bytes;
+}
+
+TEST_F(StreamReader, goesOnBehindADamagedMember_whoseLengthIsKnown) {
+    std::string bytes = damagedZip();
+    // Check, packed length and length, from behind the member to its front, and the mark for that.
+    bytes.replace(14, 12, bytes, bytes.find("PK\x07\x08") + 4, 12);
+    bytes[6] = static_cast<char>(bytes[6] & ~0x08);
     const Record record = read(bytes);
     EXPECT_NE(record.told.find("a' cannot be read further: "), std::string::npos) << record.told;
+    EXPECT_TRUE(record.told.ends_with("begin b\nend\n")) << record.told;
+}
+
+TEST_F(StreamReader, tellsThatItEnds_atADamagedMemberOfUnknownLength) {
+    const Record record = read(damagedZip());
+    EXPECT_NE(record.told.find("a' cannot be read further: "), std::string::npos) << record.told;
+    EXPECT_NE(record.told.find("\nfile' cannot be read further: "), std::string::npos)
+        << record.told;
 }
 
 TEST_F(StreamReader, survivesFilesThatOnlyBeginLikePackedOnes) {

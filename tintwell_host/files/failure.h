@@ -10,7 +10,7 @@ namespace program {
 enum class Exit {
     kWrongInput = 1,     // a file or a look that cannot be used: trying again will not help
     kWrongUsage = 2,     // options that do not go together
-    kTryAgain = 75,      // a full disk, a file server that went away
+    kTryAgain = 75,      // a full disk, a file server that went away, too little memory
     kInterrupted = 130,  // SIGINT: what was begun is finished
     kTerminated = 143,   // SIGTERM: the same
 };
@@ -29,6 +29,15 @@ public:
 
 private:
     Exit exit_;
+};
+
+// Of a file that cannot be read, which leaves others that can.
+class Unreadable : public Failure {
+public:
+    Unreadable(const std::string& path, const std::string& reason, Exit exit = Exit::kWrongInput)
+        : Failure("cannot read '" + path + "': " + reason, exit) {}
+    // By errno.
+    Unreadable(const std::string& path, int error);
 };
 
 }  // namespace program

@@ -10,7 +10,7 @@ namespace program {
 // process.
 class MemoryFile {
 public:
-    // Throws Failure when the system has no memory for it.
+    // Throws Failure when the system has no memory for it, or gives the process no more files.
     MemoryFile();
     ~MemoryFile();
     MemoryFile(const MemoryFile&) = delete;

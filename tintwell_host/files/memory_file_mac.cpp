@@ -2,6 +2,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -14,7 +16,10 @@ MemoryFile::MemoryFile() {
     std::error_code ignored;
     path_ = (std::filesystem::temp_directory_path(ignored) / "tintwell-host.XXXXXX").string();
     descriptor_ = ::mkstemp(path_.data());
-    if (descriptor_ < 0) throw Failure("there is no room for a temporary file");
+    if (descriptor_ < 0) {
+        throw Failure(std::string("cannot make a temporary file: ") + std::strerror(errno),
+                      exitFor(errno));
+    }
 }
 
 MemoryFile::~MemoryFile() {

@@ -5,12 +5,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <system_error>
 #include <vector>
 
@@ -37,22 +39,43 @@ fs::path partialName(const fs::path& path) {
            (ownPrefix() + std::to_string(::getpid()) + "-" + std::to_string(written++));
 }
 
-// The file with nobody else's lock on it, and ours taken; -1 when that cannot be had.
-int lockAlone(const fs::path& file, int flags) {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
-    if (descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return descriptor;
-    if (descriptor >= 0) ::close(descriptor);
-    return -1;
+// Whether it is of this process, or of another on a machine of this name. Names of machines may go
+// on where this one's ends.
+bool isOwn(const std::string& name) {
+    const std::string prefix = ownPrefix();
+    if (!name.starts_with(prefix)) return false;
+    const std::string numbers = name.substr(prefix.size());
+    return std::ranges::count(numbers, '-') == 1 &&
+           numbers.find_first_not_of("-0123456789") == std::string::npos;
 }
 
-bool isGone(int descriptor) {
+// Whether the name still stands for the open file.
+bool isStill(const fs::path& name, int descriptor) {
+    struct stat named = {};
+    struct stat opened = {};
+    return ::stat(name.c_str(), &named) == 0 && ::fstat(descriptor, &opened) == 0 &&
+           named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
+}
+
+bool isPlain(int descriptor) {
     struct stat facts = {};
-    return ::fstat(descriptor, &facts) != 0 || facts.st_nlink == 0;
+    return ::fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
-[[noreturn]] void fail(const char* what, const std::string& path, int error) {
-    throw Failure(std::string("cannot ") + what + " '" + path + "': " + std::strerror(error),
-                  exitFor(error));
+// The file with nobody else's lock on it, and ours taken; -1 when that cannot be had. Nothing when
+// the name is somebody else's.
+std::optional<int> lockAlone(const fs::path& file, int flags) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
+    const bool isLocked = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+    const bool isOthers =
+        isLocked ? !isStill(file, descriptor) : errno == EWOULDBLOCK && isPlain(descriptor);
+    if (isLocked && !isOthers) return descriptor;
+    if (descriptor >= 0) ::close(descriptor);
+    return isOthers ? std::nullopt : std::optional(-1);
+}
+
+[[noreturn]] void failWriting(const std::string& path, int error) {
+    throw Failure("cannot write '" + path + "': " + std::strerror(error), exitFor(error));
 }
 
 std::string readStream(std::istream& in) {
@@ -70,62 +93,62 @@ std::string readText(const std::string& path) {
     if (path == "-") return readStream(std::cin);
     std::error_code unknown;
     if (fs::is_directory(path, unknown)) {
-        throw Failure("cannot read '" + path + "': it is a folder");
+        throw Unreadable(path, "it is a folder");
     }
     std::ifstream in(path, std::ios::binary);
-    if (!in) fail("read", path, errno);
+    if (!in) throw Unreadable(path, errno);
     std::string text = readStream(in);
-    if (in.bad()) fail("read", path, errno);
+    if (in.bad()) throw Unreadable(path, errno);
     return text;
 }
 
 void writeWhole(const std::string& path, std::string_view bytes) {
     PartialFile partial(path);
     std::ofstream out(partial.name(), std::ios::binary);
-    if (!out) fail("write", path, errno);
+    if (!out) failWriting(path, errno);
     out << bytes;
     // Some disks tell only now that they are full.
     out.close();
-    if (!out) fail("write", path, errno);
+    if (!out) failWriting(path, errno);
     partial.keep();
 }
 
-PartialFile::PartialFile(const std::string& path)
-    : path_(path), name_(partialName(path)), lock_(lockAlone(name_, O_CREAT)) {
-    // Somebody who tidies up may come between making the file and locking it.
-    while (lock_ >= 0 && isGone(lock_)) {
-        ::close(lock_);
+PartialFile::PartialFile(const std::string& path) : path_(path) {
+    // Somebody who tidies up may come between making the file and locking it, and processes in
+    // containers can have one machine's name and the same number.
+    std::optional<int> lock;
+    while (!lock) {
         name_ = partialName(path);
-        lock_ = lockAlone(name_, O_CREAT);
+        lock = lockAlone(name_, O_CREAT);
     }
+    lock_ = *lock;
 }
 
 PartialFile::~PartialFile() {
     std::error_code failed;
-    fs::remove(name_, failed);
+    if (!isKept_) fs::remove(name_, failed);
     if (lock_ >= 0) ::close(lock_);
 }
 
 void PartialFile::keep() {
     std::error_code failed;
     fs::rename(name_, path_, failed);
-    if (failed) fail("write", path_, failed.value());
+    if (failed) failWriting(path_, failed.value());
+    isKept_ = true;
 }
 
 void removeLeftovers(const std::string& path) {
     const fs::path parent = fs::path(path).parent_path();
-    const std::string prefix = ownPrefix();
     std::error_code failed;
     std::vector<fs::path> partial;
     for (fs::directory_iterator entry(parent.empty() ? "." : parent, failed), end;
          !failed && entry != end; entry.increment(failed)) {
         std::error_code unknown;
         const bool isFile = fs::is_regular_file(entry->symlink_status(unknown));
-        if (isFile && entry->path().filename().string().starts_with(prefix))
-            partial.push_back(*entry);
+        if (isFile && isOwn(entry->path().filename().string())) partial.push_back(*entry);
     }
     for (const fs::path& file : partial) {
-        const int lock = lockAlone(file, 0);
+        const int lock = lockAlone(file, 0).value_or(-1);
         if (lock < 0) continue;
         fs::remove(file, failed);
         ::close(lock);

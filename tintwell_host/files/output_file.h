@@ -11,7 +11,8 @@ namespace program {
 void writeWhole(const std::string& path, std::string_view bytes);
 
 // A file that is written under another name beside `path`, by somebody who needs a name to write
-// to. Locked as long as this lives, so that others can tell it from what a killed run has left.
+// to. Locked as long as this lives, so that others can tell it from what a killed run has left, and
+// take another name.
 class PartialFile {
 public:
     explicit PartialFile(const std::string& path);
@@ -27,7 +28,8 @@ public:
 private:
     std::string path_;
     std::string name_;
-    int lock_;  // descriptor; -1: the file cannot be made, as its writer will find
+    int lock_ = -1;  // descriptor; -1: the file cannot be made, as its writer will find
+    bool isKept_ = false;
 };
 
 // Removes what runs of the program that were killed have left in the folder of `path`: of runs on

@@ -24,6 +24,9 @@ public:
         // bits.
         OIIO::ImageSpec config;
         config["oiio:UnassociatedAlpha"] = 1;
+        // Readers take the memory from here; without it they would open the file once more.
+        OIIO::Filesystem::IOProxy* memory = &memory_;
+        config.attribute("oiio:ioproxy", OIIO::TypeDesc::PTR, &memory);
         in_ = OIIO::ImageInput::open(path, &config, &memory_);
         if (!in_) fail(path, OIIO::geterror());
     }

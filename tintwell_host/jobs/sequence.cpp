@@ -73,8 +73,12 @@ std::vector<int> existingFrames(const std::string& pattern) {
         const auto frame = frameIn(*mark, folder + entry->path().filename().string());
         if (frame) frames.push_back(*frame);
     }
-    if (frames.empty()) {
-        throw Failure("no file matches '" + pattern + "'" + (failed ? ": " + failed.message() : ""),
+    const std::string reason = failed ? ": " + failed.message() : "";
+    if (frames.empty() && (!failed || failed == std::errc::no_such_file_or_directory)) {
+        throw Failure("no file matches '" + pattern + "'" + reason);
+    }
+    if (failed) {
+        throw Failure("cannot read the folder of '" + pattern + "'" + reason,
                       exitFor(failed.value()));
     }
     std::sort(frames.begin(), frames.end());

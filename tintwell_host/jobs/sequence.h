@@ -13,7 +13,8 @@ bool isSequence(const std::string& path);
 // The file of one frame.
 std::string frameFile(const std::string& pattern, int frame);
 
-// The frames for which a file of the sequence exists, in order. Throws Failure when there are none.
+// The frames for which a file of the sequence exists, in order. Throws Failure when there are none,
+// or their folder cannot be read to its end.
 std::vector<int> existingFrames(const std::string& pattern);
 
 }  // namespace program

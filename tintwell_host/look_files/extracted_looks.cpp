@@ -35,7 +35,10 @@ std::string fileNameOf(const std::string& name) {
 ExtractedLooks::ExtractedLooks(const std::string& folder) : folder_(folder) {
     std::error_code failed;
     std::filesystem::create_directories(folder_, failed);
-    if (failed) throw Failure("cannot make the folder '" + folder + "': " + failed.message());
+    if (failed) {
+        throw Failure("cannot make the folder '" + folder + "': " + failed.message(),
+                      exitFor(failed.value()));
+    }
 }
 
 void ExtractedLooks::write(const tw::Lut3D& lut, const std::string& text) const {

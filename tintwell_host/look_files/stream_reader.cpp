@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <clocale>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -24,13 +25,18 @@ constexpr std::size_t kPiece = 1 << 16;
 class Source {
 public:
     virtual ~Source() = default;
-    // Up to `count` bytes; 0 at the end. Throws Broken when the rest cannot be had.
+    // Up to `count` bytes; 0 at the end. Throws Broken for a rest that is damaged, and Lost.
     virtual std::size_t read(char* bytes, std::size_t count) = 0;
 };
 
 // what() is the reason.
 struct Broken : std::runtime_error {
     using std::runtime_error::runtime_error;
+};
+
+// The system does not read the file further.
+struct Lost {
+    int error;
 };
 
 // More came out of a file than may.
@@ -41,7 +47,7 @@ public:
     explicit FileSource(std::istream& in) : in_(in) {}
     std::size_t read(char* bytes, std::size_t count) override {
         in_.read(bytes, static_cast<std::streamsize>(count));
-        if (in_.bad()) throw Broken(std::strerror(errno));
+        if (in_.bad()) throw Lost{errno};
         const auto got = static_cast<std::size_t>(in_.gcount());
         total_ += got;
         return got;
@@ -152,20 +158,20 @@ private:
         } catch (const Broken& broken) {
             archive_set_error(reader, EIO, "%s", broken.what());
             return -1;
-        } catch (const TooMuch&) {
-            archive.tooMuch_ = true;
+        } catch (...) {
+            archive.thrown_ = std::current_exception();
             return -1;
         }
     }
 
     [[noreturn]] void fail() {
-        if (tooMuch_) throw TooMuch{};
+        if (thrown_) std::rethrow_exception(thrown_);
         const char* reason = archive_error_string(reader_.get());
         throw Broken(reason ? reason : "it is damaged");
     }
 
     Source& source_;
-    bool tooMuch_ = false;
+    std::exception_ptr thrown_;  // by the source, through the library
     std::array<char, kPiece> buffer_;
     std::unique_ptr<archive, FreeArchive> reader_;
 };
@@ -234,7 +240,7 @@ private:
         }
     }
 
-    // A member that cannot be read leaves the others.
+    // A damaged member leaves the others, if the file says how long it is.
     void readMember(Member& bytes, const std::string& name, bool packed, int depth) {
         try {
             packed ? read(bytes, name, depth) : readPlain(bytes, name);
@@ -254,17 +260,17 @@ private:
 void readStreams(const std::string& file, StreamVisitor& visitor, const StreamLimits& limits) {
     std::error_code unknown;
     if (std::filesystem::is_directory(file, unknown)) {
-        throw Failure("cannot read '" + file + "': it is a folder");
+        throw Unreadable(file, "it is a folder");
     }
     std::ifstream opened;
     if (file != "-") opened.open(file, std::ios::binary);
-    if (!opened) throw Failure("cannot read '" + file + "': " + std::strerror(errno));
+    if (!opened) throw Unreadable(file, errno);
     FileSource source(file == "-" ? std::cin : opened);
     const Utf8Names names;
     try {
         Walk(source, visitor, limits).read(source, file, 0);
-    } catch (const Broken& broken) {
-        throw Failure("cannot read '" + file + "': " + broken.what());
+    } catch (const Lost& lost) {
+        throw Unreadable(file, lost.error);
     } catch (const TooMuch&) {
         visitor.warn("'" + file +
                      "' unpacks to more than a project does; the rest is not looked "

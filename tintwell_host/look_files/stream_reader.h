@@ -30,7 +30,7 @@ public:
 
 // Visits the streams of `file` ("-": standard input): members of zip files and what gzip packed,
 // also within one another; anything else is one stream. Holds little of it at a time. Throws
-// Failure for a file that cannot be read, and what the visitor throws.
+// Unreadable for a file that cannot be read to its end, and what the visitor throws.
 void readStreams(const std::string& file, StreamVisitor& visitor, const StreamLimits& limits = {});
 
 }  // namespace program

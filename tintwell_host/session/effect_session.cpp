@@ -2,8 +2,10 @@
 
 #include <filesystem>
 
+#include "host_sim/values/project.h"
 #include "tintwell_host/files/cube_file.h"
 #include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/output_file.h"
 #include "tintwell_host/session/frame_copy.h"
 #include "tintwell_host/session/own_module.h"
 
@@ -94,7 +96,8 @@ PF_Err EffectSession::renderFrame(const host_sim::Frame& input, host_sim::Frame&
 }
 
 void EffectSession::save(const std::string& project) {
-    host_.save(effect_, project);
+    const auto bytes = host_sim::projectBytes(effect_.save(host_.matchName()));
+    writeWhole(project, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 void EffectSession::close() {
