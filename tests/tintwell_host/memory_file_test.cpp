@@ -8,12 +8,25 @@
 namespace program_test {
 namespace {
 
+// While it lives, the process can open no file.
+class NoFiles {
+public:
+    NoFiles() {
+        getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoFiles() { setrlimit(RLIMIT_NOFILE, &before_); }
+    NoFiles(const NoFiles&) = delete;
+    NoFiles& operator=(const NoFiles&) = delete;
+
+private:
+    rlimit before_{};
+};
+
 TEST(MemoryFile, isWorthAnotherTry_whenTheProcessHasTooManyFiles) {
-    rlimit limit{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
-    const rlimit none{0, limit.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     try {
+        const NoFiles limit;
         const program::MemoryFile file;
         ADD_FAILURE() << file.path();
     } catch (const program::Failure& failure) {
@@ -21,7 +34,6 @@ TEST(MemoryFile, isWorthAnotherTry_whenTheProcessHasTooManyFiles) {
             << failure.what();
         EXPECT_EQ(failure.exit(), program::Exit::kTryAgain);
     }
-    setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 }  // namespace
