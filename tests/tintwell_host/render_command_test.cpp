@@ -150,6 +150,31 @@ TEST_F(RenderCommand, keepsTheOldOutput_whenTheInputIsDamaged) {
     EXPECT_EQ(twtest::readFile(file("out.png")), "old");
 }
 
+TEST_F(RenderCommand, saysWhy_whenAPictureWasCut) {
+    for (const std::string name : {"cut.png", "cut.tif", "cut.exr", "cut.dpx", "cut.jpg"}) {
+        runWell("render in.png " + name);
+        std::filesystem::resize_file(file(name), std::filesystem::file_size(file(name)) * 3 / 4);
+        const Outcome outcome = run("render " + name + " out.png");
+        EXPECT_EQ(outcome.exitCode, 1) << name;
+        // The PNG library has a line of its own before ours.
+        const std::string head = "tintwell-host: cannot read '" + name + "': ";
+        const std::size_t at = outcome.err.find(head);
+        ASSERT_NE(at, std::string::npos) << outcome.err;
+        EXPECT_GT(outcome.err.size(), at + head.size() + 1) << outcome.err;
+        EXPECT_FALSE(exists("out.png")) << name;
+    }
+}
+
+// As telephones append films.
+TEST_F(RenderCommand, takesAJpegWithSomethingBehindIt) {
+    runWell("render in.png whole.jpg");
+    const std::string whole = twtest::readFile(file("whole.jpg"));
+    twtest::writeFile(file("more.jpg"), whole + "film \xFF\xDA and more");
+    runWell("render more.jpg more.png");
+    runWell("render whole.jpg whole.png");
+    EXPECT_EQ(bytes("more.png"), bytes("whole.png"));
+}
+
 TEST_F(RenderCommand, refusesWhatIsNoSequence) {
     runWrong("render in.png out.%04d.png",
              "'in.png' and 'out.%04d.png' must both name a sequence (with %04d, say) or both one "

@@ -2,17 +2,20 @@
 
 #include <array>
 #include <memory>
+#include <string_view>
 
 #include "tintwell_host/files/failure.h"
+#include "tintwell_host/files/jpeg_end.h"
 #include "tintwell_host/files/output_file.h"
 #include "tintwell_host/files/picture.h"
 
 namespace program {
 namespace {
 
-// Reasons can come in several lines, the first of which tells it.
+// Reasons can come in several lines, the first of which tells it; some readers give none.
 [[noreturn]] void fail(const std::string& path, const std::string& reasons) {
-    throw Failure("cannot read '" + path + "': " + reasons.substr(0, reasons.find('\n')));
+    const std::string reason = reasons.substr(0, reasons.find('\n'));
+    throw Failure("cannot read '" + path + "': " + (reason.empty() ? "it is damaged" : reason));
 }
 
 // A picture file in memory, opened. What it was opened from must outlive it.
@@ -29,6 +32,8 @@ public:
         config.attribute("oiio:ioproxy", OIIO::TypeDesc::PTR, &memory);
         in_ = OIIO::ImageInput::open(path, &config, &memory_);
         if (!in_) fail(path, OIIO::geterror());
+        const bool isJpeg = std::string_view(in_->format_name()) == "jpeg";
+        if (isJpeg && !hasEndOfImage(bytes)) fail(path, "it ends early");
     }
 
     const OIIO::ImageSpec& spec() const { return in_->spec(); }
