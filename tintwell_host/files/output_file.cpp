@@ -25,6 +25,9 @@ namespace fs = std::filesystem;
 
 constexpr char kPartial[] = ".partial-";
 
+// Where a file system tells a file's number differently each time, no name would ever do.
+constexpr int kMostNames = 100;
+
 // Machines may share the folder.
 std::string ownPrefix() {
     char host[64] = "";
@@ -117,11 +120,11 @@ PartialFile::PartialFile(const std::string& path) : path_(path) {
     // Somebody who tidies up may come between making the file and locking it, and processes in
     // containers can have one machine's name and the same number.
     std::optional<int> lock;
-    while (!lock) {
+    for (int tries = 0; !lock && tries < kMostNames; ++tries) {
         name_ = partialName(path);
         lock = lockAlone(name_, O_CREAT);
     }
-    lock_ = *lock;
+    lock_ = lock.value_or(-1);
 }
 
 PartialFile::~PartialFile() {
